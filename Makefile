@@ -1,0 +1,43 @@
+# Thin front door over scripts/setup.sh, CMake and CTest.
+BUILD      ?= build
+BUILD_ASAN ?= build-asan
+BUILD_BENCH?= build-bench
+JOBS       ?= $(shell nproc)
+CMAKE_FLAGS?=
+
+ifdef CI
+CMAKE_FLAGS += -DTARNWELL_WERROR=ON
+endif
+
+.PHONY: setup configure build run test test-asan bench lupdate clean
+
+setup:
+	@scripts/setup.sh
+
+configure: setup
+	@cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS) >/dev/null
+
+build: configure
+	@cmake --build $(BUILD) -j $(JOBS)
+
+run: build
+	@$(BUILD)/src/app/tarnwell $(ARGS)
+
+test: build
+	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 300
+
+test-asan: setup
+	@cmake -S . -B $(BUILD_ASAN) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DTARNWELL_SANITIZE=ON $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD_ASAN) -j $(JOBS)
+	@cd $(BUILD_ASAN) && ctest --output-on-failure -j $(JOBS) --timeout 600
+
+bench: setup
+	@cmake -S . -B $(BUILD_BENCH) -G Ninja -DCMAKE_BUILD_TYPE=Release -DTARNWELL_BENCH=ON $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD_BENCH) -j $(JOBS) >/dev/null
+	@bench/run.sh $(BUILD_BENCH)
+
+lupdate: configure
+	@cmake --build $(BUILD) --target lupdate
+
+clean:
+	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH)

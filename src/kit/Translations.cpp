@@ -1,0 +1,73 @@
+#include "Translations.h"
+
+#include "Logging.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTranslator>
+
+namespace tarnwell {
+
+const QStringList &Translations::supportedLanguages()
+{
+    static const QStringList codes{QStringLiteral("en"), QStringLiteral("tr"), QStringLiteral("de"),
+                                   QStringLiteral("es"), QStringLiteral("fr")};
+    return codes;
+}
+
+QString Translations::resolve(const QString &languageSetting)
+{
+    return resolve(languageSetting, QLocale::system().uiLanguages());
+}
+
+QString Translations::resolve(const QString &languageSetting, const QStringList &preferredLanguages)
+{
+    if (supportedLanguages().contains(languageSetting))
+        return languageSetting;
+    for (const QString &tag : preferredLanguages) {
+        const QString code = tag.section(QLatin1Char('-'), 0, 0).section(QLatin1Char('_'), 0, 0).toLower();
+        if (supportedLanguages().contains(code))
+            return code;
+    }
+    return QStringLiteral("en");
+}
+
+Translations::Translations() = default;
+
+Translations::~Translations()
+{
+    uninstall();
+}
+
+void Translations::uninstall()
+{
+    for (auto &t : m_translators)
+        QCoreApplication::removeTranslator(t.get());
+    m_translators.clear();
+    m_code.clear();
+}
+
+bool Translations::install(const QString &code)
+{
+    uninstall();
+    const auto load = [this](const QString &c) {
+        auto translator = std::make_unique<QTranslator>();
+        if (!translator->load(QStringLiteral(":/i18n/tarnwell_%1.qm").arg(c))) {
+            qCWarning(lcServices).noquote() << QStringLiteral("Could not load the %1 string table").arg(c);
+            return false;
+        }
+        QCoreApplication::installTranslator(translator.get());
+        m_translators.push_back(std::move(translator));
+        return true;
+    };
+    load(QStringLiteral("en"));
+    m_code = QStringLiteral("en");
+    if (code == QLatin1String("en"))
+        return true;
+    if (!load(code))
+        return false;
+    m_code = code;
+    return true;
+}
+
+} // namespace tarnwell

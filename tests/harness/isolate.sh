@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Runs one test binary in a sealed environment:
+#   temporary XDG data/config/cache/runtime folders, no access to the user's
+#   session bus, and, on request, a private D-Bus session bus (--bus), an Xvfb
+#   display (--display) and a time zone (--tz Zone/Name).
+# Usage: isolate.sh [--bus] [--display] [--tz ZONE] -- command [args...]
+set -euo pipefail
+
+want_bus=0
+want_display=0
+while [ $# -gt 0 ]; do
+  case "$1" in
+    --bus) want_bus=1; shift ;;
+    --display) want_display=1; shift ;;
+    --tz) export TZ="$2"; shift 2 ;;
+    --) shift; break ;;
+    *) echo "isolate.sh: unknown option $1" >&2; exit 2 ;;
+  esac
+done
+
+root=$(mktemp -d "${TMPDIR:-/tmp}/tarnwell-test.XXXXXX")
+xvfb_pid=""
+cleanup() {
+  if [ -n "$xvfb_pid" ]; then kill "$xvfb_pid" 2>/dev/null || true; wait "$xvfb_pid" 2>/dev/null || true; fi
+  rm -rf "$root"
+}
+trap cleanup EXIT
+
+mkdir -p "$root/data" "$root/config" "$root/cache" "$root/state" "$root/runtime" "$root/artifacts"
+chmod 700 "$root/runtime"
+export XDG_DATA_HOME="$root/data" XDG_CONFIG_HOME="$root/config" XDG_CACHE_HOME="$root/cache"
+export XDG_STATE_HOME="$root/state" XDG_RUNTIME_DIR="$root/runtime"
+export TARNWELL_TEST_ROOT="$root"
+# Never talk to the developer's own session.
+export DBUS_SESSION_BUS_ADDRESS="unix:path=$root/runtime/no-bus"
+unset JOURNAL_STREAM || true
+
+if [ $want_display -eq 1 ]; then
+  fifo="$root/displayfd"
+  mkfifo "$fifo"
+  Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp -auth /dev/null 3>"$fifo" >/dev/null 2>&1 &
+  xvfb_pid=$!
+  read -r display_number < "$fifo"
+  export DISPLAY=":$display_number"
+  export QT_QPA_PLATFORM=xcb
+else
+  export QT_QPA_PLATFORM=offscreen
+fi
+
+if [ $want_bus -eq 1 ]; then
+  dbus-run-session -- "$@"
+else
+  "$@"
+fi
