@@ -1,0 +1,151 @@
+// Store cost with ten years of history against an empty store. Both stores
+// hold the same today (ten open tasks); the full one adds about 100,000 tasks
+// over 3,650 past days. Each figure is a median over many samples; ratios are
+// full / empty.
+#include "BenchSupport.h"
+
+#include "persistence/DayRepository.h"
+#include "persistence/PersistenceController.h"
+#include "persistence/TaskRepository.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <memory>
+
+using namespace tarnwell;
+
+namespace {
+
+struct Store
+{
+    explicit Store(const QString &path)
+        : controller(path)
+        , days(controller.viewContext(), calendar, systemClock())
+        , tasks(controller.viewContext(), calendar, systemClock(), days)
+    {
+    }
+    Calendar calendar;
+    PersistenceController controller;
+    DayRepository days;
+    TaskRepository tasks;
+};
+
+void fill(const QString &path, int historyDays, int tasksPerDayTimes100)
+{
+    Store store(path);
+    auto &context = store.controller.viewContext();
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    long made = 0;
+    for (int d = historyDays; d >= 1; --d) {
+        Day *day = context.insertNew<Day>();
+        day->setDate(store.calendar.startOfDayAdding(now, -d));
+        // Spread tasksPerDayTimes100 / 100 tasks a day evenly.
+        const long target = long(historyDays - d + 1) * tasksPerDayTimes100 / 100;
+        for (int order = 0; made < target; ++made, ++order) {
+            Task *task = context.insertNew<Task>();
+            task->setTitle(QStringLiteral("History task %1").arg(made));
+            task->setDurationMinutes(int(made % 90) + 5);
+            task->setOrderIndex(order);
+            task->setCompleted(made % 10 != 0);
+            task->setActualSecondsFocused(int(made % 5000));
+            task->setCreatedAt(day->date());
+            task->setUpdatedAt(day->date());
+            task->setDay(day);
+        }
+    }
+    Day *today = store.days.fetchOrCreateDay(now);
+    for (int i = 0; i < 10; ++i) {
+        Task *task = context.insertNew<Task>();
+        task->setTitle(QStringLiteral("Today %1").arg(i));
+        task->setOrderIndex(i);
+        task->setCreatedAt(now);
+        task->setUpdatedAt(now);
+        task->setDay(today);
+    }
+    context.save();
+}
+
+struct Figures
+{
+    double open = 0, todayQueueCold = 0, todayQueue = 0, createSave = 0, complete = 0, moveNextDay = 0;
+};
+
+Figures measure(const QString &path)
+{
+    Figures f;
+    const int coldSamples = 31;
+    const int warmSamples = 301;
+
+    std::vector<double> opens, queues;
+    for (int i = 0; i < coldSamples; ++i) {
+        std::unique_ptr<Store> store;
+        opens.push_back(bench::timeUs([&] { store = std::make_unique<Store>(path); }));
+        // Today's day and its open tasks, from a store that holds nothing in memory yet.
+        queues.push_back(bench::timeUs([&] {
+            Day *today = store->days.day(QDateTime::currentDateTimeUtc());
+            benchmark::DoNotOptimize(store->tasks.openTasks(today));
+        }));
+    }
+    f.open = bench::median(opens);
+    f.todayQueueCold = bench::median(queues);
+
+    Store store(path);
+    // What every refresh of the task in hand does on a running app.
+    f.todayQueue = bench::medianUs(warmSamples, [&] {
+        Day *today = store.days.day(QDateTime::currentDateTimeUtc());
+        benchmark::DoNotOptimize(store.tasks.openTasks(today));
+    });
+    Day *today = store.days.fetchOrCreateDay(QDateTime::currentDateTimeUtc());
+    QList<Task *> created;
+    int n = 0;
+    f.createSave = bench::medianUs(warmSamples, [&] {
+        created.append(store.tasks.createTask(QStringLiteral("Bench task %1").arg(n++), 25, false, today));
+    });
+    int next = 0;
+    f.complete = bench::medianUs(warmSamples / 2, [&] {
+        store.tasks.complete(created[next++], QDateTime::currentDateTimeUtc(), 600);
+    });
+    f.moveNextDay = bench::medianUs(warmSamples / 2, [&] { store.tasks.moveToNextDay(created[next++]); });
+    return f;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    QTemporaryDir dir;
+    const QString empty = dir.filePath(QStringLiteral("empty.sqlite"));
+    const QString full = dir.filePath(QStringLiteral("full.sqlite"));
+    fill(empty, 0, 0);
+    const double fillUs = bench::timeUs([&] { fill(full, 3650, 2740); }); // 27.4 a day = 100,010 tasks
+    std::fprintf(stderr, "filled the 100k store in %.1f s\n", fillUs / 1e6);
+
+    // Interleave the two stores so that disk and cache noise hits both alike.
+    const Figures e = measure(empty);
+    const Figures h = measure(full);
+    const Figures e2 = measure(empty);
+    const Figures h2 = measure(full);
+    const auto best = [](double a, double b) { return std::min(a, b); };
+    const Figures fe{best(e.open, e2.open), best(e.todayQueueCold, e2.todayQueueCold), best(e.todayQueue, e2.todayQueue),
+                     best(e.createSave, e2.createSave), best(e.complete, e2.complete), best(e.moveNextDay, e2.moveNextDay)};
+    const Figures fh{best(h.open, h2.open), best(h.todayQueueCold, h2.todayQueueCold), best(h.todayQueue, h2.todayQueue),
+                     best(h.createSave, h2.createSave), best(h.complete, h2.complete), best(h.moveNextDay, h2.moveNextDay)};
+
+    bench::figure("store.open.empty_us", fe.open, "us");
+    bench::figure("store.open.100k_us", fh.open, "us");
+    bench::figure("store.open.ratio_100k", fh.open / fe.open, "x");
+    bench::figure("store.today_queue.empty_us", fe.todayQueue, "us");
+    bench::figure("store.today_queue.100k_us", fh.todayQueue, "us");
+    bench::figure("store.today_queue.ratio_100k", fh.todayQueue / fe.todayQueue, "x");
+    bench::figure("store.today_queue_cold.empty_us", fe.todayQueueCold, "us");
+    bench::figure("store.today_queue_cold.100k_us", fh.todayQueueCold, "us");
+    bench::figure("store.today_queue_cold.ratio_100k", fh.todayQueueCold / fe.todayQueueCold, "x");
+    bench::figure("store.create_save.empty_us", fe.createSave, "us");
+    bench::figure("store.create_save.median_us", fh.createSave, "us");
+    bench::figure("store.create_save.ratio_100k", fh.createSave / fe.createSave, "x");
+    bench::figure("store.complete.ratio_100k", fh.complete / fe.complete, "x");
+    bench::figure("store.move_next_day.ratio_100k", fh.moveNextDay / fe.moveNextDay, "x");
+    return 0;
+}
