@@ -1,20 +1,69 @@
+#include "app/AppDelegate.h"
+#include "integration/AppURLRouter.h"
 #include "kit/Logging.h"
-#include "kit/Translations.h"
-#include "persistence/PersistenceController.h"
+#include "kit/UserDefaults.h"
+#include "platform/ApplicationBus.h"
 #include "platform/JournalLog.h"
+#include "platform/UnixSignals.h"
 
-#include <QCoreApplication>
+#include <QCommandLineParser>
+#include <QGuiApplication>
+#include <QTimer>
+#include <QtQml/QQmlExtensionPlugin>
+
+Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
+
+using namespace tarnwell;
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication app(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("tarnwell"));
-    tarnwell::platform::installLogHandler();
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("tarnwell"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarnwell"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.tarnwell.Tarnwell"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    platform::installLogHandler();
 
-    tarnwell::Translations translations;
-    translations.install(tarnwell::Translations::resolve(QStringLiteral("system")));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Tarnwell: your day and its task in hand, in the tray."));
+    parser.addHelpOption();
+    parser.addOption({QStringLiteral("ui-test"), QStringLiteral("Start without onboarding (automated tests).")});
+    parser.addPositionalArgument(QStringLiteral("link"), QStringLiteral("tarnwell: links to open"), QStringLiteral("[link...]"));
+    parser.process(app);
+    const QStringList links = parser.positionalArguments();
 
-    tarnwell::PersistenceController store;
-    qCInfo(lcPersistence).noquote() << QStringLiteral("Opened the store at %1").arg(store.storePath());
-    return 0;
+    // Defaults written under the former name are carried over once.
+    UserDefaults::migrateLegacyDefaults(*UserDefaults::open());
+
+    AppDelegate::Options options;
+    options.uiTest = parser.isSet(QStringLiteral("ui-test"));
+    options.unitTestHost = qEnvironmentVariableIsSet("TARNWELL_UNIT_TEST");
+    options.exitAfterInstall = qEnvironmentVariableIsSet("TARNWELL_EXIT_AFTER_INSTALL");
+    options.executable = QCoreApplication::applicationFilePath();
+    AppDelegate delegate(options);
+    delegate.applicationWillFinishLaunching();
+
+    // One instance per user: the first owns the name, later ones hand over.
+    platform::ApplicationBus bus;
+    QObject::connect(&bus, &platform::ApplicationBus::openRequested, &delegate, [&](const QStringList &uris) {
+        for (const QString &uri : uris)
+            delegate.urlRouter()->handleURL(uri);
+    });
+    QObject::connect(&bus, &platform::ApplicationBus::activateRequested, &delegate, &AppDelegate::revealPopover);
+    if (bus.claim() == platform::ApplicationBus::Role::secondary) {
+        qCInfo(lcServices).noquote() << QStringLiteral("Tarnwell is already running; handing over");
+        return bus.handOver(links) ? 0 : 1;
+    }
+    for (const QString &link : links)
+        delegate.urlRouter()->handleURL(link);
+
+    platform::UnixSignals signals_;
+    QObject::connect(&signals_, &platform::UnixSignals::terminationRequested, &app, [](int number) {
+        qCInfo(lcServices).noquote() << QStringLiteral("Received signal %1; quitting").arg(number);
+        QCoreApplication::quit();
+    });
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, &delegate, &AppDelegate::applicationWillTerminate);
+
+    QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);
+    return app.exec();
 }

@@ -108,7 +108,10 @@ void StoreMigrator::migrate(QSqlDatabase &db, const QString &filePath) const
         qCInfo(lcPersistence).noquote() << QStringLiteral("Copied the store aside to %1 before migrating").arg(backup);
     }
 
-    qCInfo(lcPersistence).noquote() << QStringLiteral("Migrating the store from version %1 to %2").arg(from).arg(to);
+    if (from == 0)
+        qCInfo(lcPersistence).noquote() << QStringLiteral("Creating a new store at schema version %1").arg(to);
+    else
+        qCInfo(lcPersistence).noquote() << QStringLiteral("Migrating the store from version %1 to %2").arg(from).arg(to);
     exec(db, QStringLiteral("BEGIN IMMEDIATE"));
     try {
         for (int version = from; version < to; ++version) {

@@ -1,0 +1,175 @@
+#include "AppDelegate.h"
+
+#include "integration/AppURLRouter.h"
+#include "kit/LoginItemService.h"
+#include "kit/Logging.h"
+#include "kit/Translations.h"
+#include "persistence/DayRepository.h"
+#include "persistence/PersistenceController.h"
+#include "persistence/TaskRepository.h"
+#include "platform/AppearancePortal.h"
+#include "platform/DayChangeObserver.h"
+#include "settings/AppSettingsStore.h"
+#include "views/OnboardingCoordinator.h"
+#include "views/ThemeController.h"
+#include "views/UiEngine.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+namespace tarnwell {
+
+AppDelegate::AppDelegate(Options options, QObject *parent)
+    : QObject(parent)
+    , m_options(std::move(options))
+    , m_clock(systemClock())
+    , m_translations(std::make_unique<Translations>())
+{
+}
+
+AppDelegate::~AppDelegate()
+{
+    applicationWillTerminate();
+}
+
+void AppDelegate::applicationWillFinishLaunching()
+{
+    m_urlRouter = std::make_unique<AppURLRouter>([this] { revealPopover(); }, [this] { showQuickAdd(); });
+}
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    if (m_launched)
+        return;
+    m_launched = true;
+
+    // 1. An agent: no taskbar entry and no main window; closing a window never quits.
+    QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
+
+    // 2. Under the unit-test host nothing else happens.
+    if (m_options.unitTestHost) {
+        qCInfo(lcServices).noquote() << QStringLiteral("Running under the unit-test host; nothing else starts");
+        return;
+    }
+
+    // 3. The store and the settings row, before anything reads a setting.
+    m_store = std::make_unique<PersistenceController>();
+    m_settings = std::make_unique<AppSettingsStore>(*m_store);
+    m_days = std::make_unique<DayRepository>(m_store->viewContext(), m_calendar, m_clock);
+    m_tasks = std::make_unique<TaskRepository>(m_store->viewContext(), m_calendar, m_clock, *m_days);
+    applyLanguage();
+    m_theme = std::make_unique<ThemeController>();
+    m_appearance = std::make_unique<platform::AppearancePortal>();
+    connect(m_appearance.get(), &platform::AppearancePortal::schemeChanged, this, [this] { applyAppearance(); });
+    applyAppearance();
+    connect(m_settings.get(), &AppSettingsStore::settingChanged, this, [this](const QString &setting) {
+        if (setting == QLatin1String("theme"))
+            applyAppearance();
+        else if (setting == QLatin1String("language"))
+            applyLanguage();
+    });
+    m_ui = std::make_unique<UiEngine>(*m_theme);
+
+    // 4. The focus engine and the popover's owner join here.
+
+    // 5. Launch at login follows its setting.
+    m_loginItems = std::make_unique<LoginItemService>(*m_settings, m_options.executable);
+    m_loginItems->start();
+
+    // 6. Onboarding first, unless done or skipped; then the interface.
+    if (!m_settings->onboardingCompleted() && !m_options.uiTest) {
+        m_onboarding = std::make_unique<OnboardingCoordinator>(*m_settings, *m_ui);
+        connect(m_onboarding.get(), &OnboardingCoordinator::finished, this, &AppDelegate::installMainInterface);
+        qCInfo(lcServices).noquote() << QStringLiteral("Showing onboarding");
+        m_onboarding->show();
+        return;
+    }
+    installMainInterface();
+}
+
+void AppDelegate::installMainInterface()
+{
+    if (m_appUIInstalled)
+        return;
+    m_appUIInstalled = true;
+
+    // 1. Status item (menu bar controller), 2. global hot keys, 3. notification
+    // action router, 4. idle monitor, 5. widget surface, 6. rating prompt:
+    // each is created here as it lands.
+
+    // 7. The day's repeating routines, then a fresh queue.
+    // 8. A new calendar day repeats step 7.
+    m_dayChange = std::make_unique<platform::DayChangeObserver>(m_calendar, m_clock);
+    connect(m_dayChange.get(), &platform::DayChangeObserver::dayChanged, this, &AppDelegate::onDayChanged);
+    m_dayChange->start();
+
+    qCInfo(lcServices).noquote() << QStringLiteral("Interface installed");
+    Q_EMIT interfaceInstalled();
+    m_urlRouter->setInterfaceReady();
+    if (std::exchange(m_pendingPopoverReveal, false))
+        revealPopover();
+    if (m_options.exitAfterInstall)
+        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+}
+
+void AppDelegate::onDayChanged()
+{
+    // Routines of the new day, then the new day's queue, join here.
+}
+
+void AppDelegate::revealPopover()
+{
+    if (!m_appUIInstalled) {
+        m_pendingPopoverReveal = true;
+        return;
+    }
+    qCInfo(lcMenuBar).noquote() << QStringLiteral("Popover requested");
+}
+
+void AppDelegate::showQuickAdd()
+{
+    qCInfo(lcServices).noquote() << QStringLiteral("Quick add requested");
+}
+
+void AppDelegate::applyAppearance()
+{
+    switch (m_settings->theme()) {
+    case TarnwellAppearance::light:
+        m_theme->setForced(ThemeController::Forced::light);
+        break;
+    case TarnwellAppearance::dark:
+        m_theme->setForced(ThemeController::Forced::dark);
+        break;
+    case TarnwellAppearance::system:
+        m_theme->setForced(ThemeController::Forced::none);
+        break;
+    }
+    m_theme->setDesktopPrefersDark(m_appearance->prefersDark());
+}
+
+void AppDelegate::applyLanguage()
+{
+    const QString code = Translations::resolve(storedText(m_settings->language()));
+    if (code == m_translations->installedLanguage())
+        return;
+    m_translations->install(code);
+    if (m_ui)
+        m_ui->retranslate();
+}
+
+void AppDelegate::applicationWillTerminate()
+{
+    if (m_terminated || !m_launched)
+        return;
+    m_terminated = true;
+    // The reverse of installing: hot keys, then the status item, then the widget surface.
+    qCInfo(lcHotkeys).noquote() << QStringLiteral("Unregistered all global hotkeys");
+    qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
+    qCInfo(lcWidget).noquote() << QStringLiteral("Stopped the widget surface");
+    m_dayChange.reset();
+    if (m_store)
+        m_store->save();
+    qCInfo(lcServices).noquote() << QStringLiteral("Terminated");
+}
+
+} // namespace tarnwell

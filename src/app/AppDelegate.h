@@ -1,0 +1,90 @@
+#pragma once
+
+#include "kit/Calendar.h"
+#include "kit/Clock.h"
+
+#include <QObject>
+#include <QStringList>
+#include <memory>
+
+namespace tarnwell {
+
+class AppSettingsStore;
+class AppURLRouter;
+class DayRepository;
+class LoginItemService;
+class OnboardingCoordinator;
+class PersistenceController;
+class TaskRepository;
+class ThemeController;
+class Translations;
+class UiEngine;
+
+namespace platform {
+class AppearancePortal;
+class DayChangeObserver;
+} // namespace platform
+
+// The composition root: builds the long-lived objects in a fixed order when
+// launching finishes, installs the tray interface once, and takes it down
+// in order when the process ends. It owns every process-wide instance;
+// views hold references and never own services.
+class AppDelegate : public QObject
+{
+    Q_OBJECT
+public:
+    struct Options
+    {
+        bool uiTest = false;            // --ui-test: skip onboarding
+        bool unitTestHost = false;      // TARNWELL_UNIT_TEST: stop after the first step
+        bool exitAfterInstall = false;  // TARNWELL_EXIT_AFTER_INSTALL: quit once installed (start-up measurement)
+        QString executable;             // what launch at login runs
+    };
+
+    explicit AppDelegate(Options options, QObject *parent = nullptr);
+    ~AppDelegate() override;
+
+    // Before launching finishes: the link router, so no link is lost.
+    void applicationWillFinishLaunching();
+    void applicationDidFinishLaunching();
+    void applicationWillTerminate();
+
+    AppURLRouter *urlRouter() const { return m_urlRouter.get(); }
+    bool appUIInstalled() const { return m_appUIInstalled; }
+
+    // Requests from outside (D-Bus Activate, links, hot keys).
+    void revealPopover();
+    void showQuickAdd();
+
+Q_SIGNALS:
+    void interfaceInstalled();
+
+private:
+    void installMainInterface();
+    void applyAppearance();
+    void applyLanguage();
+    void onDayChanged();
+
+    Options m_options;
+    Calendar m_calendar;
+    Clock m_clock;
+    std::unique_ptr<Translations> m_translations;
+    std::unique_ptr<PersistenceController> m_store;
+    std::unique_ptr<AppSettingsStore> m_settings;
+    std::unique_ptr<DayRepository> m_days;
+    std::unique_ptr<TaskRepository> m_tasks;
+    std::unique_ptr<ThemeController> m_theme;
+    std::unique_ptr<platform::AppearancePortal> m_appearance;
+    std::unique_ptr<UiEngine> m_ui;
+    std::unique_ptr<LoginItemService> m_loginItems;
+    std::unique_ptr<OnboardingCoordinator> m_onboarding;
+    std::unique_ptr<AppURLRouter> m_urlRouter;
+    std::unique_ptr<platform::DayChangeObserver> m_dayChange;
+
+    bool m_launched = false;
+    bool m_appUIInstalled = false;
+    bool m_pendingPopoverReveal = false;
+    bool m_terminated = false;
+};
+
+} // namespace tarnwell

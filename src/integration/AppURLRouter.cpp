@@ -1,0 +1,62 @@
+#include "AppURLRouter.h"
+
+#include "kit/Logging.h"
+
+namespace tarnwell {
+
+AppURLRouter::AppURLRouter(std::function<void()> openPopover, std::function<void()> openQuickAdd, QObject *parent)
+    : QObject(parent)
+    , m_openPopover(std::move(openPopover))
+    , m_openQuickAdd(std::move(openQuickAdd))
+{
+}
+
+std::optional<AppURLRoute> AppURLRouter::route(const QUrl &url)
+{
+    if (url.scheme().isEmpty() || url.scheme().toLower() != QLatin1String(Constants::scheme))
+        return std::nullopt;
+    if (url.host(QUrl::FullyEncoded).toLower() == QLatin1String("quickadd"))
+        return AppURLRoute::quickAdd;
+    return AppURLRoute::popover;
+}
+
+void AppURLRouter::handleURL(const QString &link)
+{
+    const QUrl url(link, QUrl::StrictMode);
+    if (link.isEmpty() || !url.isValid())
+        return;
+    qCInfo(lcServices).noquote() << QStringLiteral("Opening link %1").arg(link);
+    const auto target = route(url);
+    if (!target) {
+        qCCritical(lcServices).noquote() << QStringLiteral("Ignored a link Tarnwell does not own: %1").arg(link);
+        return;
+    }
+    if (!m_ready) {
+        m_waiting.append(*target);
+        return;
+    }
+    perform(*target);
+}
+
+void AppURLRouter::setInterfaceReady()
+{
+    if (m_ready)
+        return;
+    m_ready = true;
+    const auto waiting = std::exchange(m_waiting, {});
+    for (AppURLRoute r : waiting)
+        perform(r);
+}
+
+void AppURLRouter::perform(AppURLRoute r)
+{
+    if (r == AppURLRoute::quickAdd) {
+        if (m_openQuickAdd)
+            m_openQuickAdd();
+    } else if (m_openPopover) {
+        m_openPopover();
+    }
+    Q_EMIT routed(r);
+}
+
+} // namespace tarnwell

@@ -1,0 +1,48 @@
+#include "OnboardingCoordinator.h"
+
+#include "UiEngine.h"
+#include "settings/AppSettingsStore.h"
+
+#include <QQuickWindow>
+
+namespace tarnwell {
+
+OnboardingCoordinator::OnboardingCoordinator(AppSettingsStore &settings, UiEngine &ui, QObject *parent)
+    : QObject(parent)
+    , m_settings(settings)
+    , m_ui(ui)
+{
+}
+
+OnboardingCoordinator::~OnboardingCoordinator()
+{
+    delete m_window.data();
+}
+
+void OnboardingCoordinator::show()
+{
+    if (!m_window) {
+        m_window = m_ui.createWindow(QStringLiteral("OnboardingWindow.qml"),
+                                     {{QStringLiteral("coordinator"), QVariant::fromValue<QObject *>(this)}});
+        if (!m_window) {
+            finish(); // never strand the user without an interface
+            return;
+        }
+    }
+    m_window->show();
+    m_window->raise();
+    m_window->requestActivate();
+}
+
+void OnboardingCoordinator::finish()
+{
+    if (!m_settings.onboardingCompleted())
+        m_settings.setOnboardingCompleted(true);
+    if (m_window) {
+        m_window->close();
+        m_window->deleteLater();
+    }
+    Q_EMIT finished();
+}
+
+} // namespace tarnwell
