@@ -1,5 +1,5 @@
-// An in-memory store with the focus engine on a pinned clock, and fakes that
-// record what reaches the chimes, the notifier and the popover.
+// The focus engine on a pinned clock over an in-memory (or file) store, with
+// a recorder standing in for the chimes, the notifier and the popover.
 #pragma once
 
 #include "persistence/PersistenceController.h"
@@ -13,68 +13,68 @@
 
 #include <QStringList>
 
+#include <utility>
+
 using namespace tarnwell;
 
-// Every call on every loaded chime, as "<name> <action>" lines.
-struct FakeChimes : ChimeLibrary
+// Everything that reaches the chimes, the notifier and the popover, in order.
+struct Recorder : ChimeLibrary, DurationCompletionNotifier, CompletionPresenter
 {
     struct Player : ChimePlayer
     {
-        Player(FakeChimes &o, QString n) : owner(o), name(std::move(n)) {}
+        Player(Recorder &r, QString n) : recorder(r), name(std::move(n)) {}
         bool isPlaying() const override { return playing; }
-        void stop() override { playing = false; owner.log << name + QStringLiteral(" stop"); }
-        void setVolume(double v) override { owner.log << name + QStringLiteral(" volume %1").arg(v); }
-        void play() override { playing = true; owner.log << name + QStringLiteral(" play"); }
-        FakeChimes &owner;
+        void stop() override { playing = false, recorder.log << name + QStringLiteral(" stop"); }
+        void setVolume(double v) override { recorder.log << name + QStringLiteral(" volume %1").arg(v); }
+        void play() override { playing = true, recorder.log << name + QStringLiteral(" play"); }
+        Recorder &recorder;
         QString name;
         bool playing = false;
     };
     std::unique_ptr<ChimePlayer> load(const QString &name) override
     {
         log << name + QStringLiteral(" load");
-        return name == QLatin1String("Missing") ? nullptr : std::make_unique<Player>(*this, name);
+        return std::make_unique<Player>(*this, name);
     }
+    void notifyDurationComplete(Task &t) override { log << QStringLiteral("complete ") + t.title(); }
+    void notifyEndingSoon(Task &t, int minutes) override { log << QStringLiteral("endingSoon %1 %2").arg(t.title()).arg(minutes); }
+    void withdrawEndingSoon(const std::optional<QUuid> &id) override { log << QStringLiteral("withdraw ") + id.value_or(QUuid()).toString(); }
+    void presentNextUp(const NextUpModalContext &c) override { nextUp << c; }
+    void updatePresentation() override { log << QStringLiteral("update"); }
+
+    QStringList take() { return std::exchange(log, {}); }
     QStringList log;
-};
-
-struct FakeNotifier : DurationCompletionNotifier
-{
-    void notifyDurationComplete(Task &task) override { events << QStringLiteral("complete ") + task.title(); }
-    void notifyEndingSoon(Task &task, int minutesLeft) override
-    {
-        events << QStringLiteral("endingSoon %1 %2").arg(task.title()).arg(minutesLeft);
-    }
-    void withdrawEndingSoon(const std::optional<QUuid> &taskID) override
-    {
-        events << QStringLiteral("withdraw ") + (taskID ? taskID->toString() : QStringLiteral("none"));
-    }
-    QStringList events;
-};
-
-struct FakePresenter : CompletionPresenter
-{
-    void presentNextUp(const NextUpModalContext &c) override { presented.append(c); }
-    void updatePresentation() override { ++updates; }
-    QList<NextUpModalContext> presented;
-    int updates = 0;
+    QList<NextUpModalContext> nextUp;
 };
 
 struct FocusFixture
 {
-    ManualClock time{QDate(2026, 6, 10).startOfDay(QTimeZone::systemTimeZone()).addSecs(10 * 3600)};
-    PersistenceController store{true};
-    AppSettingsStore settings{store};
-    ActiveTaskService service{store.viewContext(), settings, time.clock()};
-    FakeChimes chimes;
-    SoundService sound{settings, chimes};
-    int saves = 0;
-
-    FocusFixture() { QObject::connect(&store.viewContext(), &StoreContext::didSave, [this] { ++saves; }); }
-
+    explicit FocusFixture(const QString &storePath = {})
+        : store(storePath.isEmpty() ? std::make_unique<PersistenceController>(true)
+                                    : std::make_unique<PersistenceController>(storePath))
+    {
+        QObject::connect(&store->viewContext(), &StoreContext::didSave, [this] { ++saves; });
+    }
     Task *add(const QString &title, std::optional<qint64> minutes = std::nullopt)
     {
         Day *today = service.dayRepository().fetchOrCreateDay(time.now);
         return service.taskRepository().createTask(title, minutes, false, today);
     }
-    void advanceSeconds(qint64 s) { time.advance(s * 1000); }
+    // One tick a second for `seconds` seconds.
+    void tick(int seconds)
+    {
+        for (int i = 0; i < seconds; ++i) {
+            time.advance(1000);
+            countdown.evaluate();
+        }
+    }
+
+    ManualClock time{QDate(2026, 6, 10).startOfDay(QTimeZone::systemTimeZone()).addSecs(10 * 3600)};
+    std::unique_ptr<PersistenceController> store;
+    AppSettingsStore settings{*store};
+    ActiveTaskService service{store->viewContext(), settings, time.clock()};
+    Recorder rec;
+    SoundService sound{settings, rec};
+    CountdownService countdown{service, rec, sound, settings, time.clock(), std::chrono::milliseconds(0)};
+    int saves = 0;
 };

@@ -1,28 +1,18 @@
 // The countdown of the task in hand: remaining time, the ending-soon warning
-// and the completion once per plan, withdrawal, and the chime rules.
+// and the completion once per plan, withdrawal, the chime rules, and a store
+// file that ticking leaves alone.
 #include "FocusFixture.h"
+#include "services/FocusTime.h"
 
+#include <QFileInfo>
 #include <QSqlDatabase>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
-
-struct CountdownFixture : FocusFixture
-{
-    FakeNotifier notifier;
-    CountdownService countdown{service, notifier, sound, settings, time.clock(), std::chrono::milliseconds(0)};
-
-    // One tick a second for `seconds` seconds.
-    void tick(int seconds)
-    {
-        for (int i = 0; i < seconds; ++i) {
-            advanceSeconds(1);
-            countdown.evaluate();
-        }
-    }
-    QString endingSoon(int minutes = 5) const { return QStringLiteral("endingSoon T %1").arg(minutes); }
-};
-
+const QString endingSoon5 = QStringLiteral("endingSoon T 5");
+const QStringList warningChime{QStringLiteral("Glass volume 0.4"), QStringLiteral("Glass play")};
+const QStringList endChime{QStringLiteral("Glass stop"), QStringLiteral("Glass volume 1"), QStringLiteral("Glass play")};
 } // namespace
 
 class CountdownTest : public QObject
@@ -32,130 +22,133 @@ class CountdownTest : public QObject
 private Q_SLOTS:
     void warnsOnceThenCompletesOnce()
     {
-        CountdownFixture f;
+        FocusFixture f;
         f.settings.setPreEndWarningMinutes(5);
         Task *t = f.add(QStringLiteral("T"), 25);
         QCOMPARE(f.countdown.remainingSeconds(), 1500);
+        f.countdown.evaluate(f.add(QStringLiteral("Zero"), 0)); // nothing planned, nothing focused: not overdue
+        QVERIFY(f.countdown.remainingSeconds() == 0 && !f.countdown.isOverdue());
         f.service.startTimer(t);
-        f.tick(4 * 60); // seen at 21 minutes left: armed
-        QVERIFY(f.notifier.events.isEmpty());
-        f.tick(16 * 60 - 1);
-        QVERIFY(f.notifier.events.isEmpty());
-        f.tick(1); // the first tick at 5 minutes left
+        f.tick(20 * 60 - 1); // seen at 21 minutes left on the way: armed
+        QVERIFY(f.rec.log.isEmpty());
+        f.tick(1);
         QCOMPARE(f.countdown.remainingSeconds(), 300);
-        QCOMPARE(f.notifier.events, QStringList{f.endingSoon()});
-        QCOMPARE(f.chimes.log.mid(1), (QStringList{QStringLiteral("Glass volume 0.4"), QStringLiteral("Glass play")}));
-        QCOMPARE(f.countdown.shownWarning()->taskID, t->id());
-
+        QCOMPARE(f.rec.take(), QStringList{endingSoon5} + QStringList{QStringLiteral("Glass load")} + warningChime);
         f.tick(300);
-        QCOMPARE(f.countdown.remainingSeconds(), 0);
         QVERIFY(f.countdown.isOverdue());
-        QCOMPARE(f.notifier.events, (QStringList{f.endingSoon(), QStringLiteral("complete T")}));
-        QCOMPARE(f.chimes.log.mid(3),
-                 (QStringList{QStringLiteral("Glass stop"), QStringLiteral("Glass volume 1"), QStringLiteral("Glass play")}));
+        QCOMPARE(f.rec.take(), QStringList{QStringLiteral("complete T")} + endChime);
         f.tick(120);
         QCOMPARE(f.countdown.remainingSeconds(), -120);
-        QCOMPARE(f.notifier.events.size(), 2);
-
-        // Paused while overdue: still overdue, paused, and silent.
+        // Paused while overdue: still overdue, now paused, and silent.
         f.service.pauseTimer(t);
+        f.tick(60);
         QVERIFY(f.countdown.isOverdue());
         QVERIFY(f.countdown.isPaused());
-        f.tick(60);
-        QCOMPARE(f.notifier.events.size(), 2);
+        QVERIFY(f.rec.log.isEmpty());
     }
 
-    void plansThatNeverWarn_data()
-    {
-        QTest::addColumn<int>("warningMinutes");
-        QTest::addColumn<int>("plannedMinutes");
-        QTest::addColumn<int>("bankedMinutes");
-        QTest::newRow("started inside the span") << 5 << 25 << 21;
-        QTest::newRow("plan as long as the span") << 5 << 5 << 0;
-        QTest::newRow("warnings off") << 0 << 25 << 0;
-    }
     void plansThatNeverWarn()
     {
-        QFETCH(int, warningMinutes);
-        QFETCH(int, plannedMinutes);
-        QFETCH(int, bankedMinutes);
-        CountdownFixture f;
-        f.settings.setPreEndWarningMinutes(warningMinutes);
-        Task *t = f.add(QStringLiteral("T"), plannedMinutes);
-        t->setActualSecondsFocused(bankedMinutes * 60);
-        f.service.startTimer(t);
-        f.tick((plannedMinutes - bankedMinutes) * 60 + 5);
-        QCOMPARE(f.notifier.events, QStringList{QStringLiteral("complete T")});
+        struct Row { int warningMinutes, plannedMinutes, bankedMinutes; };
+        // Started inside the span, a plan as long as the span, warnings off.
+        for (const Row r : {Row{5, 25, 21}, Row{5, 5, 0}, Row{0, 25, 0}}) {
+            FocusFixture f;
+            f.settings.setPreEndWarningMinutes(r.warningMinutes);
+            Task *t = f.add(QStringLiteral("T"), r.plannedMinutes);
+            t->setActualSecondsFocused(r.bankedMinutes * 60);
+            f.service.startTimer(t);
+            f.tick((r.plannedMinutes - r.bankedMinutes) * 60 + 5);
+            QCOMPARE(f.rec.log.filter(QStringLiteral("T")), QStringList{QStringLiteral("complete T")});
+        }
     }
 
     void extendingMakesANewPlan()
     {
-        CountdownFixture f;
+        FocusFixture f;
         f.settings.setPreEndWarningMinutes(5);
         Task *t = f.add(QStringLiteral("T"), 10);
         f.service.startTimer(t);
         f.tick(10 * 60 + 30);
+        f.rec.take();
         t->setDurationMinutes(20);
         f.countdown.evaluate();
         QCOMPARE(f.countdown.remainingSeconds(), 570);
         QVERIFY(!f.countdown.isOverdue());
-        // The first plan's warning is taken back; the new plan warns and completes.
-        QCOMPARE(f.notifier.events, (QStringList{f.endingSoon(), QStringLiteral("complete T"),
-                                                 QStringLiteral("withdraw ") + t->id().toString()}));
+        QCOMPARE(f.rec.take(), QStringList{QStringLiteral("withdraw ") + t->id().toString()}); // the old plan's warning
         f.tick(570);
-        QCOMPARE(f.notifier.events.mid(3), (QStringList{f.endingSoon(), QStringLiteral("complete T")}));
+        QCOMPARE(f.rec.take().filter(QStringLiteral(" T")), (QStringList{endingSoon5, QStringLiteral("complete T")}));
     }
 
-    void warningIsWithdrawnWhenTheTaskInHandChanges_data()
-    {
-        QTest::addColumn<bool>("complete");
-        QTest::newRow("completed") << true;
-        QTest::newRow("handed over") << false;
-    }
     void warningIsWithdrawnWhenTheTaskInHandChanges()
     {
-        QFETCH(bool, complete);
-        CountdownFixture f;
-        f.settings.setPreEndWarningMinutes(5);
-        Task *t = f.add(QStringLiteral("T"), 10);
-        Task *other = f.add(QStringLiteral("Other"), 10);
-        f.service.startTimer(t);
-        f.tick(5 * 60);
-        QVERIFY(f.countdown.shownWarning());
-        if (complete) {
-            FakePresenter popover;
-            TaskCompletionFlow::complete(t->id(), f.service, f.sound, popover);
-        } else {
-            // Brought to the head and handed over to: the warned task leaves the hand.
-            other->setOrderIndex(-1);
-            f.service.activate(other);
+        for (const bool complete : {true, false}) {
+            FocusFixture f;
+            f.settings.setPreEndWarningMinutes(5);
+            Task *t = f.add(QStringLiteral("T"), 10);
+            Task *unplanned = f.add(QStringLiteral("Unplanned"));
+            f.service.startTimer(t);
+            f.tick(5 * 60);
+            QVERIFY(f.countdown.shownWarning());
+            f.rec.take();
+            if (complete) {
+                TaskCompletionFlow::complete(t->id(), f.service, f.sound, f.rec);
+            } else { // brought to the head, then handed over to
+                unplanned->setOrderIndex(-1);
+                f.service.activate(unplanned);
+            }
+            QCOMPARE(f.rec.take().first(), QStringLiteral("withdraw ") + t->id().toString());
+            QVERIFY(!f.countdown.shownWarning());
+            // A task without a plan has no countdown, running or not.
+            f.service.startTimer(unplanned);
+            f.tick(5);
+            QVERIFY(!f.countdown.remainingSeconds() && !f.countdown.isOverdue() && !f.countdown.isPaused());
         }
-        QCOMPARE(f.notifier.events.mid(1), QStringList{QStringLiteral("withdraw ") + t->id().toString()});
-        QVERIFY(!f.countdown.shownWarning());
-        QCOMPARE(f.countdown.remainingSeconds(), 600);
-    }
-
-    void noPlanPublishesNothing()
-    {
-        CountdownFixture f;
-        Task *t = f.add(QStringLiteral("T"));
-        t->setActualSecondsFocused(60);
-        f.service.startTimer(t);
-        f.tick(5);
-        QVERIFY(!f.countdown.remainingSeconds());
-        QVERIFY(!f.countdown.isOverdue());
-        QVERIFY(!f.countdown.isPaused());
     }
 
     void ticksNeverQueryTheStore()
     {
-        CountdownFixture f;
+        FocusFixture f;
         f.settings.setPreEndWarningMinutes(1);
-        Task *t = f.add(QStringLiteral("T"), 2);
-        f.service.startTimer(t);
-        f.store.viewContext().database().close(); // any query from here on would throw
+        f.service.startTimer(f.add(QStringLiteral("T"), 2));
+        f.store->viewContext().database().close(); // any query from here on would throw
         f.tick(125);
-        QCOMPARE(f.notifier.events, (QStringList{f.endingSoon(1), QStringLiteral("complete T")}));
+        QCOMPARE(f.rec.log.filter(QStringLiteral(" T")), (QStringList{QStringLiteral("endingSoon T 1"), QStringLiteral("complete T")}));
+    }
+
+    void runningTimerOutlivesTheProcessAndTicksWriteNothing()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("Tarnwell.sqlite"));
+        QDateTime started;
+        {
+            FocusFixture first(path);
+            first.time.advance(-3000 * 1000); // started 50 minutes before the relaunch
+            started = first.time.now;
+            Task *t = first.add(QStringLiteral("Deep work"), 90);
+            t->setActualSecondsFocused(600);
+            first.service.startTimer(t);
+        }
+        FocusFixture second(path);
+        second.settings.setPreEndWarningMinutes(60);
+        Task *t = second.service.activeTask();
+        QVERIFY(t && t->activeStartedAt() == started);
+        QCOMPARE(FocusTime::focusedSeconds(*t, second.time.now), 600 + 3000);
+
+        QCoreApplication::processEvents();
+        second.saves = 0;
+        const auto fileState = [&] {
+            return std::tuple(QFileInfo(path).size(), QFileInfo(path).lastModified(), QFileInfo(path + QStringLiteral("-wal")).size());
+        };
+        const auto before = fileState();
+        QTest::qWait(20); // so that a write would show in the modification time
+        for (int i = 0; i < 100; ++i) {
+            second.tick(20);
+            QCoreApplication::processEvents();
+        }
+        // Inside the warning span since the relaunch, so never armed: no warning.
+        QCOMPARE(second.rec.log.filter(QStringLiteral(" Deep")), QStringList{QStringLiteral("complete Deep work")});
+        QCOMPARE(second.saves, 0);
+        QVERIFY(fileState() == before);
     }
 
     void chimeRules()
@@ -164,21 +157,13 @@ private Q_SLOTS:
         f.settings.setChimeSoundName(QStringLiteral("Tink"));
         f.sound.play(SoundService::Cue::warning);
         f.sound.play(SoundService::Cue::end);
-        QCOMPARE(f.chimes.log, (QStringList{QStringLiteral("Tink load"), QStringLiteral("Tink volume 0.4"),
-                                            QStringLiteral("Tink play"), QStringLiteral("Tink stop"),
-                                            QStringLiteral("Tink volume 1"), QStringLiteral("Tink play")}));
-        f.chimes.log.clear();
+        QCOMPARE(f.rec.take(), (QStringList{QStringLiteral("Tink load"), QStringLiteral("Tink volume 0.4"), QStringLiteral("Tink play"),
+                                            QStringLiteral("Tink stop"), QStringLiteral("Tink volume 1"), QStringLiteral("Tink play")}));
         f.settings.setSoundEnabled(false);
         f.sound.play(SoundService::Cue::end);
-        QVERIFY(f.chimes.log.isEmpty());
+        QVERIFY(f.rec.log.isEmpty());
         f.sound.preview(QStringLiteral("Basso")); // unknown names fall back to the default
-        f.sound.preview(std::nullopt);
-        QCOMPARE(f.chimes.log, (QStringList{QStringLiteral("Glass load"), QStringLiteral("Glass volume 1"),
-                                            QStringLiteral("Glass play"), QStringLiteral("Glass stop"),
-                                            QStringLiteral("Glass volume 1"), QStringLiteral("Glass play")}));
-        QCOMPARE(SoundService::soundNames().size(), 7);
-        for (const QString &name : SoundService::soundNames())
-            QCOMPARE(SoundService::resolve(name), name);
+        QCOMPARE(f.rec.take(), (QStringList{QStringLiteral("Glass load"), QStringLiteral("Glass volume 1"), QStringLiteral("Glass play")}));
     }
 };
 
