@@ -37,8 +37,14 @@ void ActiveTaskService::refresh()
 {
     // There is no stored pointer to the current task: the head of today's
     // order is the task in hand, whatever other timer may be running.
-    Day *today = m_dayRepository->day(m_clock());
-    m_queue = today ? m_taskRepository->openTasks(today) : QList<Task *>();
+    try {
+        Day *today = m_dayRepository->day(m_clock());
+        m_queue = today ? m_taskRepository->openTasks(today) : QList<Task *>();
+    } catch (const StoreError &error) {
+        // Unreadable store: publish no task in hand rather than a stale one.
+        qCCritical(lcServices).noquote() << QStringLiteral("ActiveTaskService refresh failed: %1").arg(error.description());
+        m_queue.clear();
+    }
     Q_EMIT queueChanged(m_queue);
     m_activeTask = m_queue.isEmpty() ? nullptr : m_queue.first();
     Q_EMIT activeTaskChanged(m_activeTask);

@@ -47,9 +47,9 @@ void SoundService::playSound(const QString &name, double volume)
         std::unique_ptr<ChimePlayer> loaded = m_library.load(name);
         if (!loaded)
             return; // nothing to play under this name
-        it = m_cache.insert(name, std::shared_ptr<ChimePlayer>(std::move(loaded)));
+        it = m_cache.emplace(name, std::move(loaded)).first;
     }
-    ChimePlayer &player = **it;
+    ChimePlayer &player = *it->second;
     if (player.isPlaying())
         player.stop();
     player.setVolume(volume);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <QStringList>
 
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -64,7 +64,7 @@ private:
 
     AppSettingsStore &m_settingsStore;
     ChimeLibrary &m_library;
-    QHash<QString, std::shared_ptr<ChimePlayer>> m_cache;
+    std::map<QString, std::unique_ptr<ChimePlayer>> m_cache;
 };
 
 } // namespace tarnwell

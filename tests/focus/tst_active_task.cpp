@@ -151,6 +151,12 @@ private Q_SLOTS:
         QSqlQuery(f.store->viewContext().database()).exec(QStringLiteral("PRAGMA query_only = OFF"));
         f.store->viewContext().save(); // what failed goes out with the next save
         QVERIFY(!f.store->viewContext().hasChanges());
+        Task *open = f.add(QStringLiteral("Open"));
+        QCOMPARE(f.service.activeTask(), open);
+        f.store->viewContext().database().close(); // unreadable: no task in hand rather than a stale one
+        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^ActiveTaskService refresh failed: .+")));
+        f.service.refresh();
+        QVERIFY(!f.service.activeTask());
     }
 
     void clockFormat()
