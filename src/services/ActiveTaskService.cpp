@@ -50,13 +50,12 @@ void ActiveTaskService::refresh()
     Q_EMIT activeTaskChanged(m_activeTask);
 }
 
-void ActiveTaskService::save(const char *operation)
+void ActiveTaskService::save(const char *failureLog)
 {
     try {
         m_context.save();
     } catch (const StoreError &error) {
-        qCCritical(lcServices).noquote()
-            << QStringLiteral("ActiveTaskService %1 save failed: %2").arg(QLatin1String(operation), error.description());
+        qCCritical(lcServices).noquote() << QString::fromLatin1(failureLog).arg(error.description());
     }
 }
 
@@ -67,7 +66,7 @@ void ActiveTaskService::startTimer(Task *task)
     const QDateTime now = m_clock();
     task->setActiveStartedAt(now);
     task->setUpdatedAt(now);
-    save("startTimer");
+    save("ActiveTaskService startTimer save failed: %1");
     refresh();
 }
 
@@ -79,7 +78,7 @@ void ActiveTaskService::pauseTimer(Task *task)
     task->setActualSecondsFocused(checkedInt32(FocusTime::focusedSeconds(*task, now), "actualSecondsFocused"));
     task->setActiveStartedAt(std::nullopt);
     task->setUpdatedAt(now);
-    save("pauseTimer");
+    save("ActiveTaskService pauseTimer save failed: %1");
     refresh();
 }
 
@@ -101,7 +100,7 @@ void ActiveTaskService::activate(Task *task)
         previous->setUpdatedAt(now);
     }
     task->setUpdatedAt(now);
-    save("activate");
+    save("ActiveTaskService activate save failed: %1");
     refresh();
 }
 
@@ -129,7 +128,7 @@ void ActiveTaskService::discardAwaySeconds(Task *task, qint64 seconds)
         task->setAwaySecondsDiscarded(
             checkedInt32(qint64(task->awaySecondsDiscarded().value_or(0)) + removed, "awaySecondsDiscarded"));
         task->setUpdatedAt(now);
-        save("discardAwaySeconds");
+        save("ActiveTaskService discardAwaySeconds save failed: %1");
     }
     refresh();
 }

@@ -65,7 +65,8 @@ Q_SIGNALS:
     void queueChanged(const QList<tarnwell::Task *> &queue);
 
 private:
-    void save(const char *operation);
+    // Saves; a failure is logged with `failureLog` (%1: the error) and swallowed.
+    void save(const char *failureLog);
 
     StoreContext &m_context;
     AppSettingsStore &m_settingsStore;
