@@ -1,0 +1,39 @@
+#include "SoundEffectChimeLibrary.h"
+
+#include <QFile>
+#include <QSoundEffect>
+
+namespace tarnwell::platform {
+
+namespace {
+
+class SoundEffectChimePlayer final : public ChimePlayer
+{
+public:
+    explicit SoundEffectChimePlayer(const QUrl &source) { m_effect.setSource(source); }
+
+    bool isPlaying() const override { return m_effect.isPlaying(); }
+    void stop() override { m_effect.stop(); }
+    void setVolume(double volume) override { m_effect.setVolume(float(volume)); }
+    // Loading is asynchronous; a play before it finishes starts once loaded.
+    void play() override { m_effect.play(); }
+
+private:
+    QSoundEffect m_effect;
+};
+
+} // namespace
+
+QUrl SoundEffectChimeLibrary::chimeUrl(const QString &name)
+{
+    return QUrl(QStringLiteral("qrc:/sounds/%1.wav").arg(name));
+}
+
+std::unique_ptr<ChimePlayer> SoundEffectChimeLibrary::load(const QString &name)
+{
+    if (!QFile::exists(QStringLiteral(":/sounds/%1.wav").arg(name)))
+        return nullptr;
+    return std::make_unique<SoundEffectChimePlayer>(chimeUrl(name));
+}
+
+} // namespace tarnwell::platform
