@@ -9,6 +9,11 @@
 #include "persistence/TaskRepository.h"
 #include "platform/AppearancePortal.h"
 #include "platform/DayChangeObserver.h"
+#include "platform/SoundEffectChimeLibrary.h"
+#include "services/ActiveTaskService.h"
+#include "services/CountdownService.h"
+#include "services/DurationCompletionNotifier.h"
+#include "services/SoundService.h"
 #include "settings/AppSettingsStore.h"
 #include "views/OnboardingCoordinator.h"
 #include "views/ThemeController.h"
@@ -70,7 +75,14 @@ void AppDelegate::applicationDidFinishLaunching()
     });
     m_ui = std::make_unique<UiEngine>(*m_theme);
 
-    // 4. The focus engine and the popover's owner join here.
+    // 4. The focus engine: the task in hand and its countdown. (The popover's
+    // owner joins here with the windows.)
+    m_chimes = std::make_unique<platform::SoundEffectChimeLibrary>();
+    m_sounds = std::make_unique<SoundService>(*m_settings, *m_chimes);
+    m_notifier = std::make_unique<LoggingDurationCompletionNotifier>();
+    m_activeTasks = std::make_unique<ActiveTaskService>(m_store->viewContext(), *m_settings, m_clock, m_days.get(),
+                                                        m_tasks.get());
+    m_countdown = std::make_unique<CountdownService>(*m_activeTasks, *m_notifier, *m_sounds, *m_settings, m_clock);
 
     // 5. Launch at login follows its setting.
     m_loginItems = std::make_unique<LoginItemService>(*m_settings, m_options.executable);
@@ -114,7 +126,8 @@ void AppDelegate::installMainInterface()
 
 void AppDelegate::onDayChanged()
 {
-    // Routines of the new day, then the new day's queue, join here.
+    // Routines of the new day join here; then the new day's queue.
+    m_activeTasks->refresh();
 }
 
 void AppDelegate::revealPopover()
@@ -167,6 +180,7 @@ void AppDelegate::applicationWillTerminate()
     qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
     qCInfo(lcWidget).noquote() << QStringLiteral("Stopped the widget surface");
     m_dayChange.reset();
+    m_countdown.reset();
     if (m_store)
         m_store->save();
     qCInfo(lcServices).noquote() << QStringLiteral("Terminated");

@@ -9,8 +9,13 @@
 
 namespace tarnwell {
 
+class ActiveTaskService;
 class AppSettingsStore;
 class AppURLRouter;
+class ChimeLibrary;
+class CountdownService;
+class DurationCompletionNotifier;
+class SoundService;
 class DayRepository;
 class LoginItemService;
 class OnboardingCoordinator;
@@ -73,6 +78,11 @@ private:
     std::unique_ptr<AppSettingsStore> m_settings;
     std::unique_ptr<DayRepository> m_days;
     std::unique_ptr<TaskRepository> m_tasks;
+    std::unique_ptr<ChimeLibrary> m_chimes;
+    std::unique_ptr<SoundService> m_sounds;
+    std::unique_ptr<DurationCompletionNotifier> m_notifier;
+    std::unique_ptr<ActiveTaskService> m_activeTasks;
+    std::unique_ptr<CountdownService> m_countdown;
     std::unique_ptr<ThemeController> m_theme;
     std::unique_ptr<platform::AppearancePortal> m_appearance;
     std::unique_ptr<UiEngine> m_ui;
