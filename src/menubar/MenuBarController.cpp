@@ -1,0 +1,227 @@
+#include "MenuBarController.h"
+
+#include "MenuBarLabelBuilder.h"
+#include "kit/Logging.h"
+#include "persistence/Task.h"
+#include "platform/DBusMenu.h"
+#include "platform/StatusNotifierItem.h"
+#include "services/ActiveTaskService.h"
+#include "services/CountdownService.h"
+#include "services/FocusTexts.h"
+#include "services/FocusTime.h"
+#include "settings/AppSettingsStore.h"
+
+#include <QCoreApplication>
+
+namespace tarnwell {
+
+MenuBarController::MenuBarController(ActiveTaskService &activeTasks, CountdownService &countdown,
+                                     AppSettingsStore &settings, std::function<bool()> panelIsDark, Actions actions,
+                                     QObject *parent)
+    : QObject(parent)
+    , m_activeTasks(activeTasks)
+    , m_countdown(countdown)
+    , m_settings(settings)
+    , m_panelIsDark(std::move(panelIsDark))
+    , m_actions(std::move(actions))
+{
+    m_dayDoneTimer.setSingleShot(true);
+    m_dayDoneTimer.setInterval(Constants::dayDoneMinutes * 60 * 1000);
+    connect(&m_dayDoneTimer, &QTimer::timeout, this, &MenuBarController::endDayDone);
+    m_lastActive = m_activeTasks.activeTask();
+}
+
+MenuBarController::~MenuBarController()
+{
+    remove();
+}
+
+void MenuBarController::install()
+{
+    if (m_item)
+        return;
+    m_item = std::make_unique<platform::StatusNotifierItem>();
+    m_menu = std::make_unique<platform::DBusMenu>();
+    m_item->setTitle(QStringLiteral("Tarnwell"));
+    m_item->setMenu(m_menu.get());
+    connect(m_item.get(), &platform::StatusNotifierItem::activated, this, [this](const QPoint &at) {
+        if (m_actions.togglePopover)
+            m_actions.togglePopover(at);
+    });
+    connect(m_item.get(), &platform::StatusNotifierItem::secondaryActivated, this, [this] {
+        if (m_actions.showQuickAdd)
+            m_actions.showQuickAdd();
+    });
+    connect(m_menu.get(), &platform::DBusMenu::triggered, this, [this](int id) {
+        switch (id) {
+        case openId:
+            if (m_actions.togglePopover)
+                m_actions.togglePopover(QPoint());
+            break;
+        case quickAddId:
+            if (m_actions.showQuickAdd)
+                m_actions.showQuickAdd();
+            break;
+        case timerId:
+            if (Task *task = m_activeTasks.activeTask())
+                m_activeTasks.toggleTimer(task);
+            break;
+        case completeId:
+            if (m_actions.completeActive)
+                m_actions.completeActive();
+            break;
+        case settingsId:
+            if (m_actions.openSettings)
+                m_actions.openSettings();
+            break;
+        case quitId:
+            if (m_actions.quit)
+                m_actions.quit();
+            break;
+        default:
+            break;
+        }
+    });
+
+    connect(&m_activeTasks, &ActiveTaskService::activeTaskChanged, this, &MenuBarController::onActiveTaskChanged);
+    connect(&m_countdown, &CountdownService::remainingSecondsChanged, this, &MenuBarController::rebuild);
+    connect(&m_settings, &AppSettingsStore::settingChanged, this, [this](const QString &setting) {
+        if (setting == QLatin1String("menuBarMaxChars") || setting == QLatin1String("minimalIdleMode")
+            || setting == QLatin1String("language"))
+            rebuild();
+    });
+    m_pushedLabel.clear();
+    m_pushedIcon.reset();
+    m_pushedToolTip.clear();
+    rebuild();
+    push();
+    qCInfo(lcMenuBar).noquote() << QStringLiteral("Status item installed as %1").arg(m_item->serviceName());
+}
+
+void MenuBarController::remove()
+{
+    if (!m_item)
+        return;
+    disconnect(&m_activeTasks, nullptr, this, nullptr);
+    disconnect(&m_countdown, nullptr, this, nullptr);
+    disconnect(&m_settings, nullptr, this, nullptr);
+    m_item.reset();
+    m_menu.reset();
+}
+
+void MenuBarController::onActiveTaskChanged(Task *task)
+{
+    // The last open task of today was just completed: the day is done.
+    if (!task && m_lastActive && !m_lastActive->isDeleted() && m_lastActive->completed()
+        && m_activeTasks.queue().isEmpty()) {
+        m_showingDayDone = true;
+        m_dayDoneTimer.start();
+    } else if (task) {
+        endDayDone();
+    }
+    m_lastActive = task;
+    rebuild();
+}
+
+void MenuBarController::endDayDone()
+{
+    m_dayDoneTimer.stop();
+    if (!m_showingDayDone)
+        return;
+    m_showingDayDone = false;
+    rebuild();
+}
+
+void MenuBarController::panelThemeChanged()
+{
+    push();
+}
+
+QString MenuBarController::labelText(const MenuBarPresentation &p)
+{
+    if (!p.countdown)
+        return p.title;
+    if (p.title.isEmpty())
+        return *p.countdown;
+    return p.title + QStringLiteral("  ") + *p.countdown;
+}
+
+void MenuBarController::rebuild()
+{
+    MenuBarLabelBuilder::Inputs in;
+    in.task = m_activeTasks.activeTask();
+    in.remainingSeconds = m_countdown.remainingSeconds();
+    in.maxChars = m_settings.menuBarMaxChars();
+    in.minimalIdleMode = m_settings.minimalIdleMode();
+    in.showingDayDone = m_showingDayDone;
+    MenuBarPresentation next = MenuBarLabelBuilder::build(in);
+    if (m_showingDayDone && next.state == MenuBarPresentation::State::idle)
+        next.state = MenuBarPresentation::State::dayDone;
+    const bool changed = !(next == m_presentation);
+    m_presentation = next;
+    if (changed) {
+        push();
+        Q_EMIT presentationChanged(m_presentation);
+    }
+}
+
+void MenuBarController::push()
+{
+    if (!m_item)
+        return;
+    const QString label = labelText(m_presentation);
+    if (label != m_pushedLabel) {
+        m_item->setLabel(label);
+        m_pushedLabel = label;
+    }
+    const auto key = MenuBarChipRenderer::keyFor(m_presentation, m_panelIsDark && m_panelIsDark());
+    if (!m_pushedIcon || !(*m_pushedIcon == key)) {
+        m_item->setIcon(MenuBarChipRenderer::renderAllSizes(key));
+        m_pushedIcon = key;
+    }
+    Task *task = m_activeTasks.activeTask();
+    const QString title = task ? task->title() : MenuBarLabelBuilder::idleText(m_showingDayDone);
+    QString description;
+    if (task) {
+        description = FocusTexts::status(FocusTime::timerState(*task));
+        if (m_presentation.countdown) {
+            const bool over = m_presentation.state == MenuBarPresentation::State::overdue;
+            description += QStringLiteral(" · ") + *m_presentation.countdown + QLatin1Char(' ')
+                           + (over ? FocusTexts::countdownOver() : FocusTexts::countdownLeft());
+        }
+    }
+    const QString toolTipKey = title + QLatin1Char('\n') + description;
+    if (toolTipKey != m_pushedToolTip) {
+        m_item->setToolTip(title.toHtmlEscaped(), description.toHtmlEscaped());
+        m_pushedToolTip = toolTipKey;
+    }
+    updateMenu();
+}
+
+void MenuBarController::updateMenu()
+{
+    using platform::DBusMenuItem;
+    Task *task = m_activeTasks.activeTask();
+    const FocusTime::TimerState state = task ? FocusTime::timerState(*task) : FocusTime::TimerState::ready;
+    m_menu->setItems({
+        //: Status item menu: open the day's queue
+        //% "Open Today"
+        DBusMenuItem::entry(openId, qtTrId("menubar.menu.open")),
+        //: Status item menu: open the quick-add window
+        //% "Quick Add…"
+        DBusMenuItem::entry(quickAddId, qtTrId("menubar.menu.quickAdd")),
+        DBusMenuItem::entry(timerId, FocusTexts::timerAction(state), task != nullptr),
+        //: Status item menu: mark the task in hand done
+        //% "Complete Task"
+        DBusMenuItem::entry(completeId, qtTrId("menubar.menu.complete"), task != nullptr),
+        DBusMenuItem::separator(separatorId),
+        //: Status item menu: open the settings window
+        //% "Settings…"
+        DBusMenuItem::entry(settingsId, qtTrId("menubar.menu.settings")),
+        //: Status item menu: quit the program
+        //% "Quit Tarnwell"
+        DBusMenuItem::entry(quitId, qtTrId("menubar.menu.quit")),
+    });
+}
+
+} // namespace tarnwell

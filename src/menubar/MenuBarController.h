@@ -1,0 +1,98 @@
+#pragma once
+
+#include "MenuBarChipRenderer.h"
+#include "MenuBarPresentation.h"
+#include "kit/Clock.h"
+
+#include <QObject>
+#include <QPoint>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+namespace tarnwell {
+
+class ActiveTaskService;
+class AppSettingsStore;
+class CountdownService;
+class Task;
+
+namespace platform {
+class DBusMenu;
+class StatusNotifierItem;
+} // namespace platform
+
+// Owns the status item: rebuilds the presentation when the task in hand, its
+// countdown or the label settings change, and pushes label, icon and tooltip
+// to the panel only when what they show changed (the countdown text moves
+// once a minute, the icon once per progress step).
+class MenuBarController : public QObject
+{
+    Q_OBJECT
+public:
+    // What the status item's clicks and menu entries do; the delegate wires them.
+    struct Actions
+    {
+        std::function<void(const QPoint &anchor)> togglePopover;
+        std::function<void()> showQuickAdd;
+        std::function<void()> completeActive;
+        std::function<void()> openSettings;
+        std::function<void()> quit;
+    };
+
+    struct Constants
+    {
+        // How long the day-done text stays after the last task of the day.
+        static constexpr int dayDoneMinutes = 10;
+    };
+
+    MenuBarController(ActiveTaskService &activeTasks, CountdownService &countdown, AppSettingsStore &settings,
+                      std::function<bool()> panelIsDark, Actions actions, QObject *parent = nullptr);
+    ~MenuBarController() override;
+
+    // Creates the status item and registers it with the panel.
+    void install();
+    // Takes the status item off the panel.
+    void remove();
+    bool isInstalled() const { return bool(m_item); }
+    platform::StatusNotifierItem *statusItem() const { return m_item.get(); }
+
+    const MenuBarPresentation &presentation() const { return m_presentation; }
+    bool showingDayDone() const { return m_showingDayDone; }
+    // The panel's light/dark preference changed.
+    void panelThemeChanged();
+    // The label text as the panel shows it: title, then the countdown.
+    static QString labelText(const MenuBarPresentation &presentation);
+
+Q_SIGNALS:
+    void presentationChanged(const tarnwell::MenuBarPresentation &presentation);
+
+private:
+    enum MenuId { openId = 1, quickAddId, timerId, completeId, separatorId, settingsId, quitId };
+
+    void rebuild();
+    void push();
+    void updateMenu();
+    void onActiveTaskChanged(Task *task);
+    void endDayDone();
+
+    ActiveTaskService &m_activeTasks;
+    CountdownService &m_countdown;
+    AppSettingsStore &m_settings;
+    std::function<bool()> m_panelIsDark;
+    Actions m_actions;
+
+    std::unique_ptr<platform::StatusNotifierItem> m_item;
+    std::unique_ptr<platform::DBusMenu> m_menu;
+    MenuBarPresentation m_presentation;
+    QString m_pushedLabel;
+    std::optional<MenuBarChipRenderer::Key> m_pushedIcon;
+    QString m_pushedToolTip;
+
+    // The day-done display: after the last open task of today is completed.
+    Task *m_lastActive = nullptr;
+    bool m_showingDayDone = false;
+    QTimer m_dayDoneTimer;
+};
+
+} // namespace tarnwell
