@@ -3,7 +3,6 @@
 #include "kit/Logging.h"
 
 #include <QDBusAbstractAdaptor>
-#include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QSet>
@@ -116,7 +115,8 @@ namespace {
 const QString unknownIdError = QStringLiteral("com.canonical.dbusmenu.Error.UnknownId");
 } // namespace
 
-class DBusMenuAdaptor : public QDBusAbstractAdaptor, protected QDBusContext
+// QtDBus finds the wire types by name: parameters spell them out in full.
+class DBusMenuAdaptor : public QDBusAbstractAdaptor
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -137,7 +137,8 @@ public:
     QStringList iconThemePath() const { return {}; }
 
 public Q_SLOTS:
-    uint GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames, DBusMenuLayoutItem &layout)
+    uint GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames,
+                   tarnwell::platform::DBusMenuLayoutItem &layout)
     {
         if (!m_menu->contains(parentId)) {
             refuse(parentId);
@@ -147,7 +148,8 @@ public Q_SLOTS:
         return m_menu->revision();
     }
 
-    DBusMenuItemPropertiesList GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames)
+    QList<tarnwell::platform::DBusMenuItemProperties> GetGroupProperties(const QList<int> &ids,
+                                                                        const QStringList &propertyNames)
     {
         DBusMenuItemPropertiesList result;
         for (int id : ids) {
@@ -174,15 +176,15 @@ public Q_SLOTS:
             refuse(id);
     }
 
-    QList<int> EventGroup(const DBusMenuEventList &events)
+    QList<int> EventGroup(const QList<tarnwell::platform::DBusMenuEvent> &events)
     {
         QList<int> idErrors;
         for (const DBusMenuEvent &event : events) {
             if (!m_menu->handleEvent(event.id, event.eventId))
                 idErrors.append(event.id);
         }
-        if (!events.isEmpty() && idErrors.size() == events.size())
-            sendErrorReply(unknownIdError, QStringLiteral("None of the entries exists"));
+        if (!events.isEmpty() && idErrors.size() == events.size() && m_menu->calledFromDBus())
+            m_menu->sendErrorReply(unknownIdError, QStringLiteral("None of the entries exists"));
         return idErrors;
     }
 
@@ -210,16 +212,17 @@ public Q_SLOTS:
     }
 
 Q_SIGNALS:
-    void ItemsPropertiesUpdated(const tarnwell::platform::DBusMenuItemPropertiesList &updatedProps,
-                                const tarnwell::platform::DBusMenuItemKeysList &removedProps);
+    void ItemsPropertiesUpdated(const QList<tarnwell::platform::DBusMenuItemProperties> &updatedProps,
+                                const QList<tarnwell::platform::DBusMenuItemKeys> &removedProps);
     void LayoutUpdated(uint revision, int parent);
     void ItemActivationRequested(int id, uint timestamp);
 
 private:
+    // Calls reach the menu object's context, not the adaptor's.
     void refuse(int id)
     {
-        if (calledFromDBus())
-            sendErrorReply(unknownIdError, QStringLiteral("No menu entry with id %1").arg(id));
+        if (m_menu->calledFromDBus())
+            m_menu->sendErrorReply(unknownIdError, QStringLiteral("No menu entry with id %1").arg(id));
     }
 
     DBusMenu *m_menu;

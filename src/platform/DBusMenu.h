@@ -2,6 +2,7 @@
 
 #include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusContext>
 #include <QDBusVariant>
 #include <QList>
 #include <QObject>
@@ -31,6 +32,14 @@ struct DBusMenuItem
 
     bool operator==(const DBusMenuItem &) const = default;
 
+    static DBusMenuItem entry(int id, const QString &label, bool enabled = true)
+    {
+        DBusMenuItem item;
+        item.id = id;
+        item.label = label;
+        item.enabled = enabled;
+        return item;
+    }
     static DBusMenuItem separator(int id)
     {
         DBusMenuItem item;
@@ -88,7 +97,7 @@ class DBusMenuAdaptor;
 // A flat menu exported as com.canonical.dbusmenu (version 3), the menu a
 // StatusNotifierItem hands to the panel. The owner sets the entries; a click
 // in the panel comes back as triggered(id).
-class DBusMenu : public QObject
+class DBusMenu : public QObject, protected QDBusContext
 {
     Q_OBJECT
 public:
