@@ -149,6 +149,8 @@ public Q_SLOTS:
             orientation.compare(QLatin1String("horizontal"), Qt::CaseInsensitive) == 0 ? Qt::Horizontal : Qt::Vertical;
         QTimer::singleShot(0, m_item, [item = m_item, delta, direction] { Q_EMIT item->scrolled(delta, direction); });
     }
+    // Arrives before the Activate it belongs to, so it is passed on at once.
+    void ProvideXdgActivationToken(const QString &token) { Q_EMIT m_item->activationTokenProvided(token); }
 
 Q_SIGNALS:
     void NewTitle();

@@ -109,6 +109,8 @@ public:
     QString iconName() const { return m_iconName; }
     StatusNotifierPixmaps iconPixmaps() const { return m_iconPixmaps; }
 
+    // Some panels (KDE's) read the description as rich text: escape plain
+    // text that may hold '<' or '&' (QString::toHtmlEscaped) before passing it.
     void setToolTip(const QString &title, const QString &description = {});
     StatusNotifierToolTip toolTip() const { return m_toolTip; }
 
@@ -129,6 +131,9 @@ Q_SIGNALS:
     // exported menu themselves).
     void contextMenuRequested(const QPoint &pos);
     void scrolled(int delta, Qt::Orientation orientation);
+    // Wayland panels hand over an xdg-activation token just before a click,
+    // so that the window the click opens may take the focus.
+    void activationTokenProvided(const QString &token);
     // The watcher accepted the item.
     void registered();
     void availableChanged(bool available);

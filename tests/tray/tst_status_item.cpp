@@ -287,9 +287,13 @@ private Q_SLOTS:
         QSignalSpy activated(&item, &StatusNotifierItem::activated);
         QSignalSpy menuWanted(&item, &StatusNotifierItem::contextMenuRequested);
         QSignalSpy scrolled(&item, &StatusNotifierItem::scrolled);
+        QSignalSpy token(&item, &StatusNotifierItem::activationTokenProvided);
         auto method = [&](const QString &name) {
             return QDBusMessage::createMethodCall(item.serviceName(), itemPath, itemInterface, name);
         };
+        QCOMPARE(call(method(QStringLiteral("ProvideXdgActivationToken")) << QStringLiteral("t1")).type(),
+                 QDBusMessage::ReplyMessage);
+        QCOMPARE(token.count(), 1); // already there when the click comes
         QCOMPARE(call(method(QStringLiteral("Activate")) << 10 << 20).type(), QDBusMessage::ReplyMessage);
         QCOMPARE(call(method(QStringLiteral("ContextMenu")) << 5 << 6).type(), QDBusMessage::ReplyMessage);
         QCOMPARE(call(method(QStringLiteral("Scroll")) << -120 << QStringLiteral("Horizontal")).type(),
