@@ -3,6 +3,7 @@
 #include "kit/Logging.h"
 
 #include <QDBusAbstractAdaptor>
+#include <QGuiApplication>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QSet>
@@ -132,7 +133,11 @@ public:
     }
 
     uint version() const { return DBusMenu::Constants::version; }
-    QString textDirection() const { return QStringLiteral("ltr"); }
+    QString textDirection() const
+    {
+        const auto *gui = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+        return gui && gui->isRightToLeft() ? QStringLiteral("rtl") : QStringLiteral("ltr");
+    }
     QString status() const { return QStringLiteral("normal"); }
     QStringList iconThemePath() const { return {}; }
 
