@@ -4,8 +4,10 @@
 #include "kit/LoginItemService.h"
 #include "kit/Logging.h"
 #include "kit/Translations.h"
+#include "menubar/MenuBarController.h"
 #include "persistence/DayRepository.h"
 #include "persistence/PersistenceController.h"
+#include "persistence/Task.h"
 #include "persistence/TaskRepository.h"
 #include "platform/AppearancePortal.h"
 #include "platform/DayChangeObserver.h"
@@ -14,6 +16,7 @@
 #include "services/CountdownService.h"
 #include "services/DurationCompletionNotifier.h"
 #include "services/SoundService.h"
+#include "services/TaskCompletionFlow.h"
 #include "settings/AppSettingsStore.h"
 #include "views/OnboardingCoordinator.h"
 #include "views/ThemeController.h"
@@ -105,9 +108,21 @@ void AppDelegate::installMainInterface()
         return;
     m_appUIInstalled = true;
 
-    // 1. Status item (menu bar controller), 2. global hot keys, 3. notification
-    // action router, 4. idle monitor, 5. widget surface, 6. rating prompt:
-    // each is created here as it lands.
+    // 1. The status item.
+    MenuBarController::Actions actions;
+    actions.togglePopover = [this](const QPoint &) { revealPopover(); };
+    actions.showQuickAdd = [this] { showQuickAdd(); };
+    actions.completeActive = [this] { completeActiveTask(); };
+    actions.openSettings = [] { qCInfo(lcServices).noquote() << QStringLiteral("Settings requested"); };
+    actions.quit = [] { QCoreApplication::quit(); };
+    m_menuBarController = std::make_unique<MenuBarController>(
+        *m_activeTasks, *m_countdown, *m_settings, [this] { return m_appearance->prefersDark(); }, actions);
+    connect(m_appearance.get(), &platform::AppearancePortal::schemeChanged, m_menuBarController.get(),
+            &MenuBarController::panelThemeChanged);
+    m_menuBarController->install();
+
+    // 2. Global hot keys, 3. the notification action router, 4. the idle
+    // monitor, 5. the widget surface and 6. the rating prompt join here.
 
     // 7. The day's repeating routines, then a fresh queue.
     // 8. A new calendar day repeats step 7.
@@ -128,6 +143,28 @@ void AppDelegate::onDayChanged()
 {
     // Routines of the new day join here; then the new day's queue.
     m_activeTasks->refresh();
+}
+
+namespace {
+// Until the popover exists, the next-up screen is only logged.
+class LoggedNextUp final : public CompletionPresenter
+{
+public:
+    void presentNextUp(const NextUpModalContext &context) override
+    {
+        qCInfo(lcServices).noquote() << QStringLiteral("Next up: %1").arg(context.nextTaskTitle.value_or(QString()));
+    }
+    void updatePresentation() override {}
+};
+} // namespace
+
+void AppDelegate::completeActiveTask()
+{
+    Task *task = m_activeTasks->activeTask();
+    if (!task)
+        return;
+    LoggedNextUp presenter;
+    TaskCompletionFlow::complete(task->id(), *m_activeTasks, *m_sounds, presenter);
 }
 
 void AppDelegate::revealPopover()
@@ -177,6 +214,7 @@ void AppDelegate::applicationWillTerminate()
     m_terminated = true;
     // The reverse of installing: hot keys, then the status item, then the widget surface.
     qCInfo(lcHotkeys).noquote() << QStringLiteral("Unregistered all global hotkeys");
+    m_menuBarController.reset();
     qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
     qCInfo(lcWidget).noquote() << QStringLiteral("Stopped the widget surface");
     m_dayChange.reset();

@@ -18,6 +18,7 @@ class DurationCompletionNotifier;
 class SoundService;
 class DayRepository;
 class LoginItemService;
+class MenuBarController;
 class OnboardingCoordinator;
 class PersistenceController;
 class TaskRepository;
@@ -69,6 +70,7 @@ private:
     void applyAppearance();
     void applyLanguage();
     void onDayChanged();
+    void completeActiveTask();
 
     Options m_options;
     Calendar m_calendar;
@@ -90,6 +92,7 @@ private:
     std::unique_ptr<OnboardingCoordinator> m_onboarding;
     std::unique_ptr<AppURLRouter> m_urlRouter;
     std::unique_ptr<platform::DayChangeObserver> m_dayChange;
+    std::unique_ptr<MenuBarController> m_menuBarController;
 
     bool m_launched = false;
     bool m_appUIInstalled = false;

@@ -3,6 +3,7 @@
 // bus registers the item, reads its properties back and calls its methods.
 #include "platform/DBusMenu.h"
 #include "platform/StatusNotifierItem.h"
+#include "support/FakeStatusNotifierWatcher.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnectionInterface>
@@ -22,41 +23,6 @@ const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
-
-// The exported object; QtDBus gives the call's context to it, not to the adaptor.
-class WatcherObject : public QObject, public QDBusContext
-{
-    Q_OBJECT
-};
-
-class FakeWatcher : public QDBusAbstractAdaptor
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
-    Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER hostRegistered)
-public:
-    explicit FakeWatcher(WatcherObject *owner)
-        : QDBusAbstractAdaptor(owner)
-        , m_owner(owner)
-    {
-    }
-    bool hostRegistered = true;
-    QStringList services; // as passed to RegisterStatusNotifierItem
-    QStringList senders;  // the callers' unique names
-
-public Q_SLOTS:
-    void RegisterStatusNotifierItem(const QString &service)
-    {
-        services.append(service);
-        senders.append(m_owner->message().service());
-    }
-
-Q_SIGNALS:
-    void StatusNotifierHostRegistered();
-
-private:
-    WatcherObject *m_owner;
-};
 
 // Collects the signals an item or menu sends, as the panel receives them.
 class Recorder : public QObject

@@ -1,0 +1,142 @@
+// The status item as a panel sees it, driven by the real focus engine: its
+// label, tooltip and icon follow the task in hand and its countdown, change
+// only when what they show changes, and clicks reach the popover.
+#include "focus/FocusFixture.h"
+#include "menubar/MenuBarController.h"
+#include "platform/DBusMenu.h"
+#include "platform/StatusNotifierItem.h"
+#include "support/FakeStatusNotifierWatcher.h"
+
+#include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace tarnwell;
+using namespace tarnwell::platform;
+
+class PanelRecorder : public QObject
+{
+    Q_OBJECT
+public:
+    QStringList members;
+public Q_SLOTS:
+    void record(const QDBusMessage &message) { members << message.member(); }
+};
+
+class MenuBarControllerTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QDBusConnection m_panel = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
+    WatcherObject m_watcherObject;
+    FakeWatcher *m_watcher = new FakeWatcher(&m_watcherObject);
+
+    QDBusMessage call(const QDBusMessage &message)
+    {
+        QDBusPendingCallWatcher pending(m_panel.asyncCall(message, 5000));
+        if (!pending.isFinished())
+            QSignalSpy(&pending, &QDBusPendingCallWatcher::finished).wait(6000);
+        return pending.reply();
+    }
+    QVariant property(const QString &service, const QString &name)
+    {
+        QDBusMessage get = QDBusMessage::createMethodCall(service, QStringLiteral("/StatusNotifierItem"),
+                                                          QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                          QStringLiteral("Get"));
+        get << QStringLiteral("org.kde.StatusNotifierItem") << name;
+        return call(get).arguments().value(0).value<QDBusVariant>().variant();
+    }
+    QString label(const QString &service) { return property(service, QStringLiteral("XAyatanaLabel")).toString(); }
+    StatusNotifierPixmaps icon(const QString &service)
+    {
+        StatusNotifierPixmaps pixmaps;
+        property(service, QStringLiteral("IconPixmap")).value<QDBusArgument>() >> pixmaps;
+        return pixmaps;
+    }
+    StatusNotifierToolTip toolTip(const QString &service)
+    {
+        StatusNotifierToolTip tip;
+        property(service, QStringLiteral("ToolTip")).value<QDBusArgument>() >> tip;
+        return tip;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        registerStatusNotifierTypes();
+        registerDBusMenuTypes();
+        QVERIFY(m_panel.registerObject(QStringLiteral("/StatusNotifierWatcher"), &m_watcherObject,
+                                       QDBusConnection::ExportAdaptors));
+        QVERIFY(m_panel.registerService(QStringLiteral("org.kde.StatusNotifierWatcher")));
+    }
+
+    void labelIconAndClicksFollowTheTaskInHand()
+    {
+        FocusFixture f;
+        QList<QPoint> popoverClicks;
+        int completions = 0;
+        MenuBarController::Actions actions;
+        actions.togglePopover = [&](const QPoint &at) { popoverClicks << at; };
+        actions.completeActive = [&] { ++completions; };
+        MenuBarController controller(f.service, f.countdown, f.settings, [] { return false; }, actions);
+        controller.install();
+        const QString service = controller.statusItem()->serviceName();
+        QTRY_VERIFY(m_watcher->services.contains(service));
+        QCOMPARE(label(service), QStringLiteral("What's next?"));
+
+        PanelRecorder recorder;
+        for (const char *member : {"XAyatanaNewLabel", "NewIcon", "NewToolTip"})
+            QVERIFY(m_panel.connect(service, QStringLiteral("/StatusNotifierItem"), QStringLiteral("org.kde.StatusNotifierItem"),
+                                    QString::fromLatin1(member), &recorder, SLOT(record(QDBusMessage))));
+
+        Task *task = f.add(QStringLiteral("Write the quarterly report"), 25);
+        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  25m"));
+        QCOMPARE(toolTip(service).title, QStringLiteral("Write the quarterly report"));
+        const auto before = icon(service);
+        QTRY_COMPARE(recorder.members.count(QStringLiteral("XAyatanaNewLabel")), 1);
+        recorder.members.clear();
+
+        f.service.startTimer(task);
+        f.tick(1);
+        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  24m")); // whole minutes, rounded down
+        QTRY_COMPARE(recorder.members.count(QStringLiteral("XAyatanaNewLabel")), 1);
+        recorder.members.clear();
+        f.tick(59);
+        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  24m"));
+        f.tick(1);
+        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  23m"));
+        QTRY_COMPARE(recorder.members.count(QStringLiteral("XAyatanaNewLabel")), 1);
+        // 60 s of a 25-minute plan is two steps of the ring at most.
+        QVERIFY(recorder.members.count(QStringLiteral("NewIcon")) <= 2);
+        QVERIFY(!(icon(service) == before));
+
+        // A click on the item opens the popover where the panel says.
+        QDBusMessage activate = QDBusMessage::createMethodCall(service, QStringLiteral("/StatusNotifierItem"),
+                                                               QStringLiteral("org.kde.StatusNotifierItem"),
+                                                               QStringLiteral("Activate"));
+        activate << 300 << 4;
+        call(activate);
+        QTRY_COMPARE(popoverClicks, QList<QPoint>{QPoint(300, 4)});
+
+        // The menu's timer entry pauses the task in hand.
+        controller.statusItem()->menu()->triggered(3);
+        QVERIFY(!task->activeStartedAt());
+
+        // Overtime shows a minus; then completing the last task shows the day as done.
+        f.service.startTimer(task);
+        f.tick(25 * 60);
+        QCOMPARE(controller.presentation().state, MenuBarPresentation::State::overdue);
+        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  -1m"));
+        TaskCompletionFlow::complete(task->id(), f.service, f.sound, f.rec, false);
+        QCOMPARE(label(service), QStringLiteral("Done for today. That's plenty."));
+        QCOMPARE(controller.presentation().state, MenuBarPresentation::State::dayDone);
+        f.add(QStringLiteral("One more thing"));
+        QCOMPARE(label(service), QStringLiteral("One more thing"));
+        QVERIFY(!controller.showingDayDone());
+    }
+};
+
+QTEST_MAIN(MenuBarControllerTest)
+#include "tst_menubar_controller.moc"
