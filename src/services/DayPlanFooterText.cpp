@@ -2,6 +2,8 @@
 
 #include "PlanningTexts.h"
 
+#include <QRegularExpression>
+
 namespace tarnwell {
 
 QString DayPlanFooterText::formatDuration(qint64 seconds)
@@ -18,7 +20,11 @@ QString DayPlanFooterText::formatDuration(qint64 seconds)
 
 QString DayPlanFooterText::formatTime(const QDateTime &instant, const Calendar &calendar, const QLocale &locale)
 {
-    return locale.toString(instant.toTimeZone(calendar.timeZone()).time(), QLocale::ShortFormat);
+    // The locale's short time style, without seconds should it carry them.
+    QString format = locale.timeFormat(QLocale::ShortFormat);
+    static const QRegularExpression seconds(QStringLiteral("[:.]?ss?"));
+    format.remove(seconds);
+    return locale.toString(instant.toTimeZone(calendar.timeZone()).time(), format);
 }
 
 DayPlanFooterText::Lines DayPlanFooterText::lines(const DayPlan &plan, bool isToday,
