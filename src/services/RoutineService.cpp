@@ -35,6 +35,22 @@ RoutineSchedule RoutineService::schedule(const Task *task)
     return RoutineSchedule{routine->repeatWeekdays()};
 }
 
+bool RoutineService::changeRepeat(const Task *task, RoutineSchedule schedule)
+{
+    try {
+        const auto itemID = task ? task->routineItemID() : std::nullopt;
+        const RoutineItem *item = itemID ? m_routines.item(*itemID) : nullptr;
+        Routine *routine = item ? item->routine() : nullptr;
+        if (!routine || routine->isDeleted())
+            return false;
+        m_routines.setRepeatWeekdays(routine, schedule.mask);
+        return true;
+    } catch (const StoreError &error) {
+        qCCritical(lcServices).noquote() << QStringLiteral("Repeat change failed: %1").arg(error.description());
+        return false;
+    }
+}
+
 int RoutineService::load(Routine *routine, Day *day)
 {
     QSet<QUuid> present;

@@ -22,6 +22,11 @@ public:
     // not made from one, or that item or routine no longer exists.
     RoutineSchedule schedule(const Task *task);
 
+    // The task editor's Repeat row: gives the routine the task was made from
+    // a new schedule. False when the task has no routine any more, or the
+    // change could not be saved (logged).
+    bool changeRepeat(const Task *task, RoutineSchedule schedule);
+
     // Appends the routine's items that are not on the day yet to its queue,
     // saves once, and returns how many were added. Titles are checked like
     // task titles (RepositoryError); nothing is added when one is refused.

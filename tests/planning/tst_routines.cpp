@@ -87,10 +87,14 @@ private Q_SLOTS:
         Task *plain = f.add(QStringLiteral("plain"), 0);
         QCOMPARE(f.routineService.schedule(fromRoutine), RoutineSchedule::weekdays());
         QCOMPARE(f.routineService.schedule(plain), RoutineSchedule::never());
+        QVERIFY(f.routineService.changeRepeat(fromRoutine, RoutineSchedule::everyDay()));
+        QCOMPARE(r->repeatWeekdays(), 127);
+        QVERIFY(!f.routineService.changeRepeat(plain, RoutineSchedule::everyDay()));
         f.routines.deleteRoutine(r);
         QCOMPARE(f.routineService.schedule(fromRoutine), RoutineSchedule::never());
         QVERIFY(!fromRoutine->isDeleted()); // the task stays
         QVERIFY(f.routines.itemIDsRepeating(4).isEmpty());
+        QVERIFY(!f.routineService.changeRepeat(fromRoutine, RoutineSchedule::weekdays()));
     }
 
     void saveQueueKeepsOrder()
