@@ -1,6 +1,5 @@
 #include "RolloverService.h"
 
-#include "RoutineSchedule.h"
 #include "kit/Checked.h"
 
 namespace tarnwell {
@@ -45,6 +44,11 @@ std::optional<RolloverCandidate> RolloverService::candidate()
     if (candidate.tasks.isEmpty())
         return std::nullopt;
     return candidate;
+}
+
+bool RolloverService::isFromYesterday(const RolloverCandidate &candidate) const
+{
+    return candidate.oldestDate == m_calendar.startOfDayAdding(m_clock(), -1);
 }
 
 void RolloverService::rollForward(const QList<Task *> &tasks)

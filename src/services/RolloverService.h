@@ -40,6 +40,8 @@ public:
     // today are left out: the routine brings them again.
     std::optional<RolloverCandidate> candidate();
     bool isDismissedToday() const;
+    // Whether all the offered work is from yesterday (the banner words it so).
+    bool isFromYesterday(const RolloverCandidate &candidate) const;
 
     // Appends the tasks to today's queue in the given order, records the day
     // each came from and starts their focus afresh; saves once.

@@ -39,6 +39,9 @@ private Q_SLOTS:
         QCOMPARE(f.titles(candidate->tasks),
                  (QStringList{QStringLiteral("seven days ago"), QStringLiteral("yesterday a"), QStringLiteral("yesterday b")}));
         QCOMPARE(candidate->oldestDate, f.dayStart(-7));
+        QVERIFY(!f.rollover.isFromYesterday(*candidate));
+        f.rollover.archive(candidate->tasks.mid(0, 1));
+        QVERIFY(f.rollover.isFromYesterday(*f.rollover.candidate()));
     }
 
     void routineItemsOfToday()
