@@ -9,7 +9,7 @@ ifdef CI
 CMAKE_FLAGS += -DTARNWELL_WERROR=ON
 endif
 
-.PHONY: setup configure build run test test-asan bench lupdate clean
+.PHONY: setup configure build run test test-asan bench fuzz lupdate clean
 
 setup:
 	@scripts/setup.sh
@@ -35,6 +35,9 @@ bench: setup
 	@cmake -S . -B $(BUILD_BENCH) -G Ninja -DCMAKE_BUILD_TYPE=Release -DTARNWELL_BENCH=ON $(CMAKE_FLAGS) >/dev/null
 	@cmake --build $(BUILD_BENCH) -j $(JOBS) >/dev/null
 	@bench/run.sh $(BUILD_BENCH)
+
+fuzz: setup
+	@fuzz/build-and-run.sh $(or $(FUZZ_SECONDS),600)
 
 lupdate: configure
 	@cmake --build $(BUILD) --target lupdate

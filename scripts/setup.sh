@@ -13,6 +13,7 @@ packages=(
   libsystemd-dev libgl-dev
   libbenchmark-dev
   xvfb xauth dbus xdotool sqlite3
+  clang libclang-rt-14-dev
 )
 
 missing=()

@@ -7,6 +7,7 @@
 #include "menubar/MenuBarController.h"
 #include "persistence/DayRepository.h"
 #include "persistence/PersistenceController.h"
+#include "persistence/RoutineRepository.h"
 #include "persistence/Task.h"
 #include "persistence/TaskRepository.h"
 #include "platform/AppearancePortal.h"
@@ -16,6 +17,7 @@
 #include "services/CountdownService.h"
 #include "services/DurationCompletionNotifier.h"
 #include "services/SoundService.h"
+#include "services/RoutineService.h"
 #include "services/TaskCompletionFlow.h"
 #include "settings/AppSettingsStore.h"
 #include "views/OnboardingCoordinator.h"
@@ -125,6 +127,10 @@ void AppDelegate::installMainInterface()
     // monitor, 5. the widget surface and 6. the rating prompt join here.
 
     // 7. The day's repeating routines, then a fresh queue.
+    m_routineRepository = std::make_unique<RoutineRepository>(m_store->viewContext(), m_clock);
+    m_routines = std::make_unique<RoutineService>(m_store->viewContext(), m_calendar, m_clock, *m_routineRepository,
+                                                  *m_tasks, *m_days);
+    applyDueRoutines();
     // 8. A new calendar day repeats step 7.
     m_dayChange = std::make_unique<platform::DayChangeObserver>(m_calendar, m_clock);
     connect(m_dayChange.get(), &platform::DayChangeObserver::dayChanged, this, &AppDelegate::onDayChanged);
@@ -141,7 +147,14 @@ void AppDelegate::installMainInterface()
 
 void AppDelegate::onDayChanged()
 {
-    // Routines of the new day join here; then the new day's queue.
+    applyDueRoutines();
+}
+
+void AppDelegate::applyDueRoutines()
+{
+    const int added = m_routines->applyDueRoutines();
+    if (added > 0)
+        qCInfo(lcServices).noquote() << QStringLiteral("Repeating routines added %1 tasks to today").arg(added);
     m_activeTasks->refresh();
 }
 

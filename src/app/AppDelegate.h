@@ -19,6 +19,8 @@ class SoundService;
 class DayRepository;
 class LoginItemService;
 class MenuBarController;
+class RoutineRepository;
+class RoutineService;
 class OnboardingCoordinator;
 class PersistenceController;
 class TaskRepository;
@@ -71,6 +73,7 @@ private:
     void applyLanguage();
     void onDayChanged();
     void completeActiveTask();
+    void applyDueRoutines();
 
     Options m_options;
     Calendar m_calendar;
@@ -93,6 +96,8 @@ private:
     std::unique_ptr<AppURLRouter> m_urlRouter;
     std::unique_ptr<platform::DayChangeObserver> m_dayChange;
     std::unique_ptr<MenuBarController> m_menuBarController;
+    std::unique_ptr<RoutineRepository> m_routineRepository;
+    std::unique_ptr<RoutineService> m_routines;
 
     bool m_launched = false;
     bool m_appUIInstalled = false;

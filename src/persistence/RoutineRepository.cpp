@@ -2,7 +2,7 @@
 
 #include "TaskRepository.h"
 #include "kit/Checked.h"
-#include "services/RoutineSchedule.h"
+#include "RoutineSchedule.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RoutineSchedule.h"
+#include "persistence/RoutineSchedule.h"
 #include "kit/Calendar.h"
 #include "kit/Clock.h"
 #include "persistence/DayRepository.h"
