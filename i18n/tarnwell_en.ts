@@ -71,9 +71,9 @@
     <message id="error.repository.titleTooLong" numerus="yes">
         <source>A title can have at most %n characters.</source>
         <extracomment>Shown when a task title exceeds the maximum character limit</extracomment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>A title can have at most %n character.</numerusform>
+            <numerusform>A title can have at most %n characters.</numerusform>
         </translation>
     </message>
     <message id="error.repository.reorderMismatch">
@@ -84,6 +84,294 @@
     <message id="error.repository.dayNotFound">
         <source>That day could not be found.</source>
         <extracomment>Shown when a Day row cannot be located for a given date</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="menubar.menu.open">
+        <source>Open Today</source>
+        <extracomment>Status item menu: open the day&apos;s queue</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="menubar.menu.quickAdd">
+        <source>Quick Add…</source>
+        <extracomment>Status item menu: open the quick-add window</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="menubar.menu.complete">
+        <source>Complete Task</source>
+        <extracomment>Status item menu: mark the task in hand done</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="menubar.menu.settings">
+        <source>Settings…</source>
+        <extracomment>Status item menu: open the settings window</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="menubar.menu.quit">
+        <source>Quit Tarnwell</source>
+        <extracomment>Status item menu: quit the program</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="menubar.dayDone">
+        <source>Done for today. That&apos;s plenty.</source>
+        <extracomment>Menu bar label</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="menubar.empty">
+        <source>What&apos;s next?</source>
+        <extracomment>Menu bar label</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.status.ready">
+        <source>Ready</source>
+        <extracomment>Now card status label</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.status.focusing">
+        <source>Focusing</source>
+        <extracomment>Now card status label</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.status.paused">
+        <source>Paused</source>
+        <extracomment>Now card status label</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.timer.start">
+        <source>Start</source>
+        <extracomment>Timer play/pause action label</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.timer.resume">
+        <source>Resume</source>
+        <extracomment>Timer play/pause action label</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.timer.pause">
+        <source>Pause</source>
+        <extracomment>Timer play/pause action label</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.countdown.left">
+        <source>left</source>
+        <extracomment>Countdown on the now card, shown after the remaining time (as in &quot;12:30 left&quot;)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.countdown.endsAt">
+        <source>ends at %1</source>
+        <extracomment>Countdown on the now card: the wall-clock time at which the planned time runs out; %1 is that time</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.countdown.over">
+        <source>over</source>
+        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in &quot;+01:15 over&quot;)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="completion.title">
+        <source>Task done</source>
+        <extracomment>Next-up screen title after a task is marked done</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="completion.focused">
+        <source>Focused for %1</source>
+        <extracomment>Next-up screen: focused time of the finished task; %1 is a duration such as 25:30 or 1:02:05</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="completion.nextUp">
+        <source>Next up</source>
+        <extracomment>Next-up screen: heading above the next task in the queue</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="completion.queueEmpty">
+        <source>Nothing else planned for today.</source>
+        <extracomment>Next-up screen: shown when no task is left in today&apos;s queue</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="completion.start">
+        <source>Start next</source>
+        <extracomment>Next-up screen action: start the next task now</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="completion.skip" numerus="yes">
+        <source>Skip %n-min break</source>
+        <extracomment>Next-up screen action: skip the break of %n minutes and carry on</extracomment>
+        <translation>
+            <numerusform>Skip %n-min break</numerusform>
+            <numerusform>Skip %n-min break</numerusform>
+        </translation>
+    </message>
+    <message id="quickAdd.error.titleRequired">
+        <source>Type a title for the task.</source>
+        <extracomment>Quick add: the typed line holds no title once its duration, day and urgent marks are taken off</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="dayPlan.planned">
+        <source>%1 planned</source>
+        <extracomment>Day plan footer: planned work left; %1 = the total as hours and minutes (as 1h 41m)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="dayPlan.finishPrefix">
+        <source>Done</source>
+        <extracomment>Day plan footer: the word before the finish time (as in Done 21:53)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="dayPlan.workdayEnds">
+        <source>Workday ends %1</source>
+        <extracomment>Day plan footer: the workday end while it lies ahead; %1 = a time of day (as 18:00)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="dayPlan.workdayEnded">
+        <source>Workday ended %1</source>
+        <extracomment>Day plan footer: the workday end once it has passed; %1 = a time of day (as 18:00)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="dayPlan.workday">
+        <source>Workday %1</source>
+        <extracomment>Day plan footer: the workday end in the summary line; %1 = a time of day (as 18:00)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="dayPlan.summary">
+        <source>Day plan: %1</source>
+        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line&apos;s parts, comma separated</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="dayPlan.overflowCount" numerus="yes">
+        <source>%n task(s) past the workday</source>
+        <extracomment>Day plan footer: how many tasks do not fit the workday</extracomment>
+        <translation>
+            <numerusform>%n task past the workday</numerusform>
+            <numerusform>%n tasks past the workday</numerusform>
+        </translation>
+    </message>
+    <message id="dayPlan.untimed" numerus="yes">
+        <source>%n without a duration</source>
+        <extracomment>Day plan footer: how many tasks have no duration and are left out of the total</extracomment>
+        <translation>
+            <numerusform>%n without a duration</numerusform>
+            <numerusform>%n without a duration</numerusform>
+        </translation>
+    </message>
+    <message id="dayPlan.moveOverflow">
+        <source>Move what doesn&apos;t fit to tomorrow</source>
+        <extracomment>Day plan footer: button that moves the tasks that do not fit the workday to tomorrow</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="dayPlan.moveOverflow.short">
+        <source>Move to tomorrow</source>
+        <extracomment>Day plan footer: short form of the button that moves the tasks that do not fit to tomorrow</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="routine.menu.load">
+        <source>Load routine</source>
+        <extracomment>Routine menu: heading of the section listing the routines to load into the day</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="routine.menu.saveQueue">
+        <source>Save queue as routine…</source>
+        <extracomment>Routine menu: saves the day&apos;s queue as a new routine</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="routine.menu.manage">
+        <source>Manage routines…</source>
+        <extracomment>Routine menu: opens the routines settings</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="routine.menu.none">
+        <source>No routines yet</source>
+        <extracomment>Routine menu: shown when no routines are saved yet</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="routine.menu.tooltip">
+        <source>Routines</source>
+        <extracomment>Routine menu: tooltip of the button that opens the menu</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="routine.nameField">
+        <source>Routine name</source>
+        <extracomment>Label of the field that asks for the name of a routine being saved</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="routine.nameField.placeholder">
+        <source>Morning routine</source>
+        <extracomment>Placeholder of the routine name field</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="settings.routines.defaultName">
+        <source>New routine</source>
+        <extracomment>Name of a new routine made in the routines settings</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="toast.routineLoaded" numerus="yes">
+        <source>Added %n task(s)</source>
+        <extracomment>Toast: tasks a routine added to the day</extracomment>
+        <translation>
+            <numerusform>Added %n task</numerusform>
+            <numerusform>Added %n tasks</numerusform>
+        </translation>
+    </message>
+    <message id="toast.routineAlreadyLoaded">
+        <source>%1 is already on this day</source>
+        <extracomment>Toast: every task of the routine is already on this day; %1 = routine name</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="toast.routineSaved">
+        <source>Saved routine %1</source>
+        <extracomment>Toast: the day&apos;s queue was saved as a routine; %1 = routine name</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="repeat.menu">
+        <source>Repeat</source>
+        <extracomment>Title of the menu that chooses on which weekdays a routine repeats</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="repeat.option.never">
+        <source>Never</source>
+        <extracomment>Repeat: not at all</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="repeat.option.everyDay">
+        <source>Every day</source>
+        <extracomment>Repeat: every day</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="repeat.option.weekdays">
+        <source>Weekdays</source>
+        <extracomment>Repeat: Monday to Friday</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="repeat.option.custom">
+        <source>Custom</source>
+        <extracomment>Repeat: on chosen weekdays</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="rollover.banner.fromYesterday" numerus="yes">
+        <source>%n unfinished task(s) from yesterday</source>
+        <extracomment>Rollover bar: the count of unfinished tasks carried over from yesterday</extracomment>
+        <translation>
+            <numerusform>%n unfinished task from yesterday</numerusform>
+            <numerusform>%n unfinished tasks from yesterday</numerusform>
+        </translation>
+    </message>
+    <message id="rollover.banner.fromEarlier" numerus="yes">
+        <source>%n unfinished task(s) from earlier days</source>
+        <extracomment>Rollover bar: the count of unfinished tasks carried over from the past week, the oldest before yesterday</extracomment>
+        <translation>
+            <numerusform>%n unfinished task from earlier days</numerusform>
+            <numerusform>%n unfinished tasks from earlier days</numerusform>
+        </translation>
+    </message>
+    <message id="rollover.banner.rollForward">
+        <source>Move to today</source>
+        <extracomment>Move unfinished past work onto today</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="rollover.banner.archive">
+        <source>Archive</source>
+        <extracomment>Archive unfinished past work</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="rollover.banner.dismiss">
+        <source>Hide for today</source>
+        <extracomment>Hide the rollover bar for today</extracomment>
         <translation type="unfinished"></translation>
     </message>
 </context>

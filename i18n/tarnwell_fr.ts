@@ -6,85 +6,373 @@
     <message id="onboarding.window.title">
         <source>Welcome to Tarnwell</source>
         <extracomment>Title of the first-run window</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Bienvenue dans Tarnwell</translation>
     </message>
     <message id="onboarding.taskInHand.title">
         <source>One task in hand</source>
         <extracomment>First-run page heading about the task in hand</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Une seule tâche en cours</translation>
     </message>
     <message id="onboarding.taskInHand.body">
         <source>The first open task of today is the one you are working on. Start its timer and Tarnwell measures the time you really spend against what you planned.</source>
         <extracomment>First-run page text about the task in hand</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>La première tâche ouverte du jour est celle sur laquelle vous travaillez. Lancez son minuteur et Tarnwell mesure le temps réellement passé par rapport à ce que vous aviez prévu.</translation>
     </message>
     <message id="onboarding.quickAdd.title">
         <source>Add a task in one line</source>
         <extracomment>First-run page heading about quick add</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Ajoutez une tâche en une ligne</translation>
     </message>
     <message id="onboarding.quickAdd.body">
         <source>Type a title, then a middle dot or a tilde and the details: “Write report · 45m tomorrow !” plans 45 minutes tomorrow and puts it first.</source>
         <extracomment>First-run page text about the quick-add syntax; keep the example line as it is</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Saisissez un titre, puis un point médian ou un tilde et les détails : « Rédiger le rapport · 45m demain ! » prévoit 45 minutes demain et place la tâche en tête.</translation>
     </message>
     <message id="onboarding.hotkeys.title">
         <source>Keys that work everywhere</source>
         <extracomment>First-run page heading about the global hot keys</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Des raccourcis qui fonctionnent partout</translation>
     </message>
     <message id="onboarding.hotkeys.body">
         <source>One key opens your day and another adds a task, from any application. You can change both in the settings.</source>
         <extracomment>First-run page text about the global hot keys</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Un raccourci ouvre votre journée et un autre ajoute une tâche, depuis n’importe quelle application. Vous pouvez modifier les deux dans les paramètres.</translation>
     </message>
     <message id="onboarding.tray.title">
         <source>At home in the tray</source>
         <extracomment>First-run page heading about the tray</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Installé dans la zone de notification</translation>
     </message>
     <message id="onboarding.tray.body">
         <source>Tarnwell has no main window. Its icon in the tray shows the task in hand and the time left; click it to see your day.</source>
         <extracomment>First-run page text about the status item in the tray</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Tarnwell n’a pas de fenêtre principale. Son icône dans la zone de notification affiche la tâche en cours et le temps restant ; cliquez dessus pour voir votre journée.</translation>
     </message>
     <message id="onboarding.back">
         <source>Back</source>
         <extracomment>Button that goes back one first-run page</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Précédent</translation>
     </message>
     <message id="onboarding.next">
         <source>Next</source>
         <extracomment>Button that shows the next first-run page</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Suivant</translation>
     </message>
     <message id="onboarding.finish">
         <source>Get started</source>
         <extracomment>Button that closes the first-run window</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Commencer</translation>
     </message>
     <message id="error.repository.titleEmpty">
         <source>A task needs a title.</source>
         <extracomment>Shown when a task title is empty</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Une tâche doit avoir un titre.</translation>
     </message>
     <message id="error.repository.titleTooLong" numerus="yes">
         <source>A title can have at most %n characters.</source>
         <extracomment>Shown when a task title exceeds the maximum character limit</extracomment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Un titre peut comporter au maximum %n caractère.</numerusform>
+            <numerusform>Un titre peut comporter au maximum %n caractères.</numerusform>
         </translation>
     </message>
     <message id="error.repository.reorderMismatch">
         <source>The list changed while you were reordering it. Please try again.</source>
         <extracomment>Shown when reorderTasks receives an order list that does not match the day&apos;s task ids</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>La liste a changé pendant que vous la réorganisiez. Veuillez réessayer.</translation>
     </message>
     <message id="error.repository.dayNotFound">
         <source>That day could not be found.</source>
         <extracomment>Shown when a Day row cannot be located for a given date</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Ce jour est introuvable.</translation>
+    </message>
+    <message id="menubar.menu.open">
+        <source>Open Today</source>
+        <extracomment>Status item menu: open the day&apos;s queue</extracomment>
+        <translation>Ouvrir la journée</translation>
+    </message>
+    <message id="menubar.menu.quickAdd">
+        <source>Quick Add…</source>
+        <extracomment>Status item menu: open the quick-add window</extracomment>
+        <translation>Ajout rapide…</translation>
+    </message>
+    <message id="menubar.menu.complete">
+        <source>Complete Task</source>
+        <extracomment>Status item menu: mark the task in hand done</extracomment>
+        <translation>Terminer la tâche</translation>
+    </message>
+    <message id="menubar.menu.settings">
+        <source>Settings…</source>
+        <extracomment>Status item menu: open the settings window</extracomment>
+        <translation>Paramètres…</translation>
+    </message>
+    <message id="menubar.menu.quit">
+        <source>Quit Tarnwell</source>
+        <extracomment>Status item menu: quit the program</extracomment>
+        <translation>Quitter Tarnwell</translation>
+    </message>
+    <message id="menubar.dayDone">
+        <source>Done for today. That&apos;s plenty.</source>
+        <extracomment>Menu bar label</extracomment>
+        <translation>Terminé pour aujourd’hui. C’est bien assez.</translation>
+    </message>
+    <message id="menubar.empty">
+        <source>What&apos;s next?</source>
+        <extracomment>Menu bar label</extracomment>
+        <translation>Et ensuite ?</translation>
+    </message>
+    <message id="activeTask.status.ready">
+        <source>Ready</source>
+        <extracomment>Now card status label</extracomment>
+        <translation>Prêt</translation>
+    </message>
+    <message id="activeTask.status.focusing">
+        <source>Focusing</source>
+        <extracomment>Now card status label</extracomment>
+        <translation>Concentration</translation>
+    </message>
+    <message id="activeTask.status.paused">
+        <source>Paused</source>
+        <extracomment>Now card status label</extracomment>
+        <translation>En pause</translation>
+    </message>
+    <message id="activeTask.timer.start">
+        <source>Start</source>
+        <extracomment>Timer play/pause action label</extracomment>
+        <translation>Démarrer</translation>
+    </message>
+    <message id="activeTask.timer.resume">
+        <source>Resume</source>
+        <extracomment>Timer play/pause action label</extracomment>
+        <translation>Reprendre</translation>
+    </message>
+    <message id="activeTask.timer.pause">
+        <source>Pause</source>
+        <extracomment>Timer play/pause action label</extracomment>
+        <translation>Pause</translation>
+    </message>
+    <message id="activeTask.countdown.left">
+        <source>left</source>
+        <extracomment>Countdown on the now card, shown after the remaining time (as in &quot;12:30 left&quot;)</extracomment>
+        <translation>restantes</translation>
+    </message>
+    <message id="activeTask.countdown.endsAt">
+        <source>ends at %1</source>
+        <extracomment>Countdown on the now card: the wall-clock time at which the planned time runs out; %1 is that time</extracomment>
+        <translation>se termine à %1</translation>
+    </message>
+    <message id="activeTask.countdown.over">
+        <source>over</source>
+        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in &quot;+01:15 over&quot;)</extracomment>
+        <translation>en trop</translation>
+    </message>
+    <message id="completion.title">
+        <source>Task done</source>
+        <extracomment>Next-up screen title after a task is marked done</extracomment>
+        <translation>Tâche terminée</translation>
+    </message>
+    <message id="completion.focused">
+        <source>Focused for %1</source>
+        <extracomment>Next-up screen: focused time of the finished task; %1 is a duration such as 25:30 or 1:02:05</extracomment>
+        <translation>%1 de concentration</translation>
+    </message>
+    <message id="completion.nextUp">
+        <source>Next up</source>
+        <extracomment>Next-up screen: heading above the next task in the queue</extracomment>
+        <translation>À suivre</translation>
+    </message>
+    <message id="completion.queueEmpty">
+        <source>Nothing else planned for today.</source>
+        <extracomment>Next-up screen: shown when no task is left in today&apos;s queue</extracomment>
+        <translation>Rien d’autre de prévu aujourd’hui.</translation>
+    </message>
+    <message id="completion.start">
+        <source>Start next</source>
+        <extracomment>Next-up screen action: start the next task now</extracomment>
+        <translation>Lancer la suivante</translation>
+    </message>
+    <message id="completion.skip" numerus="yes">
+        <source>Skip %n-min break</source>
+        <extracomment>Next-up screen action: skip the break of %n minutes and carry on</extracomment>
+        <translation>
+            <numerusform>Passer la pause de %n min</numerusform>
+            <numerusform>Passer la pause de %n min</numerusform>
+        </translation>
+    </message>
+    <message id="quickAdd.error.titleRequired">
+        <source>Type a title for the task.</source>
+        <extracomment>Quick add: the typed line holds no title once its duration, day and urgent marks are taken off</extracomment>
+        <translation>Saisissez un titre pour la tâche.</translation>
+    </message>
+    <message id="dayPlan.planned">
+        <source>%1 planned</source>
+        <extracomment>Day plan footer: planned work left; %1 = the total as hours and minutes (as 1h 41m)</extracomment>
+        <translation>%1 prévu</translation>
+    </message>
+    <message id="dayPlan.finishPrefix">
+        <source>Done</source>
+        <extracomment>Day plan footer: the word before the finish time (as in Done 21:53)</extracomment>
+        <translation>Fin</translation>
+    </message>
+    <message id="dayPlan.workdayEnds">
+        <source>Workday ends %1</source>
+        <extracomment>Day plan footer: the workday end while it lies ahead; %1 = a time of day (as 18:00)</extracomment>
+        <translation>Fin de journée à %1</translation>
+    </message>
+    <message id="dayPlan.workdayEnded">
+        <source>Workday ended %1</source>
+        <extracomment>Day plan footer: the workday end once it has passed; %1 = a time of day (as 18:00)</extracomment>
+        <translation>Journée terminée à %1</translation>
+    </message>
+    <message id="dayPlan.workday">
+        <source>Workday %1</source>
+        <extracomment>Day plan footer: the workday end in the summary line; %1 = a time of day (as 18:00)</extracomment>
+        <translation>Fin de journée %1</translation>
+    </message>
+    <message id="dayPlan.summary">
+        <source>Day plan: %1</source>
+        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line&apos;s parts, comma separated</extracomment>
+        <translation>Plan de la journée : %1</translation>
+    </message>
+    <message id="dayPlan.overflowCount" numerus="yes">
+        <source>%n task(s) past the workday</source>
+        <extracomment>Day plan footer: how many tasks do not fit the workday</extracomment>
+        <translation>
+            <numerusform>%n tâche après la fin de journée</numerusform>
+            <numerusform>%n tâches après la fin de journée</numerusform>
+        </translation>
+    </message>
+    <message id="dayPlan.untimed" numerus="yes">
+        <source>%n without a duration</source>
+        <extracomment>Day plan footer: how many tasks have no duration and are left out of the total</extracomment>
+        <translation>
+            <numerusform>%n sans durée</numerusform>
+            <numerusform>%n sans durée</numerusform>
+        </translation>
+    </message>
+    <message id="dayPlan.moveOverflow">
+        <source>Move what doesn&apos;t fit to tomorrow</source>
+        <extracomment>Day plan footer: button that moves the tasks that do not fit the workday to tomorrow</extracomment>
+        <translation>Reporter à demain ce qui ne tient pas</translation>
+    </message>
+    <message id="dayPlan.moveOverflow.short">
+        <source>Move to tomorrow</source>
+        <extracomment>Day plan footer: short form of the button that moves the tasks that do not fit to tomorrow</extracomment>
+        <translation>Reporter à demain</translation>
+    </message>
+    <message id="routine.menu.load">
+        <source>Load routine</source>
+        <extracomment>Routine menu: heading of the section listing the routines to load into the day</extracomment>
+        <translation>Charger une routine</translation>
+    </message>
+    <message id="routine.menu.saveQueue">
+        <source>Save queue as routine…</source>
+        <extracomment>Routine menu: saves the day&apos;s queue as a new routine</extracomment>
+        <translation>Enregistrer la liste comme routine…</translation>
+    </message>
+    <message id="routine.menu.manage">
+        <source>Manage routines…</source>
+        <extracomment>Routine menu: opens the routines settings</extracomment>
+        <translation>Gérer les routines…</translation>
+    </message>
+    <message id="routine.menu.none">
+        <source>No routines yet</source>
+        <extracomment>Routine menu: shown when no routines are saved yet</extracomment>
+        <translation>Aucune routine pour l’instant</translation>
+    </message>
+    <message id="routine.menu.tooltip">
+        <source>Routines</source>
+        <extracomment>Routine menu: tooltip of the button that opens the menu</extracomment>
+        <translation>Routines</translation>
+    </message>
+    <message id="routine.nameField">
+        <source>Routine name</source>
+        <extracomment>Label of the field that asks for the name of a routine being saved</extracomment>
+        <translation>Nom de la routine</translation>
+    </message>
+    <message id="routine.nameField.placeholder">
+        <source>Morning routine</source>
+        <extracomment>Placeholder of the routine name field</extracomment>
+        <translation>Routine du matin</translation>
+    </message>
+    <message id="settings.routines.defaultName">
+        <source>New routine</source>
+        <extracomment>Name of a new routine made in the routines settings</extracomment>
+        <translation>Nouvelle routine</translation>
+    </message>
+    <message id="toast.routineLoaded" numerus="yes">
+        <source>Added %n task(s)</source>
+        <extracomment>Toast: tasks a routine added to the day</extracomment>
+        <translation>
+            <numerusform>%n tâche ajoutée</numerusform>
+            <numerusform>%n tâches ajoutées</numerusform>
+        </translation>
+    </message>
+    <message id="toast.routineAlreadyLoaded">
+        <source>%1 is already on this day</source>
+        <extracomment>Toast: every task of the routine is already on this day; %1 = routine name</extracomment>
+        <translation>%1 figure déjà dans cette journée</translation>
+    </message>
+    <message id="toast.routineSaved">
+        <source>Saved routine %1</source>
+        <extracomment>Toast: the day&apos;s queue was saved as a routine; %1 = routine name</extracomment>
+        <translation>Routine %1 enregistrée</translation>
+    </message>
+    <message id="repeat.menu">
+        <source>Repeat</source>
+        <extracomment>Title of the menu that chooses on which weekdays a routine repeats</extracomment>
+        <translation>Répéter</translation>
+    </message>
+    <message id="repeat.option.never">
+        <source>Never</source>
+        <extracomment>Repeat: not at all</extracomment>
+        <translation>Jamais</translation>
+    </message>
+    <message id="repeat.option.everyDay">
+        <source>Every day</source>
+        <extracomment>Repeat: every day</extracomment>
+        <translation>Tous les jours</translation>
+    </message>
+    <message id="repeat.option.weekdays">
+        <source>Weekdays</source>
+        <extracomment>Repeat: Monday to Friday</extracomment>
+        <translation>En semaine</translation>
+    </message>
+    <message id="repeat.option.custom">
+        <source>Custom</source>
+        <extracomment>Repeat: on chosen weekdays</extracomment>
+        <translation>Personnalisé</translation>
+    </message>
+    <message id="rollover.banner.fromYesterday" numerus="yes">
+        <source>%n unfinished task(s) from yesterday</source>
+        <extracomment>Rollover bar: the count of unfinished tasks carried over from yesterday</extracomment>
+        <translation>
+            <numerusform>%n tâche inachevée d’hier</numerusform>
+            <numerusform>%n tâches inachevées d’hier</numerusform>
+        </translation>
+    </message>
+    <message id="rollover.banner.fromEarlier" numerus="yes">
+        <source>%n unfinished task(s) from earlier days</source>
+        <extracomment>Rollover bar: the count of unfinished tasks carried over from the past week, the oldest before yesterday</extracomment>
+        <translation>
+            <numerusform>%n tâche inachevée des jours précédents</numerusform>
+            <numerusform>%n tâches inachevées des jours précédents</numerusform>
+        </translation>
+    </message>
+    <message id="rollover.banner.rollForward">
+        <source>Move to today</source>
+        <extracomment>Move unfinished past work onto today</extracomment>
+        <translation>Reporter à aujourd’hui</translation>
+    </message>
+    <message id="rollover.banner.archive">
+        <source>Archive</source>
+        <extracomment>Archive unfinished past work</extracomment>
+        <translation>Archiver</translation>
+    </message>
+    <message id="rollover.banner.dismiss">
+        <source>Hide for today</source>
+        <extracomment>Hide the rollover bar for today</extracomment>
+        <translation>Masquer pour aujourd’hui</translation>
     </message>
 </context>
 </TS>

@@ -6,84 +6,366 @@
     <message id="onboarding.window.title">
         <source>Welcome to Tarnwell</source>
         <extracomment>Title of the first-run window</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Tarnwell&apos;e hoş geldin</translation>
     </message>
     <message id="onboarding.taskInHand.title">
         <source>One task in hand</source>
         <extracomment>First-run page heading about the task in hand</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Elinde tek bir görev</translation>
     </message>
     <message id="onboarding.taskInHand.body">
         <source>The first open task of today is the one you are working on. Start its timer and Tarnwell measures the time you really spend against what you planned.</source>
         <extracomment>First-run page text about the task in hand</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Bugünün ilk açık görevi, üzerinde çalıştığın görevdir. Zamanlayıcısını başlattığında Tarnwell, gerçekte harcadığın süreyi planladığın süreyle karşılaştırır.</translation>
     </message>
     <message id="onboarding.quickAdd.title">
         <source>Add a task in one line</source>
         <extracomment>First-run page heading about quick add</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Tek satırda görev ekle</translation>
     </message>
     <message id="onboarding.quickAdd.body">
         <source>Type a title, then a middle dot or a tilde and the details: “Write report · 45m tomorrow !” plans 45 minutes tomorrow and puts it first.</source>
         <extracomment>First-run page text about the quick-add syntax; keep the example line as it is</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Bir başlık yaz, ardından bir orta nokta ya da tilde koyup ayrıntıları ekle: “Rapor yaz · 45dk yarın !” yarın için 45 dakika planlar ve görevi en başa koyar.</translation>
     </message>
     <message id="onboarding.hotkeys.title">
         <source>Keys that work everywhere</source>
         <extracomment>First-run page heading about the global hot keys</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Her yerde çalışan kısayollar</translation>
     </message>
     <message id="onboarding.hotkeys.body">
         <source>One key opens your day and another adds a task, from any application. You can change both in the settings.</source>
         <extracomment>First-run page text about the global hot keys</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Bir kısayol gününü açar, diğeri görev ekler; hangi uygulamada olursan ol. İkisini de ayarlardan değiştirebilirsin.</translation>
     </message>
     <message id="onboarding.tray.title">
         <source>At home in the tray</source>
         <extracomment>First-run page heading about the tray</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Yeri sistem tepsisi</translation>
     </message>
     <message id="onboarding.tray.body">
         <source>Tarnwell has no main window. Its icon in the tray shows the task in hand and the time left; click it to see your day.</source>
         <extracomment>First-run page text about the status item in the tray</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Tarnwell&apos;in ana penceresi yok. Sistem tepsisindeki simgesi şu anki görevi ve kalan süreyi gösterir; gününü görmek için simgeye tıkla.</translation>
     </message>
     <message id="onboarding.back">
         <source>Back</source>
         <extracomment>Button that goes back one first-run page</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Geri</translation>
     </message>
     <message id="onboarding.next">
         <source>Next</source>
         <extracomment>Button that shows the next first-run page</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>İleri</translation>
     </message>
     <message id="onboarding.finish">
         <source>Get started</source>
         <extracomment>Button that closes the first-run window</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Başla</translation>
     </message>
     <message id="error.repository.titleEmpty">
         <source>A task needs a title.</source>
         <extracomment>Shown when a task title is empty</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Görevin bir başlığı olmalı.</translation>
     </message>
     <message id="error.repository.titleTooLong" numerus="yes">
         <source>A title can have at most %n characters.</source>
         <extracomment>Shown when a task title exceeds the maximum character limit</extracomment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Başlık en fazla %n karakter olabilir.</numerusform>
         </translation>
     </message>
     <message id="error.repository.reorderMismatch">
         <source>The list changed while you were reordering it. Please try again.</source>
         <extracomment>Shown when reorderTasks receives an order list that does not match the day&apos;s task ids</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Sen sıralarken liste değişti. Lütfen tekrar dene.</translation>
     </message>
     <message id="error.repository.dayNotFound">
         <source>That day could not be found.</source>
         <extracomment>Shown when a Day row cannot be located for a given date</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Bu gün bulunamadı.</translation>
+    </message>
+    <message id="menubar.menu.open">
+        <source>Open Today</source>
+        <extracomment>Status item menu: open the day&apos;s queue</extracomment>
+        <translation>Bugünü aç</translation>
+    </message>
+    <message id="menubar.menu.quickAdd">
+        <source>Quick Add…</source>
+        <extracomment>Status item menu: open the quick-add window</extracomment>
+        <translation>Hızlı ekle…</translation>
+    </message>
+    <message id="menubar.menu.complete">
+        <source>Complete Task</source>
+        <extracomment>Status item menu: mark the task in hand done</extracomment>
+        <translation>Görevi tamamla</translation>
+    </message>
+    <message id="menubar.menu.settings">
+        <source>Settings…</source>
+        <extracomment>Status item menu: open the settings window</extracomment>
+        <translation>Ayarlar…</translation>
+    </message>
+    <message id="menubar.menu.quit">
+        <source>Quit Tarnwell</source>
+        <extracomment>Status item menu: quit the program</extracomment>
+        <translation>Tarnwell&apos;den çık</translation>
+    </message>
+    <message id="menubar.dayDone">
+        <source>Done for today. That&apos;s plenty.</source>
+        <extracomment>Menu bar label</extracomment>
+        <translation>Bugünlük bitti. Bu kadarı yeter.</translation>
+    </message>
+    <message id="menubar.empty">
+        <source>What&apos;s next?</source>
+        <extracomment>Menu bar label</extracomment>
+        <translation>Sırada ne var?</translation>
+    </message>
+    <message id="activeTask.status.ready">
+        <source>Ready</source>
+        <extracomment>Now card status label</extracomment>
+        <translation>Hazır</translation>
+    </message>
+    <message id="activeTask.status.focusing">
+        <source>Focusing</source>
+        <extracomment>Now card status label</extracomment>
+        <translation>Odakta</translation>
+    </message>
+    <message id="activeTask.status.paused">
+        <source>Paused</source>
+        <extracomment>Now card status label</extracomment>
+        <translation>Duraklatıldı</translation>
+    </message>
+    <message id="activeTask.timer.start">
+        <source>Start</source>
+        <extracomment>Timer play/pause action label</extracomment>
+        <translation>Başlat</translation>
+    </message>
+    <message id="activeTask.timer.resume">
+        <source>Resume</source>
+        <extracomment>Timer play/pause action label</extracomment>
+        <translation>Devam et</translation>
+    </message>
+    <message id="activeTask.timer.pause">
+        <source>Pause</source>
+        <extracomment>Timer play/pause action label</extracomment>
+        <translation>Duraklat</translation>
+    </message>
+    <message id="activeTask.countdown.left">
+        <source>left</source>
+        <extracomment>Countdown on the now card, shown after the remaining time (as in &quot;12:30 left&quot;)</extracomment>
+        <translation>kaldı</translation>
+    </message>
+    <message id="activeTask.countdown.endsAt">
+        <source>ends at %1</source>
+        <extracomment>Countdown on the now card: the wall-clock time at which the planned time runs out; %1 is that time</extracomment>
+        <translation>Bitiş: %1</translation>
+    </message>
+    <message id="activeTask.countdown.over">
+        <source>over</source>
+        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in &quot;+01:15 over&quot;)</extracomment>
+        <translation>fazla</translation>
+    </message>
+    <message id="completion.title">
+        <source>Task done</source>
+        <extracomment>Next-up screen title after a task is marked done</extracomment>
+        <translation>Görev tamamlandı</translation>
+    </message>
+    <message id="completion.focused">
+        <source>Focused for %1</source>
+        <extracomment>Next-up screen: focused time of the finished task; %1 is a duration such as 25:30 or 1:02:05</extracomment>
+        <translation>%1 boyunca odaklandın</translation>
+    </message>
+    <message id="completion.nextUp">
+        <source>Next up</source>
+        <extracomment>Next-up screen: heading above the next task in the queue</extracomment>
+        <translation>Sıradaki</translation>
+    </message>
+    <message id="completion.queueEmpty">
+        <source>Nothing else planned for today.</source>
+        <extracomment>Next-up screen: shown when no task is left in today&apos;s queue</extracomment>
+        <translation>Bugün için planlanmış başka bir şey yok.</translation>
+    </message>
+    <message id="completion.start">
+        <source>Start next</source>
+        <extracomment>Next-up screen action: start the next task now</extracomment>
+        <translation>Sıradakini başlat</translation>
+    </message>
+    <message id="completion.skip" numerus="yes">
+        <source>Skip %n-min break</source>
+        <extracomment>Next-up screen action: skip the break of %n minutes and carry on</extracomment>
+        <translation>
+            <numerusform>%n dakikalık molayı atla</numerusform>
+        </translation>
+    </message>
+    <message id="quickAdd.error.titleRequired">
+        <source>Type a title for the task.</source>
+        <extracomment>Quick add: the typed line holds no title once its duration, day and urgent marks are taken off</extracomment>
+        <translation>Görev için bir başlık yaz.</translation>
+    </message>
+    <message id="dayPlan.planned">
+        <source>%1 planned</source>
+        <extracomment>Day plan footer: planned work left; %1 = the total as hours and minutes (as 1h 41m)</extracomment>
+        <translation>%1 planlı</translation>
+    </message>
+    <message id="dayPlan.finishPrefix">
+        <source>Done</source>
+        <extracomment>Day plan footer: the word before the finish time (as in Done 21:53)</extracomment>
+        <translation>Bitiş</translation>
+    </message>
+    <message id="dayPlan.workdayEnds">
+        <source>Workday ends %1</source>
+        <extracomment>Day plan footer: the workday end while it lies ahead; %1 = a time of day (as 18:00)</extracomment>
+        <translation>Mesai bitişi %1</translation>
+    </message>
+    <message id="dayPlan.workdayEnded">
+        <source>Workday ended %1</source>
+        <extracomment>Day plan footer: the workday end once it has passed; %1 = a time of day (as 18:00)</extracomment>
+        <translation>Mesai bitti: %1</translation>
+    </message>
+    <message id="dayPlan.workday">
+        <source>Workday %1</source>
+        <extracomment>Day plan footer: the workday end in the summary line; %1 = a time of day (as 18:00)</extracomment>
+        <translation>Mesai %1</translation>
+    </message>
+    <message id="dayPlan.summary">
+        <source>Day plan: %1</source>
+        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line&apos;s parts, comma separated</extracomment>
+        <translation>Gün planı: %1</translation>
+    </message>
+    <message id="dayPlan.overflowCount" numerus="yes">
+        <source>%n task(s) past the workday</source>
+        <extracomment>Day plan footer: how many tasks do not fit the workday</extracomment>
+        <translation>
+            <numerusform>Mesai dışında %n görev</numerusform>
+        </translation>
+    </message>
+    <message id="dayPlan.untimed" numerus="yes">
+        <source>%n without a duration</source>
+        <extracomment>Day plan footer: how many tasks have no duration and are left out of the total</extracomment>
+        <translation>
+            <numerusform>%n görev süresiz</numerusform>
+        </translation>
+    </message>
+    <message id="dayPlan.moveOverflow">
+        <source>Move what doesn&apos;t fit to tomorrow</source>
+        <extracomment>Day plan footer: button that moves the tasks that do not fit the workday to tomorrow</extracomment>
+        <translation>Sığmayanları yarına taşı</translation>
+    </message>
+    <message id="dayPlan.moveOverflow.short">
+        <source>Move to tomorrow</source>
+        <extracomment>Day plan footer: short form of the button that moves the tasks that do not fit to tomorrow</extracomment>
+        <translation>Yarına taşı</translation>
+    </message>
+    <message id="routine.menu.load">
+        <source>Load routine</source>
+        <extracomment>Routine menu: heading of the section listing the routines to load into the day</extracomment>
+        <translation>Rutin yükle</translation>
+    </message>
+    <message id="routine.menu.saveQueue">
+        <source>Save queue as routine…</source>
+        <extracomment>Routine menu: saves the day&apos;s queue as a new routine</extracomment>
+        <translation>Listeyi rutin olarak kaydet…</translation>
+    </message>
+    <message id="routine.menu.manage">
+        <source>Manage routines…</source>
+        <extracomment>Routine menu: opens the routines settings</extracomment>
+        <translation>Rutinleri yönet…</translation>
+    </message>
+    <message id="routine.menu.none">
+        <source>No routines yet</source>
+        <extracomment>Routine menu: shown when no routines are saved yet</extracomment>
+        <translation>Henüz rutin yok</translation>
+    </message>
+    <message id="routine.menu.tooltip">
+        <source>Routines</source>
+        <extracomment>Routine menu: tooltip of the button that opens the menu</extracomment>
+        <translation>Rutinler</translation>
+    </message>
+    <message id="routine.nameField">
+        <source>Routine name</source>
+        <extracomment>Label of the field that asks for the name of a routine being saved</extracomment>
+        <translation>Rutin adı</translation>
+    </message>
+    <message id="routine.nameField.placeholder">
+        <source>Morning routine</source>
+        <extracomment>Placeholder of the routine name field</extracomment>
+        <translation>Sabah rutini</translation>
+    </message>
+    <message id="settings.routines.defaultName">
+        <source>New routine</source>
+        <extracomment>Name of a new routine made in the routines settings</extracomment>
+        <translation>Yeni rutin</translation>
+    </message>
+    <message id="toast.routineLoaded" numerus="yes">
+        <source>Added %n task(s)</source>
+        <extracomment>Toast: tasks a routine added to the day</extracomment>
+        <translation>
+            <numerusform>%n görev eklendi</numerusform>
+        </translation>
+    </message>
+    <message id="toast.routineAlreadyLoaded">
+        <source>%1 is already on this day</source>
+        <extracomment>Toast: every task of the routine is already on this day; %1 = routine name</extracomment>
+        <translation>%1 bu günde zaten var</translation>
+    </message>
+    <message id="toast.routineSaved">
+        <source>Saved routine %1</source>
+        <extracomment>Toast: the day&apos;s queue was saved as a routine; %1 = routine name</extracomment>
+        <translation>%1 rutini kaydedildi</translation>
+    </message>
+    <message id="repeat.menu">
+        <source>Repeat</source>
+        <extracomment>Title of the menu that chooses on which weekdays a routine repeats</extracomment>
+        <translation>Tekrarla</translation>
+    </message>
+    <message id="repeat.option.never">
+        <source>Never</source>
+        <extracomment>Repeat: not at all</extracomment>
+        <translation>Hiçbir zaman</translation>
+    </message>
+    <message id="repeat.option.everyDay">
+        <source>Every day</source>
+        <extracomment>Repeat: every day</extracomment>
+        <translation>Her gün</translation>
+    </message>
+    <message id="repeat.option.weekdays">
+        <source>Weekdays</source>
+        <extracomment>Repeat: Monday to Friday</extracomment>
+        <translation>Hafta içi</translation>
+    </message>
+    <message id="repeat.option.custom">
+        <source>Custom</source>
+        <extracomment>Repeat: on chosen weekdays</extracomment>
+        <translation>Özel</translation>
+    </message>
+    <message id="rollover.banner.fromYesterday" numerus="yes">
+        <source>%n unfinished task(s) from yesterday</source>
+        <extracomment>Rollover bar: the count of unfinished tasks carried over from yesterday</extracomment>
+        <translation>
+            <numerusform>Dünden kalan %n tamamlanmamış görev</numerusform>
+        </translation>
+    </message>
+    <message id="rollover.banner.fromEarlier" numerus="yes">
+        <source>%n unfinished task(s) from earlier days</source>
+        <extracomment>Rollover bar: the count of unfinished tasks carried over from the past week, the oldest before yesterday</extracomment>
+        <translation>
+            <numerusform>Önceki günlerden kalan %n tamamlanmamış görev</numerusform>
+        </translation>
+    </message>
+    <message id="rollover.banner.rollForward">
+        <source>Move to today</source>
+        <extracomment>Move unfinished past work onto today</extracomment>
+        <translation>Bugüne taşı</translation>
+    </message>
+    <message id="rollover.banner.archive">
+        <source>Archive</source>
+        <extracomment>Archive unfinished past work</extracomment>
+        <translation>Arşivle</translation>
+    </message>
+    <message id="rollover.banner.dismiss">
+        <source>Hide for today</source>
+        <extracomment>Hide the rollover bar for today</extracomment>
+        <translation>Bugünlük gizle</translation>
     </message>
 </context>
 </TS>
