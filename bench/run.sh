@@ -12,7 +12,10 @@ for program in "$build"/bench/*_bench; do
   [ -x "$program" ] || continue
   name=$(basename "$program")
   # Each program runs in its own throw-away XDG folders, like the tests.
-  if ! "$here/../tests/harness/isolate.sh" --bus -- "$program" >"$out/$name.out" 2>"$out/$name.log"; then
+  # The program-level bench needs a display for its windows.
+  flags=(--bus)
+  [ "$name" = app_bench ] && flags+=(--display)
+  if ! "$here/../tests/harness/isolate.sh" "${flags[@]}" -- "$program" >"$out/$name.out" 2>"$out/$name.log"; then
     echo "$name failed; see $out/$name.log" >&2
     status=1
   fi

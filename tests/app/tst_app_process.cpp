@@ -1,75 +1,14 @@
 // The real `tarnwell` process on a private session bus: one instance per
 // user, links handed over and kept until the interface exists, the unit-test
 // switch, onboarding first, orderly teardown on SIGTERM.
+#include "support/AppProcess.h"
+
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
-#include <memory>
-
-namespace {
-
-// One child process with its own data and config folders, and its log.
-class App
-{
-public:
-    explicit App(const QString &home, const QStringList &arguments = {QStringLiteral("--ui-test")},
-                 const QStringList &extraEnvironment = {})
-    {
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
-        env.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/config"));
-        env.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{message}"));
-        for (const QString &entry : extraEnvironment)
-            env.insert(entry.section(QLatin1Char('='), 0, 0), entry.section(QLatin1Char('='), 1));
-        m_process.setProcessEnvironment(env);
-        m_process.setProcessChannelMode(QProcess::MergedChannels);
-        m_process.start(QStringLiteral(TARNWELL_BINARY), arguments);
-    }
-    ~App()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.kill();
-            m_process.waitForFinished();
-        }
-    }
-
-    // Waits until the log holds `line` (no fixed sleeps).
-    bool waitFor(const QString &line, int timeoutMs = 10000)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        while (!log().contains(line)) {
-            if (timer.elapsed() > timeoutMs || m_process.state() == QProcess::NotRunning)
-                return log().contains(line);
-            m_process.waitForReadyRead(50);
-        }
-        return true;
-    }
-    QString log()
-    {
-        m_log += QString::fromUtf8(m_process.readAll());
-        return m_log;
-    }
-    QStringList lines() { return log().split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
-    void terminate() { ::kill(pid_t(m_process.processId()), SIGTERM); }
-    bool finish(int timeoutMs = 10000)
-    {
-        const bool done = m_process.waitForFinished(timeoutMs);
-        log();
-        return done;
-    }
-    QProcess &process() { return m_process; }
-
-private:
-    QProcess m_process;
-    QString m_log;
-};
-
-} // namespace
+using App = AppProcess;
 
 class AppProcessTest : public QObject
 {
