@@ -7,7 +7,7 @@
 #include "platform/UnixSignals.h"
 
 #include <QCommandLineParser>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QTimer>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -17,7 +17,9 @@ using namespace tarnwell;
 
 int main(int argc, char *argv[])
 {
-    QGuiApplication app(argc, argv);
+    // QApplication rather than QGuiApplication: the plain tray icon for XEmbed
+    // panels is a widget.
+    QApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("tarnwell"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarnwell"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.tarnwell.Tarnwell"));

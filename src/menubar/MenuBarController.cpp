@@ -12,6 +12,9 @@
 #include "settings/AppSettingsStore.h"
 
 #include <QCoreApplication>
+#include <QCursor>
+#include <QMenu>
+#include <QSystemTrayIcon>
 
 namespace tarnwell {
 
@@ -52,36 +55,8 @@ void MenuBarController::install()
         if (m_actions.showQuickAdd)
             m_actions.showQuickAdd();
     });
-    connect(m_menu.get(), &platform::DBusMenu::triggered, this, [this](int id) {
-        switch (id) {
-        case openId:
-            if (m_actions.togglePopover)
-                m_actions.togglePopover(QPoint());
-            break;
-        case quickAddId:
-            if (m_actions.showQuickAdd)
-                m_actions.showQuickAdd();
-            break;
-        case timerId:
-            if (Task *task = m_activeTasks.activeTask())
-                m_activeTasks.toggleTimer(task);
-            break;
-        case completeId:
-            if (m_actions.completeActive)
-                m_actions.completeActive();
-            break;
-        case settingsId:
-            if (m_actions.openSettings)
-                m_actions.openSettings();
-            break;
-        case quitId:
-            if (m_actions.quit)
-                m_actions.quit();
-            break;
-        default:
-            break;
-        }
-    });
+    connect(m_menu.get(), &platform::DBusMenu::triggered, this, &MenuBarController::triggerMenuEntry);
+    connect(m_item.get(), &platform::StatusNotifierItem::availableChanged, this, &MenuBarController::updateFallback);
 
     connect(&m_activeTasks, &ActiveTaskService::activeTaskChanged, this, &MenuBarController::onActiveTaskChanged);
     connect(&m_countdown, &CountdownService::remainingSecondsChanged, this, &MenuBarController::rebuild);
@@ -95,7 +70,87 @@ void MenuBarController::install()
     m_pushedToolTip.clear();
     rebuild();
     push();
+    updateFallback();
     qCInfo(lcMenuBar).noquote() << QStringLiteral("Status item installed as %1").arg(m_item->serviceName());
+}
+
+void MenuBarController::triggerMenuEntry(int id)
+{
+    switch (id) {
+    case openId:
+        if (m_actions.togglePopover)
+            m_actions.togglePopover(QPoint());
+        break;
+    case quickAddId:
+        if (m_actions.showQuickAdd)
+            m_actions.showQuickAdd();
+        break;
+    case timerId:
+        if (Task *task = m_activeTasks.activeTask())
+            m_activeTasks.toggleTimer(task);
+        break;
+    case completeId:
+        if (m_actions.completeActive)
+            m_actions.completeActive();
+        break;
+    case settingsId:
+        if (m_actions.openSettings)
+            m_actions.openSettings();
+        break;
+    case quitId:
+        if (m_actions.quit)
+            m_actions.quit();
+        break;
+    default:
+        break;
+    }
+}
+
+void MenuBarController::updateFallback()
+{
+    const bool wanted = m_item && !m_item->available() && QSystemTrayIcon::isSystemTrayAvailable();
+    if (wanted == bool(m_fallback))
+        return;
+    if (!wanted) {
+        m_fallback.reset();
+        m_fallbackMenu.reset();
+        return;
+    }
+    // Only while no watcher takes our own item: Qt's icon would otherwise
+    // publish a second item at the same path.
+    m_fallbackMenu = std::make_unique<QMenu>();
+    m_fallback = std::make_unique<QSystemTrayIcon>();
+    m_fallback->setContextMenu(m_fallbackMenu.get());
+    connect(m_fallback.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::Trigger && m_actions.togglePopover)
+            m_actions.togglePopover(QCursor::pos());
+    });
+    pushFallback();
+    m_fallback->show();
+    qCInfo(lcMenuBar).noquote() << QStringLiteral("No StatusNotifierWatcher on the bus; showing a plain tray icon");
+}
+
+void MenuBarController::pushFallback()
+{
+    if (!m_fallback)
+        return;
+    QIcon icon;
+    for (const QImage &image : MenuBarChipRenderer::renderAllSizes(*m_pushedIcon))
+        icon.addPixmap(QPixmap::fromImage(image));
+    m_fallback->setIcon(icon);
+    // Plain tray icons have no label: the tooltip carries the label's text.
+    m_fallback->setToolTip(labelText(m_presentation));
+    m_fallbackMenu->clear();
+    for (const auto &entry : m_menu->items()) {
+        if (entry.type == platform::DBusMenuItem::Type::separator) {
+            m_fallbackMenu->addSeparator();
+            continue;
+        }
+        QAction *action = m_fallbackMenu->addAction(entry.label);
+        action->setEnabled(entry.enabled);
+        const int id = entry.id;
+        connect(action, &QAction::triggered, this, [this, id] { triggerMenuEntry(id); });
+    }
 }
 
 void MenuBarController::remove()
@@ -105,6 +160,8 @@ void MenuBarController::remove()
     disconnect(&m_activeTasks, nullptr, this, nullptr);
     disconnect(&m_countdown, nullptr, this, nullptr);
     disconnect(&m_settings, nullptr, this, nullptr);
+    m_fallback.reset();
+    m_fallbackMenu.reset();
     m_item.reset();
     m_menu.reset();
 }
@@ -196,6 +253,7 @@ void MenuBarController::push()
         m_pushedToolTip = toolTipKey;
     }
     updateMenu();
+    pushFallback();
 }
 
 void MenuBarController::updateMenu()

@@ -10,6 +10,9 @@
 #include <functional>
 #include <memory>
 
+class QMenu;
+class QSystemTrayIcon;
+
 namespace tarnwell {
 
 class ActiveTaskService;
@@ -75,6 +78,10 @@ private:
     void updateMenu();
     void onActiveTaskChanged(Task *task);
     void endDayDone();
+    void triggerMenuEntry(int id);
+    // Panels without a StatusNotifierWatcher (XEmbed trays) get a plain tray icon.
+    void updateFallback();
+    void pushFallback();
 
     ActiveTaskService &m_activeTasks;
     CountdownService &m_countdown;
@@ -84,6 +91,8 @@ private:
 
     std::unique_ptr<platform::StatusNotifierItem> m_item;
     std::unique_ptr<platform::DBusMenu> m_menu;
+    std::unique_ptr<QSystemTrayIcon> m_fallback;
+    std::unique_ptr<QMenu> m_fallbackMenu;
     MenuBarPresentation m_presentation;
     QString m_pushedLabel;
     std::optional<MenuBarChipRenderer::Key> m_pushedIcon;
