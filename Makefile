@@ -23,8 +23,10 @@ build: configure
 run: build
 	@$(BUILD)/src/app/tarnwell $(ARGS)
 
+# In CI the suite also runs under AddressSanitizer + UndefinedBehaviorSanitizer.
 test: build
 	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 300
+	$(if $(CI),@$(MAKE) --no-print-directory test-asan)
 
 test-asan: setup
 	@cmake -S . -B $(BUILD_ASAN) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DTARNWELL_SANITIZE=ON $(CMAKE_FLAGS) >/dev/null
