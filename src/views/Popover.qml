@@ -351,6 +351,37 @@ Window {
             }
         }
 
+        // Toasts, one at a time, above the add field.
+        Rectangle {
+            objectName: "toast"
+            Layout.fillWidth: true
+            visible: root.popover.toastVisible
+            implicitHeight: toastRow.implicitHeight + 10
+            radius: 8
+            color: appTheme.text
+            RowLayout {
+                id: toastRow
+                anchors.fill: parent
+                anchors.leftMargin: 12
+                anchors.rightMargin: 4
+                spacing: 8
+                Label {
+                    Layout.fillWidth: true
+                    text: root.popover.toastText
+                    color: appTheme.window
+                    elide: Text.ElideRight
+                }
+                PopButton {
+                    objectName: "toastUndo"
+                    visible: root.popover.toastCanUndo
+                    text: root.popover.texts.undo
+                    flat: true
+                    palette.buttonText: appTheme.window
+                    onClicked: root.popover.undoToast()
+                }
+            }
+        }
+
         // The add field with what the line will set.
         ColumnLayout {
             Layout.fillWidth: true
@@ -405,39 +436,6 @@ Window {
         }
     }
 
-    // Toasts, one at a time.
-    Rectangle {
-        objectName: "toast"
-        visible: root.popover.toastVisible
-        anchors.horizontalCenter: parent.horizontalCenter
-        anchors.bottom: parent.bottom
-        anchors.bottomMargin: 70
-        width: Math.min(parent.width - 32, toastRow.implicitWidth + 24)
-        height: toastRow.implicitHeight + 14
-        radius: 8
-        color: appTheme.text
-        RowLayout {
-            id: toastRow
-            anchors.fill: parent
-            anchors.leftMargin: 12
-            anchors.rightMargin: 12
-            spacing: 8
-            Label {
-                Layout.fillWidth: true
-                text: root.popover.toastText
-                color: appTheme.window
-                elide: Text.ElideRight
-            }
-            PopButton {
-                objectName: "toastUndo"
-                visible: root.popover.toastCanUndo
-                text: root.popover.texts.undo
-                flat: true
-                onClicked: root.popover.undoToast()
-            }
-        }
-    }
-
     // After a completion: what is next.
     Rectangle {
         objectName: "nextUpScreen"
@@ -487,9 +485,8 @@ Window {
                 elide: Text.ElideRight
                 horizontalAlignment: Text.AlignHCenter
             }
-            Flow {
+            RowLayout {
                 Layout.alignment: Qt.AlignHCenter
-                Layout.maximumWidth: parent.width
                 spacing: 8
                 PopButton {
                     id: nextUpStartButton
