@@ -170,8 +170,31 @@ Item {
         }
     }
 
-    Keys.onReturnPressed: row.editRequested()
-    Keys.onDeletePressed: row.popover.deleteTask(row.model.id)
+    // The current row of the list takes the keys: Enter edits, Space ticks,
+    // Delete deletes, Alt+Up/Down moves, the menu key opens the actions.
+    focus: ListView.isCurrentItem
+    Keys.onPressed: (event) => {
+        if (row.editing)
+            return
+        const id = row.model.id
+        if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) {
+            row.editRequested()
+        } else if (event.key === Qt.Key_Space) {
+            row.open ? row.popover.completeTask(id) : row.popover.reopenTask(id)
+        } else if (event.key === Qt.Key_Delete) {
+            row.popover.deleteTask(id)
+        } else if ((event.modifiers & Qt.AltModifier) && (event.key === Qt.Key_Up || event.key === Qt.Key_Down)) {
+            const to = row.index + (event.key === Qt.Key_Up ? -1 : 1)
+            event.key === Qt.Key_Up ? row.popover.moveUp(id) : row.popover.moveDown(id)
+            const view = row.listView
+            Qt.callLater(() => { view.currentIndex = Math.max(0, Math.min(to, view.count - 1)) })
+        } else if (event.key === Qt.Key_Menu) {
+            actions.open()
+        } else {
+            return
+        }
+        event.accepted = true
+    }
 
     ColumnLayout {
         id: editor
@@ -206,8 +229,10 @@ Item {
             const error = row.popover.editTask(row.model.id, titleField.text, notesField.text,
                                                isNaN(minutes) ? -1 : minutes, due)
             errorLabel.text = error
-            if (error.length === 0)
+            if (error.length === 0) {
                 row.editFinished()
+                row.forceActiveFocus()
+            }
         }
 
         TextField {

@@ -34,6 +34,18 @@ int count(const QString &line)
     return int(std::count(g_log.cbegin(), g_log.cend(), line));
 }
 
+// The visible items of the window's scene (delegates included) with this name.
+QList<QQuickItem *> visibleItems(QQuickItem *root, const QString &name)
+{
+    QList<QQuickItem *> found;
+    if (root->objectName() == name && root->isVisible())
+        found << root;
+    const auto children = root->childItems();
+    for (QQuickItem *child : children)
+        found << visibleItems(child, name);
+    return found;
+}
+
 QQuickItem *item(QQuickWindow *window, const char *name)
 {
     const QString objectName = QString::fromLatin1(name);
@@ -159,6 +171,41 @@ private Q_SLOTS:
         QVERIFY(!item(window, "nextUpStart")->isVisible());
         QCOMPARE(w.f.service.activeTask()->title(), QStringLiteral("Second"));
         QVERIFY(w.f.service.activeTask()->activeStartedAt());
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+    }
+
+    void rowsWorkFromTheKeyboard()
+    {
+        Windows w;
+        w.f.add(QStringLiteral("A"));
+        Task *b = w.f.add(QStringLiteral("B"));
+        w.f.add(QStringLiteral("C"));
+        w.popover.show();
+        QQuickWindow *window = w.popover.window();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QQuickItem *list = item(window, "taskList");
+        list->forceActiveFocus();
+        list->setProperty("currentIndex", 1);
+        QTest::keyClick(window, Qt::Key_Down, Qt::AltModifier);
+        QCOMPARE(w.f.titles(0), (QStringList{QStringLiteral("A"), QStringLiteral("C"), QStringLiteral("B")}));
+        QTRY_COMPARE(list->property("currentIndex").toInt(), 2);
+        QTest::keyClick(window, Qt::Key_Space);
+        QVERIFY(b->completed());
+
+        // Enter opens the editor in place; a blank title is refused there.
+        list->setProperty("currentIndex", 0);
+        QTest::keyClick(window, Qt::Key_Return);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("editTitle"));
+        QTest::keyClick(window, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(window, Qt::Key_Backspace);
+        QTest::keyClick(window, Qt::Key_Return);
+        const QList<QQuickItem *> errors = visibleItems(window->contentItem(), QStringLiteral("editError"));
+        QCOMPARE(errors.size(), 1);
+        QCOMPARE(errors.first()->property("text").toString(), RepositoryError::titleEmpty().localizedDescription());
+        QTest::keyClick(window, Qt::Key_Escape); // closes the editor, not the popover
+        QVERIFY(w.popover.isVisible());
+        QCOMPARE(w.f.titles(0).first(), QStringLiteral("A"));
         QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
     }
 
