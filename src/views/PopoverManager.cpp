@@ -33,7 +33,7 @@ bool PopoverManager::ensureWindow()
                                   {QStringLiteral("manager"), QVariant::fromValue<QObject *>(this)}});
     if (!m_window)
         return false;
-    m_window->setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    m_window->setFlags(windowFlags(QGuiApplication::platformName()));
     connect(m_window, &QWindow::activeChanged, this, [this] {
         if (!m_window)
             return;
@@ -51,6 +51,13 @@ bool PopoverManager::ensureWindow()
         }
     });
     return true;
+}
+
+Qt::WindowFlags PopoverManager::windowFlags(const QString &platformName)
+{
+    if (platformName.startsWith(QLatin1String("wayland")))
+        return Qt::Window;
+    return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
 }
 
 QPoint PopoverManager::placement(const QPoint &anchor, const QSize &size, const QRect &available)

@@ -40,6 +40,9 @@ public:
     // free area is `available`: centred under the click, inside the area.
     // A null anchor means the top-right corner.
     static QPoint placement(const QPoint &anchor, const QSize &size, const QRect &available);
+    // A frameless tool window where the window system lets us place it (X11);
+    // a small normal window where it does not (Wayland compositors).
+    static Qt::WindowFlags windowFlags(const QString &platformName);
 
 Q_SIGNALS:
     void shown();

@@ -1,5 +1,6 @@
 #include "QuickAddWindowController.h"
 
+#include "PopoverManager.h"
 #include "QuickAddDraft.h"
 #include "UiEngine.h"
 #include "kit/Logging.h"
@@ -32,7 +33,7 @@ void QuickAddWindowController::show()
                                       {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
         if (!m_window)
             return;
-        m_window->setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+        m_window->setFlags(PopoverManager::windowFlags(QGuiApplication::platformName()));
     }
     if (QScreen *screen = QGuiApplication::primaryScreen()) {
         // Centred, in the upper third, where the eye is.

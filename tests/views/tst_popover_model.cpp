@@ -47,6 +47,8 @@ private Q_SLOTS:
         QCOMPARE(f.model.reorder({f.idOf(b), f.idOf(a)}), QString());
         QCOMPARE(f.shownTitles(), (QStringList{QStringLiteral("B2"), QStringLiteral("A"), QStringLiteral("C")}));
         QVERIFY(!f.model.reorder({f.idOf(b)}).isEmpty()); // not the whole queue
+        QCOMPARE(f.model.moveToPosition(f.idOf(a), 0), QString()); // a drop at the top
+        QCOMPARE(f.shownTitles(), (QStringList{QStringLiteral("A"), QStringLiteral("B2"), QStringLiteral("C")}));
         f.model.moveToTomorrow(f.idOf(b));
         QCOMPARE(f.shownTitles(), (QStringList{QStringLiteral("A"), QStringLiteral("C")}));
         f.model.reopenTask(f.idOf(c));
