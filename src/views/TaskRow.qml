@@ -51,6 +51,7 @@ Item {
             Layout.preferredWidth: 14
             MouseArea {
                 id: dragArea
+                objectName: "dragHandle"
                 anchors.fill: parent
                 anchors.margins: -4
                 cursorShape: Qt.SizeVerCursor

@@ -174,7 +174,7 @@ private Q_SLOTS:
         QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
     }
 
-    void rowsWorkFromTheKeyboard()
+    void rowsWorkFromTheKeyboardAndByDragging()
     {
         Windows w;
         w.f.add(QStringLiteral("A"));
@@ -189,6 +189,19 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Down, Qt::AltModifier);
         QCOMPARE(w.f.titles(0), (QStringList{QStringLiteral("A"), QStringLiteral("C"), QStringLiteral("B")}));
         QTRY_COMPARE(list->property("currentIndex").toInt(), 2);
+
+        // Dragging a row's handle onto another row puts it there.
+        const QList<QQuickItem *> handles = visibleItems(window->contentItem(), QStringLiteral("dragHandle"));
+        QCOMPARE(handles.size(), 3);
+        const auto centre = [](QQuickItem *i) { return i->mapToScene(QPointF(i->width() / 2, i->height() / 2)).toPoint(); };
+        QTest::mousePress(window, Qt::LeftButton, {}, centre(handles[0]));
+        QTest::mouseMove(window, centre(handles[1]));
+        QTest::mouseMove(window, centre(handles[2]));
+        QTest::mouseRelease(window, Qt::LeftButton, {}, centre(handles[2]));
+        QCOMPARE(w.f.titles(0), (QStringList{QStringLiteral("C"), QStringLiteral("B"), QStringLiteral("A")}));
+
+        list->forceActiveFocus();
+        list->setProperty("currentIndex", 1);
         QTest::keyClick(window, Qt::Key_Space);
         QVERIFY(b->completed());
 
@@ -205,7 +218,7 @@ private Q_SLOTS:
         QCOMPARE(errors.first()->property("text").toString(), RepositoryError::titleEmpty().localizedDescription());
         QTest::keyClick(window, Qt::Key_Escape); // closes the editor, not the popover
         QVERIFY(w.popover.isVisible());
-        QCOMPARE(w.f.titles(0).first(), QStringLiteral("A"));
+        QCOMPARE(w.f.titles(0).first(), QStringLiteral("C"));
         QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
     }
 
