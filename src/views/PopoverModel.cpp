@@ -43,6 +43,7 @@ PopoverModel::PopoverModel(Services services, QObject *parent)
     connect(&m_toastTimer, &QTimer::timeout, this, &PopoverModel::popToast);
 
     connect(&m_activeTasks, &ActiveTaskService::queueChanged, this, [this] { refresh(); });
+    connect(&m_activeTasks, &ActiveTaskService::activeTaskChanged, this, [this] { refreshCard(); });
     connect(&m_activeTasks.context(), &StoreContext::objectsDidChange, this, [this] { refresh(); });
     // The countdown ticks every second: only the card and the footer follow.
     connect(&m_countdown, &CountdownService::remainingSecondsChanged, this, [this] {
