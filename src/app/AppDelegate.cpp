@@ -4,6 +4,7 @@
 #include "kit/LoginItemService.h"
 #include "kit/Logging.h"
 #include "kit/Translations.h"
+#include "kit/UserDefaults.h"
 #include "menubar/MenuBarController.h"
 #include "persistence/DayRepository.h"
 #include "persistence/PersistenceController.h"
@@ -17,14 +18,20 @@
 #include "services/CountdownService.h"
 #include "services/DurationCompletionNotifier.h"
 #include "services/SoundService.h"
+#include "services/RolloverService.h"
 #include "services/RoutineService.h"
 #include "services/TaskCompletionFlow.h"
 #include "settings/AppSettingsStore.h"
 #include "views/OnboardingCoordinator.h"
+#include "views/PopoverManager.h"
+#include "views/PopoverModel.h"
+#include "views/QuickAddDraft.h"
+#include "views/QuickAddWindowController.h"
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
 
 #include <QCoreApplication>
+#include <QSettings>
 #include <QTimer>
 
 namespace tarnwell {
@@ -80,14 +87,26 @@ void AppDelegate::applicationDidFinishLaunching()
     });
     m_ui = std::make_unique<UiEngine>(*m_theme);
 
-    // 4. The focus engine: the task in hand and its countdown. (The popover's
-    // owner joins here with the windows.)
+    // 4. The focus engine: the task in hand and its countdown; the popover's
+    // owner and the quick-add window.
     m_chimes = std::make_unique<platform::SoundEffectChimeLibrary>();
     m_sounds = std::make_unique<SoundService>(*m_settings, *m_chimes);
     m_notifier = std::make_unique<LoggingDurationCompletionNotifier>();
     m_activeTasks = std::make_unique<ActiveTaskService>(m_store->viewContext(), *m_settings, m_clock, m_days.get(),
                                                         m_tasks.get());
     m_countdown = std::make_unique<CountdownService>(*m_activeTasks, *m_notifier, *m_sounds, *m_settings, m_clock);
+    m_defaults = UserDefaults::open();
+    m_routineRepository = std::make_unique<RoutineRepository>(m_store->viewContext(), m_clock);
+    m_routines = std::make_unique<RoutineService>(m_store->viewContext(), m_calendar, m_clock, *m_routineRepository,
+                                                  *m_tasks, *m_days);
+    m_rollover = std::make_unique<RolloverService>(m_store->viewContext(), m_calendar, m_clock, *m_days, *m_tasks,
+                                                   *m_routineRepository, *m_defaults);
+    m_popoverModel = std::make_unique<PopoverModel>(PopoverModel::Services{
+        *m_activeTasks, *m_countdown, *m_sounds, *m_settings, *m_routineRepository, *m_routines, *m_rollover,
+        m_calendar, m_clock});
+    m_popover = std::make_unique<PopoverManager>(*m_popoverModel, *m_ui);
+    m_quickAddDraft = std::make_unique<QuickAddDraft>(*m_tasks, *m_days, m_calendar, m_clock);
+    m_quickAdd = std::make_unique<QuickAddWindowController>(*m_quickAddDraft, *m_ui);
 
     // 5. Launch at login follows its setting.
     m_loginItems = std::make_unique<LoginItemService>(*m_settings, m_options.executable);
@@ -112,7 +131,7 @@ void AppDelegate::installMainInterface()
 
     // 1. The status item.
     MenuBarController::Actions actions;
-    actions.togglePopover = [this](const QPoint &) { revealPopover(); };
+    actions.togglePopover = [this](const QPoint &anchor) { togglePopover(anchor); };
     actions.showQuickAdd = [this] { showQuickAdd(); };
     actions.completeActive = [this] { completeActiveTask(); };
     actions.openSettings = [] { qCInfo(lcServices).noquote() << QStringLiteral("Settings requested"); };
@@ -127,9 +146,6 @@ void AppDelegate::installMainInterface()
     // monitor, 5. the widget surface and 6. the rating prompt join here.
 
     // 7. The day's repeating routines, then a fresh queue.
-    m_routineRepository = std::make_unique<RoutineRepository>(m_store->viewContext(), m_clock);
-    m_routines = std::make_unique<RoutineService>(m_store->viewContext(), m_calendar, m_clock, *m_routineRepository,
-                                                  *m_tasks, *m_days);
     applyDueRoutines();
     // 8. A new calendar day repeats step 7.
     m_dayChange = std::make_unique<platform::DayChangeObserver>(m_calendar, m_clock);
@@ -148,6 +164,8 @@ void AppDelegate::installMainInterface()
 void AppDelegate::onDayChanged()
 {
     applyDueRoutines();
+    // A popover left on a date now past follows the new day.
+    m_popoverModel->refresh();
 }
 
 void AppDelegate::applyDueRoutines()
@@ -158,26 +176,13 @@ void AppDelegate::applyDueRoutines()
     m_activeTasks->refresh();
 }
 
-namespace {
-// Until the popover exists, the next-up screen is only logged.
-class LoggedNextUp final : public CompletionPresenter
-{
-public:
-    void presentNextUp(const NextUpModalContext &context) override
-    {
-        qCInfo(lcServices).noquote() << QStringLiteral("Next up: %1").arg(context.nextTaskTitle.value_or(QString()));
-    }
-    void updatePresentation() override {}
-};
-} // namespace
-
 void AppDelegate::completeActiveTask()
 {
     Task *task = m_activeTasks->activeTask();
     if (!task)
         return;
-    LoggedNextUp presenter;
-    TaskCompletionFlow::complete(task->id(), *m_activeTasks, *m_sounds, presenter);
+    // The next-up screen only where the popover is open to show it.
+    TaskCompletionFlow::complete(task->id(), *m_activeTasks, *m_sounds, *m_popoverModel, m_popover->isVisible());
 }
 
 void AppDelegate::revealPopover()
@@ -187,11 +192,22 @@ void AppDelegate::revealPopover()
         return;
     }
     qCInfo(lcMenuBar).noquote() << QStringLiteral("Popover requested");
+    m_popover->show();
+}
+
+void AppDelegate::togglePopover(const QPoint &anchor)
+{
+    if (!m_appUIInstalled)
+        return;
+    qCInfo(lcMenuBar).noquote() << QStringLiteral("Popover requested");
+    m_popover->toggle(anchor);
 }
 
 void AppDelegate::showQuickAdd()
 {
     qCInfo(lcServices).noquote() << QStringLiteral("Quick add requested");
+    if (m_quickAdd)
+        m_quickAdd->show();
 }
 
 void AppDelegate::applyAppearance()
@@ -218,6 +234,8 @@ void AppDelegate::applyLanguage()
     m_translations->install(code);
     if (m_ui)
         m_ui->retranslate();
+    if (m_popoverModel)
+        m_popoverModel->retranslate();
 }
 
 void AppDelegate::applicationWillTerminate()
@@ -231,6 +249,11 @@ void AppDelegate::applicationWillTerminate()
     qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
     qCInfo(lcWidget).noquote() << QStringLiteral("Stopped the widget surface");
     m_dayChange.reset();
+    // The windows and their models before the services they read.
+    m_quickAdd.reset();
+    m_quickAddDraft.reset();
+    m_popover.reset();
+    m_popoverModel.reset();
     m_countdown.reset();
     if (m_store)
         m_store->save();

@@ -4,8 +4,11 @@
 #include "kit/Clock.h"
 
 #include <QObject>
+#include <QPoint>
 #include <QStringList>
 #include <memory>
+
+class QSettings;
 
 namespace tarnwell {
 
@@ -23,6 +26,11 @@ class RoutineRepository;
 class RoutineService;
 class OnboardingCoordinator;
 class PersistenceController;
+class PopoverManager;
+class PopoverModel;
+class QuickAddDraft;
+class QuickAddWindowController;
+class RolloverService;
 class TaskRepository;
 class ThemeController;
 class Translations;
@@ -64,6 +72,9 @@ public:
     void revealPopover();
     void showQuickAdd();
 
+    PopoverManager *popoverManager() const { return m_popover.get(); }
+    QuickAddWindowController *quickAddController() const { return m_quickAdd.get(); }
+
 Q_SIGNALS:
     void interfaceInstalled();
 
@@ -73,6 +84,8 @@ private:
     void applyLanguage();
     void onDayChanged();
     void completeActiveTask();
+    // A click on the status item: the popover opens at the click, or closes.
+    void togglePopover(const QPoint &anchor);
     void applyDueRoutines();
 
     Options m_options;
@@ -91,13 +104,19 @@ private:
     std::unique_ptr<ThemeController> m_theme;
     std::unique_ptr<platform::AppearancePortal> m_appearance;
     std::unique_ptr<UiEngine> m_ui;
+    std::unique_ptr<QSettings> m_defaults;
+    std::unique_ptr<RoutineRepository> m_routineRepository;
+    std::unique_ptr<RoutineService> m_routines;
+    std::unique_ptr<RolloverService> m_rollover;
+    std::unique_ptr<PopoverModel> m_popoverModel;
+    std::unique_ptr<PopoverManager> m_popover;
+    std::unique_ptr<QuickAddDraft> m_quickAddDraft;
+    std::unique_ptr<QuickAddWindowController> m_quickAdd;
     std::unique_ptr<LoginItemService> m_loginItems;
     std::unique_ptr<OnboardingCoordinator> m_onboarding;
     std::unique_ptr<AppURLRouter> m_urlRouter;
     std::unique_ptr<platform::DayChangeObserver> m_dayChange;
     std::unique_ptr<MenuBarController> m_menuBarController;
-    std::unique_ptr<RoutineRepository> m_routineRepository;
-    std::unique_ptr<RoutineService> m_routines;
 
     bool m_launched = false;
     bool m_appUIInstalled = false;

@@ -37,6 +37,7 @@ private Q_SLOTS:
 
         QVERIFY(first.waitFor(QStringLiteral("Opening link tarnwell://quickadd")));
         QVERIFY(first.waitFor(QStringLiteral("Quick add requested")));
+        QVERIFY(first.waitFor(QStringLiteral("Quick add shown")));
 
         // A plain second start asks the first to show itself.
         App third(home, {});
@@ -51,6 +52,7 @@ private Q_SLOTS:
     {
         App app(freshHome(), {QStringLiteral("--ui-test"), QStringLiteral("tarnwell://today")});
         QVERIFY2(app.waitFor(QStringLiteral("Popover requested")), qPrintable(app.log()));
+        QVERIFY2(app.waitFor(QStringLiteral("Popover shown")), qPrintable(app.log()));
         const QStringList lines = app.lines();
         const auto indexOf = [&](const QString &text) {
             for (int i = 0; i < lines.size(); ++i)

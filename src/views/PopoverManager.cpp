@@ -1,0 +1,123 @@
+#include "PopoverManager.h"
+
+#include "PopoverModel.h"
+#include "UiEngine.h"
+#include "kit/Logging.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace tarnwell {
+
+PopoverManager::PopoverManager(PopoverModel &model, UiEngine &ui, QObject *parent)
+    : QObject(parent)
+    , m_model(model)
+    , m_ui(ui)
+{
+}
+
+PopoverManager::~PopoverManager()
+{
+    delete m_window.data();
+}
+
+bool PopoverManager::ensureWindow()
+{
+    if (m_window)
+        return true;
+    m_window = m_ui.createWindow(QStringLiteral("Popover.qml"),
+                                 {{QStringLiteral("popover"), QVariant::fromValue<QObject *>(&m_model)},
+                                  {QStringLiteral("manager"), QVariant::fromValue<QObject *>(this)}});
+    if (!m_window)
+        return false;
+    m_window->setFlags(windowFlags(QGuiApplication::platformName()));
+    connect(m_window, &QWindow::activeChanged, this, [this] {
+        if (!m_window)
+            return;
+        if (m_window->isActive()) {
+            m_wasActive = true;
+        } else if (m_wasActive && m_window->isVisible()) {
+            // Clicking elsewhere closes the popover, as a menu would.
+            hide();
+        }
+    });
+    connect(m_window, &QWindow::visibleChanged, this, [this](bool visible) {
+        if (!visible) {
+            m_wasActive = false;
+            Q_EMIT hidden();
+        }
+    });
+    return true;
+}
+
+Qt::WindowFlags PopoverManager::windowFlags(const QString &platformName)
+{
+    if (platformName.startsWith(QLatin1String("wayland")))
+        return Qt::Window;
+    return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+}
+
+QPoint PopoverManager::placement(const QPoint &anchor, const QSize &size, const QRect &available)
+{
+    QPoint at;
+    if (anchor.isNull())
+        at = QPoint(available.right() + 1 - size.width() - Constants::margin, available.top() + Constants::margin);
+    else
+        at = QPoint(anchor.x() - size.width() / 2, anchor.y() + Constants::margin);
+    // Keep the whole window on the free part of the screen.
+    const int maxX = std::max(available.left(), available.right() + 1 - size.width());
+    const int maxY = std::max(available.top(), available.bottom() + 1 - size.height());
+    return QPoint(std::clamp(at.x(), available.left(), maxX), std::clamp(at.y(), available.top(), maxY));
+}
+
+void PopoverManager::show(const QPoint &anchor)
+{
+    if (!ensureWindow())
+        return;
+    QScreen *screen = anchor.isNull() ? nullptr : QGuiApplication::screenAt(anchor);
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (screen) {
+        m_window->setScreen(screen);
+        m_window->setPosition(placement(anchor, m_window->size(), screen->availableGeometry()));
+    }
+    const bool wasVisible = m_window->isVisible();
+    m_model.refresh();
+    m_window->show();
+    m_window->raise();
+    m_window->requestActivate();
+    QMetaObject::invokeMethod(m_window, "focusAddField");
+    if (!wasVisible) {
+        qCInfo(lcMenuBar).noquote() << QStringLiteral("Popover shown");
+        Q_EMIT shown();
+    }
+}
+
+void PopoverManager::toggle(const QPoint &anchor)
+{
+    if (isVisible())
+        hide();
+    else
+        show(anchor);
+}
+
+void PopoverManager::hide()
+{
+    if (m_window && m_window->isVisible())
+        m_window->hide();
+}
+
+bool PopoverManager::isVisible() const
+{
+    return m_window && m_window->isVisible();
+}
+
+QQuickWindow *PopoverManager::window() const
+{
+    return m_window.data();
+}
+
+} // namespace tarnwell

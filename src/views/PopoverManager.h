@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QObject>
+#include <QPoint>
+#include <QPointer>
+
+class QQuickWindow;
+class QScreen;
+
+namespace tarnwell {
+
+class PopoverModel;
+class UiEngine;
+
+// Owns the popover window: made on first use, placed at the tray click (or at
+// the top-right corner of the primary screen when the click position is
+// unknown) and kept on the screen. It closes on Escape and when it loses the
+// focus; on showing, the add field takes the keyboard.
+class PopoverManager : public QObject
+{
+    Q_OBJECT
+public:
+    struct Constants
+    {
+        static constexpr int margin = 8;
+    };
+
+    PopoverManager(PopoverModel &model, UiEngine &ui, QObject *parent = nullptr);
+    ~PopoverManager() override;
+
+    PopoverModel &model() const { return m_model; }
+    QQuickWindow *window() const;
+
+    void show(const QPoint &anchor = {});
+    void toggle(const QPoint &anchor = {});
+    Q_INVOKABLE void hide();
+    bool isVisible() const;
+
+    // Where a window of `size` goes for a click at `anchor` on a screen whose
+    // free area is `available`: centred under the click, inside the area.
+    // A null anchor means the top-right corner.
+    static QPoint placement(const QPoint &anchor, const QSize &size, const QRect &available);
+    // A frameless tool window where the window system lets us place it (X11);
+    // a small normal window where it does not (Wayland compositors).
+    static Qt::WindowFlags windowFlags(const QString &platformName);
+
+Q_SIGNALS:
+    void shown();
+    void hidden();
+
+private:
+    bool ensureWindow();
+
+    PopoverModel &m_model;
+    UiEngine &m_ui;
+    QPointer<QQuickWindow> m_window;
+    bool m_wasActive = false;
+};
+
+} // namespace tarnwell

@@ -1,0 +1,113 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import QtQuick.Window
+
+// The floating quick-add window: one line, chips for what it will set, a day
+// picker; Enter adds, Escape closes.
+Window {
+    id: root
+    objectName: "quickAddRoot"
+    required property QtObject draft
+    required property QtObject controller
+
+    width: 460
+    height: column.implicitHeight + 32
+    minimumWidth: 360
+    visible: false
+    color: appTheme.window
+    //: Title of the quick-add window
+    //% "Quick add"
+    title: qsTrId("quickAdd.window.title")
+
+    function focusField() {
+        field.forceActiveFocus()
+    }
+
+    Shortcut {
+        sequence: "Escape"
+        onActivated: root.controller.hide()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: "transparent"
+        border.color: appTheme.separator
+        radius: 10
+    }
+
+    ColumnLayout {
+        id: column
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: 16
+        spacing: 8
+
+        TextField {
+            id: field
+            objectName: "quickAddField"
+            Layout.fillWidth: true
+            font.pixelSize: 16
+            //: Quick-add window: placeholder of the line that becomes a task
+            //% "Write report · 45m tomorrow !"
+            placeholderText: qsTrId("quickAdd.field.placeholder")
+            Accessible.name: root.title
+            onTextEdited: root.draft.text = text
+            onAccepted: root.draft.commit()
+            Connections {
+                target: root.draft
+                function onTextChanged() {
+                    if (field.text !== root.draft.text)
+                        field.text = root.draft.text
+                }
+            }
+        }
+        Flow {
+            Layout.fillWidth: true
+            spacing: 4
+            visible: root.draft.title.length > 0
+            Chip {
+                visible: root.draft.durationText.length > 0
+                text: root.draft.durationText
+            }
+            Chip {
+                visible: root.draft.dayLabel.length > 0
+                text: root.draft.dayLabel
+            }
+            Chip {
+                visible: root.draft.urgent
+                tint: appTheme.danger
+                //: Quick-add chip: the typed task goes first in the queue
+                //% "Urgent"
+                text: qsTrId("quickAdd.chip.urgent")
+            }
+        }
+        Flow {
+            objectName: "dayPicker"
+            Layout.fillWidth: true
+            spacing: 4
+            Repeater {
+                model: 7
+                delegate: PopButton {
+                    required property int index
+                    readonly property int chosen: root.draft.dayOffset < 0 ? root.draft.defaultDayOffset
+                                                                           : root.draft.dayOffset
+                    text: root.draft.dayLabelFor(index)
+                    checkable: true
+                    checked: chosen === index
+                    flat: !checked
+                    onClicked: root.draft.overrideDayOffset(index)
+                }
+            }
+        }
+        Label {
+            objectName: "quickAddError"
+            Layout.fillWidth: true
+            visible: text.length > 0
+            text: root.draft.error
+            color: appTheme.danger
+            wrapMode: Text.Wrap
+        }
+    }
+}

@@ -1,0 +1,302 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// One task of the popover's list: tick, title and plan, its actions, and an
+// inline editor.
+Item {
+    id: row
+    required property var model
+    required property int index
+    required property QtObject popover
+    required property ListView listView
+    property bool editing: false
+    readonly property bool open: !model.completed
+    readonly property bool today: popover.isToday
+
+    signal editRequested()
+    signal editFinished()
+
+    implicitHeight: editing ? editor.implicitHeight + 16 : Math.max(44, summary.implicitHeight + 12)
+
+    function durationText(minutes) {
+        if (minutes < 1)
+            return ""
+        const h = Math.floor(minutes / 60)
+        const m = minutes % 60
+        return h === 0 ? m + "m" : (m === 0 ? h + "h" : h + "h " + m + "m")
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 6
+        color: row.model.isTaskInHand ? Qt.rgba(appTheme.accent.r, appTheme.accent.g, appTheme.accent.b, 0.12)
+                                      : (row.activeFocus || dragArea.pressed ? appTheme.surface : "transparent")
+        border.color: row.activeFocus ? appTheme.accent : "transparent"
+    }
+
+    RowLayout {
+        id: summary
+        visible: !row.editing
+        anchors.fill: parent
+        anchors.leftMargin: 4
+        anchors.rightMargin: 4
+        spacing: 4
+
+        Label {
+            id: handle
+            text: "⋮⋮"
+            visible: row.open
+            color: appTheme.secondaryText
+            Layout.preferredWidth: 14
+            MouseArea {
+                id: dragArea
+                objectName: "dragHandle"
+                anchors.fill: parent
+                anchors.margins: -4
+                cursorShape: Qt.SizeVerCursor
+                preventStealing: true
+                onReleased: (mouse) => {
+                    const p = handle.mapToItem(row.listView.contentItem, mouse.x, mouse.y)
+                    const to = row.listView.indexAt(row.listView.width / 2, p.y)
+                    if (to >= 0 && to !== row.index)
+                        row.popover.moveToPosition(row.model.id,
+                                                   Math.min(to, row.popover.tasks.openCount - 1))
+                }
+            }
+        }
+        CheckBox {
+            objectName: "completeBox"
+            checked: row.model.completed
+            focusPolicy: Qt.StrongFocus
+            //: Task row: tick that marks the task done (or open again)
+            //% "Done"
+            Accessible.name: qsTrId("popover.row.done")
+            onToggled: checked ? row.popover.completeTask(row.model.id) : row.popover.reopenTask(row.model.id)
+        }
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 0
+            Label {
+                Layout.fillWidth: true
+                text: (row.model.urgent ? "! " : "") + row.model.title
+                color: row.model.completed ? appTheme.secondaryText : appTheme.text
+                font.strikeout: row.model.completed
+                font.weight: row.model.isTaskInHand ? Font.DemiBold : Font.Normal
+                elide: Text.ElideRight
+            }
+            Label {
+                Layout.fillWidth: true
+                readonly property var parts: {
+                    const list = []
+                    const d = row.durationText(row.model.durationMinutes)
+                    if (d.length > 0)
+                        list.push(d)
+                    if (row.model.rolledOver)
+                        //: Task row: marks a task carried over from an earlier day
+                        //% "carried over"
+                        list.push(qsTrId("popover.row.rolledOver"))
+                    if (row.model.dueDate && !isNaN(row.model.dueDate.getTime()))
+                        //: Task row: the task's due date; %1 = a short date
+                        //% "due %1"
+                        list.push(qsTrId("popover.row.due").arg(row.model.dueDate.toLocaleDateString(Qt.locale(), Locale.ShortFormat)))
+                    return list
+                }
+                visible: parts.length > 0
+                text: parts.join(" · ")
+                color: appTheme.secondaryText
+                font.pixelSize: 11
+                elide: Text.ElideRight
+            }
+        }
+        PopButton {
+            id: actionsButton
+            objectName: "rowActions"
+            text: "⋯"
+            flat: true
+            //: Task row: button that opens the task's actions
+            //% "Task actions"
+            ToolTip.text: qsTrId("popover.row.actions")
+            Accessible.name: ToolTip.text
+            onClicked: actions.open()
+            Menu {
+                id: actions
+                y: actionsButton.height
+                MenuItem {
+                    objectName: "startNow"
+                    visible: row.open && row.today && !row.model.isTaskInHand
+                    height: visible ? implicitHeight : 0
+                    //: Task row action: make this the task in hand and start its timer
+                    //% "Start now"
+                    text: qsTrId("popover.row.startNow")
+                    onTriggered: row.popover.startNow(row.model.id)
+                }
+                MenuItem {
+                    visible: row.open
+                    height: visible ? implicitHeight : 0
+                    //: Task row action: move the task to the next day
+                    //% "Move to tomorrow"
+                    text: qsTrId("popover.row.moveToTomorrow")
+                    onTriggered: row.popover.moveToTomorrow(row.model.id)
+                }
+                MenuItem {
+                    visible: row.open && row.index > 0
+                    height: visible ? implicitHeight : 0
+                    //: Task row action: move the task one place up in the queue
+                    //% "Move up"
+                    text: qsTrId("popover.row.moveUp")
+                    onTriggered: row.popover.moveUp(row.model.id)
+                }
+                MenuItem {
+                    visible: row.open && row.index < row.popover.tasks.openCount - 1
+                    height: visible ? implicitHeight : 0
+                    //: Task row action: move the task one place down in the queue
+                    //% "Move down"
+                    text: qsTrId("popover.row.moveDown")
+                    onTriggered: row.popover.moveDown(row.model.id)
+                }
+                MenuItem {
+                    //: Task row action: open the task's editor
+                    //% "Edit…"
+                    text: qsTrId("popover.row.edit")
+                    onTriggered: row.editRequested()
+                }
+                MenuItem {
+                    //: Task row action: delete the task
+                    //% "Delete"
+                    text: qsTrId("popover.row.delete")
+                    onTriggered: row.popover.deleteTask(row.model.id)
+                }
+            }
+        }
+    }
+
+    // The current row of the list takes the keys: Enter edits, Space ticks,
+    // Delete deletes, Alt+Up/Down moves, the menu key opens the actions.
+    focus: ListView.isCurrentItem
+    Keys.onPressed: (event) => {
+        if (row.editing)
+            return
+        const id = row.model.id
+        if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) {
+            row.editRequested()
+        } else if (event.key === Qt.Key_Space) {
+            row.open ? row.popover.completeTask(id) : row.popover.reopenTask(id)
+        } else if (event.key === Qt.Key_Delete) {
+            row.popover.deleteTask(id)
+        } else if ((event.modifiers & Qt.AltModifier) && (event.key === Qt.Key_Up || event.key === Qt.Key_Down)) {
+            const to = row.index + (event.key === Qt.Key_Up ? -1 : 1)
+            event.key === Qt.Key_Up ? row.popover.moveUp(id) : row.popover.moveDown(id)
+            const view = row.listView
+            Qt.callLater(() => { view.currentIndex = Math.max(0, Math.min(to, view.count - 1)) })
+        } else if (event.key === Qt.Key_Menu) {
+            actions.open()
+        } else {
+            return
+        }
+        event.accepted = true
+    }
+
+    ColumnLayout {
+        id: editor
+        visible: row.editing
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: 8
+        spacing: 4
+        onVisibleChanged: if (visible) {
+            titleField.text = row.model.title
+            notesField.text = row.model.notes
+            minutesField.text = row.model.durationMinutes > 0 ? String(row.model.durationMinutes) : ""
+            dueField.text = row.model.dueDate && !isNaN(row.model.dueDate.getTime())
+                    ? Qt.formatDate(row.model.dueDate, "yyyy-MM-dd") : ""
+            errorLabel.text = ""
+            titleField.forceActiveFocus()
+        }
+
+        function save() {
+            let due = new Date(NaN)
+            if (dueField.text.trim().length > 0) {
+                due = new Date(dueField.text.trim() + "T12:00:00")
+                if (isNaN(due.getTime())) {
+                    //: Task editor: the typed due date cannot be read
+                    //% "Type the due date as YYYY-MM-DD."
+                    errorLabel.text = qsTrId("popover.edit.dueDateInvalid")
+                    return
+                }
+            }
+            const minutes = minutesField.text.trim().length > 0 ? parseInt(minutesField.text, 10) : -1
+            const error = row.popover.editTask(row.model.id, titleField.text, notesField.text,
+                                               isNaN(minutes) ? -1 : minutes, due)
+            errorLabel.text = error
+            if (error.length === 0) {
+                row.editFinished()
+                row.forceActiveFocus()
+            }
+        }
+
+        TextField {
+            id: titleField
+            objectName: "editTitle"
+            Layout.fillWidth: true
+            //: Task editor: placeholder of the title field
+            //% "Title"
+            placeholderText: qsTrId("popover.edit.title")
+            onAccepted: editor.save()
+        }
+        TextField {
+            id: notesField
+            Layout.fillWidth: true
+            //: Task editor: placeholder of the notes field
+            //% "Notes"
+            placeholderText: qsTrId("popover.edit.notes")
+            onAccepted: editor.save()
+        }
+        RowLayout {
+            Layout.fillWidth: true
+            TextField {
+                id: minutesField
+                Layout.fillWidth: true
+                validator: IntValidator { bottom: 0; top: 9999 }
+                //: Task editor: placeholder of the planned minutes field
+                //% "Minutes"
+                placeholderText: qsTrId("popover.edit.minutes")
+                onAccepted: editor.save()
+            }
+            TextField {
+                id: dueField
+                Layout.fillWidth: true
+                //: Task editor: placeholder of the due date field (keep YYYY-MM-DD)
+                //% "Due YYYY-MM-DD"
+                placeholderText: qsTrId("popover.edit.dueDate")
+                onAccepted: editor.save()
+            }
+        }
+        Label {
+            id: errorLabel
+            objectName: "editError"
+            Layout.fillWidth: true
+            visible: text.length > 0
+            color: appTheme.danger
+            wrapMode: Text.Wrap
+        }
+        RowLayout {
+            Layout.fillWidth: true
+            Item { Layout.fillWidth: true }
+            PopButton {
+                //: Button that closes a small form without saving
+                //% "Cancel"
+                text: qsTrId("popover.cancel")
+                onClicked: row.editFinished()
+            }
+            PopButton {
+                highlighted: true
+                //: Button that saves a small form
+                //% "Save"
+                text: qsTrId("popover.save")
+                onClicked: editor.save()
+            }
+        }
+    }
+}

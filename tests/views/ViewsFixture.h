@@ -1,0 +1,70 @@
+// The popover's model over an in-memory store with the focus engine and the
+// planning services on one pinned clock.
+#pragma once
+
+#include "focus/FocusFixture.h"
+#include "kit/Translations.h"
+#include "persistence/RoutineRepository.h"
+#include "services/RolloverService.h"
+#include "services/RoutineService.h"
+#include "views/PopoverModel.h"
+#include "views/QuickAddDraft.h"
+#include "views/TaskListModel.h"
+
+#include <QAbstractItemModelTester>
+#include <QTemporaryDir>
+
+struct ViewsFixture
+{
+    ViewsFixture() { translations.install(QStringLiteral("en")); }
+
+    Translations translations;
+    Calendar calendar;
+    // Wednesday 10 June 2026, 10:00 local time.
+    ManualClock time{QDate(2026, 6, 10).startOfDay(calendar.timeZone()).addSecs(10 * 3600)};
+    PersistenceController store{true};
+    StoreContext &context = store.viewContext();
+    AppSettingsStore settings{store};
+    DayRepository days{context, calendar, time.clock()};
+    TaskRepository tasks{context, calendar, time.clock(), days};
+    ActiveTaskService service{context, settings, time.clock(), &days, &tasks};
+    Recorder rec;
+    SoundService sound{settings, rec};
+    CountdownService countdown{service, rec, sound, settings, time.clock(), std::chrono::milliseconds(0)};
+    RoutineRepository routines{context, time.clock()};
+    RoutineService routineService{context, calendar, time.clock(), routines, tasks, days};
+    QTemporaryDir defaultsDir;
+    QSettings defaults{defaultsDir.filePath(QStringLiteral("defaults.ini")), QSettings::IniFormat};
+    RolloverService rollover{context, calendar, time.clock(), days, tasks, routines, defaults};
+    PopoverModel model{{service, countdown, sound, settings, routines, routineService, rollover, calendar, time.clock()}};
+    QAbstractItemModelTester tester{&model.tasks(), QAbstractItemModelTester::FailureReportingMode::QtTest};
+
+    // The clock moves on and the countdown ticks once.
+    void tick(int seconds)
+    {
+        time.advance(qint64(seconds) * 1000);
+        countdown.evaluate();
+    }
+    Day *day(int offset) { return days.fetchOrCreateDay(calendar.startOfDayAdding(time.now, offset)); }
+    Task *add(const QString &title, std::optional<qint64> minutes = std::nullopt, int offset = 0)
+    {
+        return tasks.createTask(title, minutes, false, day(offset));
+    }
+    static QString idOf(const Task *t) { return t->id().toString(QUuid::WithoutBraces); }
+    QStringList titles(int offset) { return titlesOf(tasks.openTasks(day(offset))); }
+    static QStringList titlesOf(const QList<Task *> &list)
+    {
+        QStringList out;
+        for (const Task *t : list)
+            out << t->title();
+        return out;
+    }
+    // The titles the list shows, top to bottom.
+    QStringList shownTitles()
+    {
+        QStringList out;
+        for (int row = 0; row < model.tasks().rowCount(); ++row)
+            out << model.tasks().index(row).data(TaskListModel::TitleRole).toString();
+        return out;
+    }
+};

@@ -1,0 +1,265 @@
+// The popover and quick-add windows on a real display: they load without a
+// single QML warning, take the keyboard in their field, add what is typed,
+// run the card's buttons and close on Escape and on losing the focus.
+#include "ViewsFixture.h"
+#include "views/PopoverManager.h"
+#include "views/QuickAddWindowController.h"
+#include "views/ThemeController.h"
+#include "views/UiEngine.h"
+
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
+#include <QTest>
+#include <QtQml/QQmlExtensionPlugin>
+
+Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
+
+namespace {
+
+QStringList g_log;
+QtMessageHandler g_previous = nullptr;
+
+void record(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    g_log << message;
+    if (g_previous)
+        g_previous(type, context, message);
+}
+
+int count(const QString &line)
+{
+    return int(std::count(g_log.cbegin(), g_log.cend(), line));
+}
+
+// The visible items of the window's scene (delegates included) with this name.
+QList<QQuickItem *> visibleItems(QQuickItem *root, const QString &name)
+{
+    QList<QQuickItem *> found;
+    if (root->objectName() == name && root->isVisible())
+        found << root;
+    const auto children = root->childItems();
+    for (QQuickItem *child : children)
+        found << visibleItems(child, name);
+    return found;
+}
+
+QQuickItem *item(QQuickWindow *window, const char *name)
+{
+    const QString objectName = QString::fromLatin1(name);
+    QQuickItem *found = window->findChild<QQuickItem *>(objectName);
+    return found ? found : window->contentItem()->findChild<QQuickItem *>(objectName);
+}
+
+// Types ASCII text key by key (QTest has keyClicks only for widgets).
+void typeText(QWindow *window, const QString &text)
+{
+    for (const QChar c : text)
+        QTest::keyClick(window, c.toLatin1());
+}
+
+void click(QQuickWindow *window, QQuickItem *target)
+{
+    QVERIFY(target && target->isVisible());
+    QTest::mouseClick(window, Qt::LeftButton, {}, target->mapToScene(QPointF(target->width() / 2, target->height() / 2)).toPoint());
+}
+
+} // namespace
+
+class PopoverWindowTest : public QObject
+{
+    Q_OBJECT
+
+    struct Windows
+    {
+        ViewsFixture f;
+        ThemeController theme;
+        UiEngine ui{theme};
+        PopoverManager popover{f.model, ui};
+        QuickAddDraft quickAddDraft{f.tasks, f.days, f.calendar, f.time.clock()};
+        QuickAddWindowController quickAdd{quickAddDraft, ui};
+        QList<QQmlError> warnings;
+
+        Windows()
+        {
+            QObject::connect(&ui.engine(), &QQmlEngine::warnings, &ui,
+                             [this](const QList<QQmlError> &list) { warnings << list; });
+        }
+        QString warningText() const
+        {
+            QStringList out;
+            for (const QQmlError &e : warnings)
+                out << e.toString();
+            return out.join(u'\n');
+        }
+    };
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        g_previous = qInstallMessageHandler(record);
+    }
+
+    void placementStaysOnTheScreen()
+    {
+        const QRect area(0, 30, 1600, 970);
+        const QSize size(380, 560);
+        QCOMPARE(PopoverManager::placement(QPoint(800, 30), size, area), QPoint(610, 38));
+        QCOMPARE(PopoverManager::placement(QPoint(1590, 10), size, area), QPoint(1220, 30));
+        QCOMPARE(PopoverManager::placement(QPoint(800, 990), size, area), QPoint(610, 440));
+        QCOMPARE(PopoverManager::placement(QPoint(), size, area), QPoint(1212, 38));
+    }
+
+    void popoverAddsWhatIsTypedAndClosesOnEscape()
+    {
+        Windows w;
+        w.f.add(QStringLiteral("First"), 25);
+        w.popover.show(QPoint());
+        QQuickWindow *window = w.popover.window();
+        QVERIFY2(window, qPrintable(w.warningText()));
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QCOMPARE(count(QStringLiteral("Popover shown")), 1);
+        QVERIFY(window->flags() & Qt::Tool);
+        const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY(area.contains(window->geometry()));
+
+        QTRY_VERIFY(window->isActive());
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("addField"));
+        typeText(window, QStringLiteral("Write report ~ 45m tomorrow !"));
+        QVERIFY(item(window, "addError"));
+        QVERIFY(item(window, "addError")->property("text").toString().isEmpty());
+        QTest::keyClick(window, Qt::Key_Return);
+        QCOMPARE(w.f.titles(1), QStringList{QStringLiteral("Write report")});
+        QCOMPARE(w.f.tasks.openTasks(w.f.day(1)).first()->durationMinutes(), 45);
+        QVERIFY(item(window, "addField")->property("text").toString().isEmpty());
+
+        // A line with nothing to add says so in place.
+        typeText(window, QStringLiteral("!"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QVERIFY(!item(window, "addError")->property("text").toString().isEmpty());
+
+        QTest::keyClick(window, Qt::Key_Escape);
+        QTRY_VERIFY(!window->isVisible());
+        QVERIFY(!w.popover.isVisible());
+        w.popover.toggle(QPoint(200, 0));
+        QVERIFY(w.popover.isVisible());
+        QCOMPARE(count(QStringLiteral("Popover shown")), 2);
+        w.popover.toggle();
+        QVERIFY(!w.popover.isVisible());
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+    }
+
+    void cardButtonsRunTheTimerAndShowWhatIsNext()
+    {
+        Windows w;
+        Task *first = w.f.add(QStringLiteral("First"), 25);
+        w.f.add(QStringLiteral("Second"), 10);
+        w.popover.show();
+        QQuickWindow *window = w.popover.window();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QVERIFY(item(window, "taskInHandCard")->isVisible());
+
+        click(window, item(window, "timerButton"));
+        QVERIFY(first->activeStartedAt());
+        click(window, item(window, "doneButton"));
+        QVERIFY(first->completed());
+        QTRY_VERIFY(item(window, "nextUpStart")->isVisible());
+        click(window, item(window, "nextUpStart"));
+        QVERIFY(!item(window, "nextUpStart")->isVisible());
+        QCOMPARE(w.f.service.activeTask()->title(), QStringLiteral("Second"));
+        QVERIFY(w.f.service.activeTask()->activeStartedAt());
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+    }
+
+    void rowsWorkFromTheKeyboardAndByDragging()
+    {
+        Windows w;
+        w.f.add(QStringLiteral("A"));
+        Task *b = w.f.add(QStringLiteral("B"));
+        w.f.add(QStringLiteral("C"));
+        w.popover.show();
+        QQuickWindow *window = w.popover.window();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QQuickItem *list = item(window, "taskList");
+        list->forceActiveFocus();
+        list->setProperty("currentIndex", 1);
+        QTest::keyClick(window, Qt::Key_Down, Qt::AltModifier);
+        QCOMPARE(w.f.titles(0), (QStringList{QStringLiteral("A"), QStringLiteral("C"), QStringLiteral("B")}));
+        QTRY_COMPARE(list->property("currentIndex").toInt(), 2);
+
+        // Dragging a row's handle onto another row puts it there.
+        const QList<QQuickItem *> handles = visibleItems(window->contentItem(), QStringLiteral("dragHandle"));
+        QCOMPARE(handles.size(), 3);
+        const auto centre = [](QQuickItem *i) { return i->mapToScene(QPointF(i->width() / 2, i->height() / 2)).toPoint(); };
+        QTest::mousePress(window, Qt::LeftButton, {}, centre(handles[0]));
+        QTest::mouseMove(window, centre(handles[1]));
+        QTest::mouseMove(window, centre(handles[2]));
+        QTest::mouseRelease(window, Qt::LeftButton, {}, centre(handles[2]));
+        QCOMPARE(w.f.titles(0), (QStringList{QStringLiteral("C"), QStringLiteral("B"), QStringLiteral("A")}));
+
+        list->forceActiveFocus();
+        list->setProperty("currentIndex", 1);
+        QTest::keyClick(window, Qt::Key_Space);
+        QVERIFY(b->completed());
+
+        // Enter opens the editor in place; a blank title is refused there.
+        list->setProperty("currentIndex", 0);
+        QTest::keyClick(window, Qt::Key_Return);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("editTitle"));
+        QTest::keyClick(window, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(window, Qt::Key_Backspace);
+        QTest::keyClick(window, Qt::Key_Return);
+        const QList<QQuickItem *> errors = visibleItems(window->contentItem(), QStringLiteral("editError"));
+        QCOMPARE(errors.size(), 1);
+        QCOMPARE(errors.first()->property("text").toString(), RepositoryError::titleEmpty().localizedDescription());
+        QTest::keyClick(window, Qt::Key_Escape); // closes the editor, not the popover
+        QVERIFY(w.popover.isVisible());
+        QCOMPARE(w.f.titles(0).first(), QStringLiteral("C"));
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+    }
+
+    void losingTheFocusClosesThePopover()
+    {
+        Windows w;
+        w.popover.show();
+        QQuickWindow *window = w.popover.window();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QTRY_VERIFY(window->isActive());
+        QWindow other;
+        other.resize(200, 200);
+        other.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&other));
+        other.requestActivate();
+        QTRY_VERIFY(!w.popover.isVisible());
+    }
+
+    void quickAddWindowAddsAndCloses()
+    {
+        Windows w;
+        w.quickAdd.show();
+        QQuickWindow *window = w.quickAdd.window();
+        QVERIFY2(window, qPrintable(w.warningText()));
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QCOMPARE(count(QStringLiteral("Quick add shown")), 1);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("quickAddField"));
+        typeText(window, QStringLiteral("Plan ~ 30m"));
+        QCOMPARE(w.quickAddDraft.durationText(), QStringLiteral("30m"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QCOMPARE(w.f.titles(0), QStringList{QStringLiteral("Plan")});
+        QTRY_VERIFY(!window->isVisible());
+
+        w.quickAdd.show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QTest::keyClick(window, Qt::Key_Escape);
+        QTRY_VERIFY(!w.quickAdd.isVisible());
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+    }
+};
+
+QTEST_MAIN(PopoverWindowTest)
+#include "tst_popover_window.moc"
