@@ -522,17 +522,17 @@
     <message id="activeTask.extend." numerus="yes">
         <source>+%n min</source>
         <extracomment>Task card chip that adds minutes to the planned duration; %n = the minutes</extracomment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>+%n min</numerusform>
+            <numerusform>+%n min</numerusform>
         </translation>
     </message>
     <message id="activeTask.action.extend.tooltip" numerus="yes">
         <source>Add %n minute(s) to the plan</source>
         <extracomment>Tooltip of the task card&apos;s extend chip; %n = the minutes it adds</extracomment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Add %n minute to the plan</numerusform>
+            <numerusform>Add %n minutes to the plan</numerusform>
         </translation>
     </message>
     <message id="popover.toast.undo">
@@ -548,9 +548,9 @@
     <message id="popover.toast.movedOverflow" numerus="yes">
         <source>Moved %n task(s) to tomorrow</source>
         <extracomment>Toast after the tasks that do not fit the workday were moved to the next day</extracomment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Moved %n task to tomorrow</numerusform>
+            <numerusform>Moved %n tasks to tomorrow</numerusform>
         </translation>
     </message>
     <message id="popover.toast.deleted">

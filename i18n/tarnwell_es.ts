@@ -377,186 +377,186 @@
     <message id="popover.window.title">
         <source>Today in Tarnwell</source>
         <extracomment>Title of the popover window (read by screen readers and window lists)</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Hoy en Tarnwell</translation>
     </message>
     <message id="popover.day.previous">
         <source>Previous day</source>
         <extracomment>Popover: button that shows the day before</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Día anterior</translation>
     </message>
     <message id="popover.day.next">
         <source>Next day</source>
         <extracomment>Popover: button that shows the day after</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Día siguiente</translation>
     </message>
     <message id="popover.card.done">
         <source>Done</source>
         <extracomment>Task card button that marks the task in hand done</extracomment>
-        <translation type="unfinished">Fin</translation>
+        <translation>Completar</translation>
     </message>
     <message id="popover.list.empty">
         <source>Nothing planned. Add a task below.</source>
         <extracomment>Popover: the shown day has no tasks</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>No hay nada previsto. Añade una tarea abajo.</translation>
     </message>
     <message id="popover.add.placeholder">
         <source>Add a task · 30m tomorrow !</source>
         <extracomment>Popover: placeholder of the field that adds a task to the shown day</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Añadir una tarea · 30m mañana !</translation>
     </message>
     <message id="quickAdd.chip.urgent">
         <source>Urgent</source>
         <extracomment>Quick-add chip: the typed task goes first in the queue</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Urgente</translation>
     </message>
     <message id="popover.cancel">
         <source>Cancel</source>
         <extracomment>Button that closes a small form without saving</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar</translation>
     </message>
     <message id="popover.save">
         <source>Save</source>
         <extracomment>Button that saves a small form</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Guardar</translation>
     </message>
     <message id="quickAdd.window.title">
         <source>Quick add</source>
         <extracomment>Title of the quick-add window</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Añadir rápido</translation>
     </message>
     <message id="quickAdd.field.placeholder">
         <source>Write report · 45m tomorrow !</source>
         <extracomment>Quick-add window: placeholder of the line that becomes a task</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Escribir informe · 45m mañana !</translation>
     </message>
     <message id="popover.row.done">
         <source>Done</source>
         <extracomment>Task row: tick that marks the task done (or open again)</extracomment>
-        <translation type="unfinished">Fin</translation>
+        <translation>Completada</translation>
     </message>
     <message id="popover.row.rolledOver">
         <source>carried over</source>
         <extracomment>Task row: marks a task carried over from an earlier day</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>aplazada</translation>
     </message>
     <message id="popover.row.due">
         <source>due %1</source>
         <extracomment>Task row: the task&apos;s due date; %1 = a short date</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>vence el %1</translation>
     </message>
     <message id="popover.row.actions">
         <source>Task actions</source>
         <extracomment>Task row: button that opens the task&apos;s actions</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Acciones de la tarea</translation>
     </message>
     <message id="popover.row.startNow">
         <source>Start now</source>
         <extracomment>Task row action: make this the task in hand and start its timer</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Empezar ahora</translation>
     </message>
     <message id="popover.row.moveToTomorrow">
         <source>Move to tomorrow</source>
         <extracomment>Task row action: move the task to the next day</extracomment>
-        <translation type="unfinished">Pasar a mañana</translation>
+        <translation>Pasar a mañana</translation>
     </message>
     <message id="popover.row.moveUp">
         <source>Move up</source>
         <extracomment>Task row action: move the task one place up in the queue</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Subir</translation>
     </message>
     <message id="popover.row.moveDown">
         <source>Move down</source>
         <extracomment>Task row action: move the task one place down in the queue</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Bajar</translation>
     </message>
     <message id="popover.row.edit">
         <source>Edit…</source>
         <extracomment>Task row action: open the task&apos;s editor</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Editar…</translation>
     </message>
     <message id="popover.row.delete">
         <source>Delete</source>
         <extracomment>Task row action: delete the task</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Eliminar</translation>
     </message>
     <message id="popover.edit.dueDateInvalid">
         <source>Type the due date as YYYY-MM-DD.</source>
         <extracomment>Task editor: the typed due date cannot be read</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Escribe la fecha de vencimiento con el formato YYYY-MM-DD.</translation>
     </message>
     <message id="popover.edit.title">
         <source>Title</source>
         <extracomment>Task editor: placeholder of the title field</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Título</translation>
     </message>
     <message id="popover.edit.notes">
         <source>Notes</source>
         <extracomment>Task editor: placeholder of the notes field</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Notas</translation>
     </message>
     <message id="popover.edit.minutes">
         <source>Minutes</source>
         <extracomment>Task editor: placeholder of the planned minutes field</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Minutos</translation>
     </message>
     <message id="popover.edit.dueDate">
         <source>Due YYYY-MM-DD</source>
         <extracomment>Task editor: placeholder of the due date field (keep YYYY-MM-DD)</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Vence el YYYY-MM-DD</translation>
     </message>
     <message id="popover.day.today">
         <source>Today</source>
         <extracomment>Name of the current day: the popover&apos;s day heading and the quick-add day chip</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Hoy</translation>
     </message>
     <message id="popover.day.tomorrow">
         <source>Tomorrow</source>
         <extracomment>Name of the day after the current one: the popover&apos;s day heading and the quick-add day chip</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Mañana</translation>
     </message>
     <message id="popover.day.yesterday">
         <source>Yesterday</source>
         <extracomment>Name of the day before the current one: the popover&apos;s day heading</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Ayer</translation>
     </message>
     <message id="activeTask.extend." numerus="yes">
         <source>+%n min</source>
         <extracomment>Task card chip that adds minutes to the planned duration; %n = the minutes</extracomment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>+%n min</numerusform>
+            <numerusform>+%n min</numerusform>
         </translation>
     </message>
     <message id="activeTask.action.extend.tooltip" numerus="yes">
         <source>Add %n minute(s) to the plan</source>
         <extracomment>Tooltip of the task card&apos;s extend chip; %n = the minutes it adds</extracomment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Añadir %n minuto al plan</numerusform>
+            <numerusform>Añadir %n minutos al plan</numerusform>
         </translation>
     </message>
     <message id="popover.toast.undo">
         <source>Undo</source>
         <extracomment>Toast action that takes back the change the toast reports</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Deshacer</translation>
     </message>
     <message id="popover.toast.movedToTomorrow">
         <source>Moved “%1” to tomorrow</source>
         <extracomment>Toast after a task was moved to the next day; %1 = the task&apos;s title</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Se ha pasado «%1» a mañana</translation>
     </message>
     <message id="popover.toast.movedOverflow" numerus="yes">
         <source>Moved %n task(s) to tomorrow</source>
         <extracomment>Toast after the tasks that do not fit the workday were moved to the next day</extracomment>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Se ha pasado %n tarea a mañana</numerusform>
+            <numerusform>Se han pasado %n tareas a mañana</numerusform>
         </translation>
     </message>
     <message id="popover.toast.deleted">
         <source>Deleted “%1”</source>
         <extracomment>Toast after a task was deleted; %1 = the task&apos;s title</extracomment>
-        <translation type="unfinished"></translation>
+        <translation>Se ha eliminado «%1»</translation>
     </message>
 </context>
 </TS>

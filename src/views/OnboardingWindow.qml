@@ -4,7 +4,7 @@ import QtQuick.Layouts
 import QtQuick.Window
 
 // First-run pages: the task in hand, quick add, the hot keys, the tray.
-Window {
+ThemedWindow {
     id: root
     required property QtObject coordinator
     property int page: 0

@@ -6,7 +6,7 @@ import QtQuick.Window
 // The popover under the tray icon: the task in hand, the day's queue, the day
 // plan, the rollover bar, routines, toasts, the next-up screen and the add
 // field.
-Window {
+ThemedWindow {
     id: root
     objectName: "popoverRoot"
     required property QtObject popover
@@ -230,10 +230,25 @@ Window {
                     }
                 }
                 ProgressBar {
+                    id: progress
                     Layout.fillWidth: true
                     from: 0
                     to: 1
                     value: root.popover.progress
+                    background: Rectangle {
+                        implicitHeight: 4
+                        radius: 2
+                        color: appTheme.separator
+                    }
+                    contentItem: Item {
+                        implicitHeight: 4
+                        Rectangle {
+                            width: progress.visualPosition * parent.width
+                            height: parent.height
+                            radius: 2
+                            color: root.popover.isOverdue ? appTheme.danger : appTheme.accent
+                        }
+                    }
                 }
                 Flow {
                     Layout.fillWidth: true

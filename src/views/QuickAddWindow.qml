@@ -5,7 +5,7 @@ import QtQuick.Window
 
 // The floating quick-add window: one line, chips for what it will set, a day
 // picker; Enter adds, Escape closes.
-Window {
+ThemedWindow {
     id: root
     objectName: "quickAddRoot"
     required property QtObject draft
