@@ -1,5 +1,8 @@
 #include "PopoverManager.h"
 
+#include <malloc.h>
+#include <QTimer>
+
 #include "PopoverModel.h"
 #include "UiEngine.h"
 #include "kit/Logging.h"
@@ -47,6 +50,15 @@ bool PopoverManager::ensureWindow()
     connect(m_window, &QWindow::visibleChanged, this, [this](bool visible) {
         if (!visible) {
             m_wasActive = false;
+            qCInfo(lcMenuBar).noquote() << QStringLiteral("Popover hidden");
+            // Idle in the tray is the usual state: drop the window's render
+            // caches and give freed heap back to the system.
+            m_window->releaseResources();
+            QTimer::singleShot(0, m_window, [window = m_window] {
+                if (!window->isVisible())
+                    window->destroy(); // the native window and its backing store
+            });
+            QTimer::singleShot(1000, this, [] { malloc_trim(0); });
             Q_EMIT hidden();
         }
     });
