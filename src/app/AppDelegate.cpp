@@ -13,7 +13,7 @@
 #include "persistence/TaskRepository.h"
 #include "platform/AppearancePortal.h"
 #include "platform/DayChangeObserver.h"
-#include "platform/SoundEffectChimeLibrary.h"
+#include "platform/LazyChimeLibrary.h"
 #include "services/ActiveTaskService.h"
 #include "services/CountdownService.h"
 #include "services/DurationCompletionNotifier.h"
@@ -89,7 +89,7 @@ void AppDelegate::applicationDidFinishLaunching()
 
     // 4. The focus engine: the task in hand and its countdown; the popover's
     // owner and the quick-add window.
-    m_chimes = std::make_unique<platform::SoundEffectChimeLibrary>();
+    m_chimes = std::make_unique<platform::LazyChimeLibrary>();
     m_sounds = std::make_unique<SoundService>(*m_settings, *m_chimes);
     m_notifier = std::make_unique<LoggingDurationCompletionNotifier>();
     m_activeTasks = std::make_unique<ActiveTaskService>(m_store->viewContext(), *m_settings, m_clock, m_days.get(),

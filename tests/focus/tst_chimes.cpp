@@ -1,7 +1,8 @@
 // The shipped chimes: every offered name is compiled in, decodes, and plays
 // through the sound-effect back end (which reports playing even where no
 // audio device exists).
-#include "platform/SoundEffectChimeLibrary.h"
+#include "platform/LazyChimeLibrary.h"
+#include "platform/sound/SoundEffectChimeLibrary.h"
 
 #include <QSoundEffect>
 #include <QTest>
@@ -26,6 +27,15 @@ private Q_SLOTS:
             chime->play();
             QTRY_VERIFY_WITH_TIMEOUT(chime->isPlaying(), 5000);
         }
+    }
+
+    void theAudioStackLoadsAtTheFirstChimeOnly()
+    {
+        platform::LazyChimeLibrary library;
+        QVERIFY(!library.isLoaded());
+        QVERIFY(library.load(QStringLiteral("Glass")));
+        QVERIFY(library.isLoaded());
+        QVERIFY(!library.load(QStringLiteral("Trombone")));
     }
 };
 

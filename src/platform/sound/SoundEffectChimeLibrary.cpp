@@ -37,3 +37,9 @@ std::unique_ptr<ChimePlayer> SoundEffectChimeLibrary::load(const QString &name)
 }
 
 } // namespace tarnwell::platform
+
+// Entry point for LazyChimeLibrary, which loads this library at the first chime.
+extern "C" Q_DECL_EXPORT tarnwell::ChimeLibrary *tarnwell_make_chime_library()
+{
+    return new tarnwell::platform::SoundEffectChimeLibrary;
+}
