@@ -16,6 +16,9 @@ OnboardingCoordinator::OnboardingCoordinator(AppSettingsStore &settings, UiEngin
 
 OnboardingCoordinator::~OnboardingCoordinator()
 {
+    // A window being destroyed still reports itself hidden; we must not hear it.
+    if (m_window)
+        m_window->disconnect(this);
     delete m_window.data();
 }
 

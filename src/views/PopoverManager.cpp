@@ -24,6 +24,9 @@ PopoverManager::PopoverManager(PopoverModel &model, UiEngine &ui, QObject *paren
 
 PopoverManager::~PopoverManager()
 {
+    // A window being destroyed still reports itself hidden; we must not hear it.
+    if (m_window)
+        m_window->disconnect(this);
     delete m_window.data();
 }
 

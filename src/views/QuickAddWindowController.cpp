@@ -22,6 +22,9 @@ QuickAddWindowController::QuickAddWindowController(QuickAddDraft &draft, UiEngin
 
 QuickAddWindowController::~QuickAddWindowController()
 {
+    // A window being destroyed still reports itself hidden; we must not hear it.
+    if (m_window)
+        m_window->disconnect(this);
     delete m_window.data();
 }
 

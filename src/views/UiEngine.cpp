@@ -15,15 +15,20 @@ UiEngine::UiEngine(ThemeController &theme, QObject *parent)
     : QObject(parent)
     , m_theme(theme)
 {
-    // Our windows are small and mostly still: Qt Quick's software renderer
-    // draws them as fast as OpenGL would and spares the ~90 MB a GL driver
-    // stack keeps resident. QT_QUICK_BACKEND still overrides it.
-    if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    // The plainest controls style: our palette does the rest, and it is the
-    // lightest to load.
-    if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_STYLE"))
-        QQuickStyle::setStyle(QStringLiteral("Basic"));
+    // Process-wide choices, made once before the first window exists.
+    static const bool configured = [] {
+        // Our windows are small and mostly still: Qt Quick's software renderer
+        // draws them as fast as OpenGL would and spares the ~90 MB a GL driver
+        // stack keeps resident. QT_QUICK_BACKEND still overrides it.
+        if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
+            QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+        // The plainest controls style: our palette does the rest, and it is the
+        // lightest to load.
+        if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_STYLE"))
+            QQuickStyle::setStyle(QStringLiteral("Basic"));
+        return true;
+    }();
+    Q_UNUSED(configured)
 }
 
 UiEngine::~UiEngine() = default;
