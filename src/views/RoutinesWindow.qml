@@ -112,13 +112,19 @@ ThemedWindow {
                             root.routines.currentIndex = index
                             routineList.forceActiveFocus()
                         }
+                        background: Rectangle {
+                            radius: 6
+                            color: routineRow.highlighted ? Qt.rgba(appTheme.accent.r, appTheme.accent.g, appTheme.accent.b, 0.14)
+                                                          : "transparent"
+                            border.color: routineRow.highlighted && routineList.activeFocus ? appTheme.accent : "transparent"
+                        }
                         contentItem: ColumnLayout {
                             spacing: 0
                             Label {
                                 Layout.fillWidth: true
                                 text: routineRow.name
                                 elide: Text.ElideRight
-                                color: routineRow.highlighted ? palette.highlightedText : appTheme.text
+                                color: appTheme.text
                             }
                             Label {
                                 Layout.fillWidth: true
@@ -126,7 +132,7 @@ ThemedWindow {
                                 text: routineRow.repeatLabel
                                 elide: Text.ElideRight
                                 font.pixelSize: 11
-                                color: routineRow.highlighted ? palette.highlightedText : appTheme.secondaryText
+                                color: appTheme.secondaryText
                             }
                         }
                     }
@@ -252,6 +258,10 @@ ThemedWindow {
                             model: root.routines.weekdays
                             delegate: PopButton {
                                 required property var modelData
+                                implicitWidth: Math.max(40, implicitContentWidth + leftPadding + rightPadding)
+                                // A chosen day in the accent colour.
+                                palette.dark: appTheme.accent
+                                palette.brightText: appTheme.dark ? appTheme.window : appTheme.surface
                                 text: modelData.name
                                 checkable: true
                                 checked: modelData.on
@@ -344,6 +354,7 @@ ThemedWindow {
                             PopButton {
                                 text: "↑"
                                 flat: true
+                                implicitWidth: 32
                                 enabled: itemRow.index > 0
                                 focusPolicy: Qt.NoFocus
                                 //: Task row action: move the task one place up in the queue
@@ -355,6 +366,7 @@ ThemedWindow {
                             PopButton {
                                 text: "↓"
                                 flat: true
+                                implicitWidth: 32
                                 enabled: itemRow.index < itemList.count - 1
                                 focusPolicy: Qt.NoFocus
                                 //: Task row action: move the task one place down in the queue
@@ -367,6 +379,7 @@ ThemedWindow {
                                 objectName: "editItem"
                                 text: "✎"
                                 flat: true
+                                implicitWidth: 32
                                 focusPolicy: Qt.NoFocus
                                 //: Task row action: open the task's editor
                                 //% "Edit…"
@@ -381,6 +394,7 @@ ThemedWindow {
                                 objectName: "removeItem"
                                 text: "✕"
                                 flat: true
+                                implicitWidth: 32
                                 focusPolicy: Qt.NoFocus
                                 //: Routines settings tab: removes a task template from the routine
                                 //% "Remove task"

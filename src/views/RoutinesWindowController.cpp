@@ -12,7 +12,7 @@ namespace tarnwell {
 
 RoutinesWindowController::RoutinesWindowController(RoutineRepository &routines, UiEngine &ui, QObject *parent)
     : QObject(parent)
-    , m_model(new RoutinesModel(routines, this))
+    , m_routines(routines)
     , m_ui(ui)
 {
 }
@@ -24,6 +24,9 @@ RoutinesWindowController::~RoutinesWindowController()
 
 void RoutinesWindowController::show()
 {
+    // Nothing reads the routines until the window is first wanted.
+    if (!m_model)
+        m_model = new RoutinesModel(m_routines, this);
     if (!m_window) {
         m_window = m_ui.createWindow(QStringLiteral("RoutinesWindow.qml"),
                                      {{QStringLiteral("routines"), QVariant::fromValue<QObject *>(m_model)},
@@ -66,7 +69,8 @@ QQuickWindow *RoutinesWindowController::window() const
 
 void RoutinesWindowController::retranslate()
 {
-    m_model->retranslate();
+    if (m_model)
+        m_model->retranslate();
 }
 
 } // namespace tarnwell

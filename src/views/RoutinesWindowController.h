@@ -21,7 +21,8 @@ public:
     RoutinesWindowController(RoutineRepository &routines, UiEngine &ui, QObject *parent = nullptr);
     ~RoutinesWindowController() override;
 
-    RoutinesModel &model() const { return *m_model; }
+    // The window's model, made at the first show; none before.
+    RoutinesModel *model() const { return m_model; }
     QQuickWindow *window() const;
 
     void show();
@@ -33,7 +34,8 @@ Q_SIGNALS:
     void shown();
 
 private:
-    RoutinesModel *m_model;
+    RoutineRepository &m_routines;
+    RoutinesModel *m_model = nullptr;
     UiEngine &m_ui;
     QPointer<QQuickWindow> m_window;
 };

@@ -301,13 +301,13 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Tab);
         typeText(window, QStringLiteral("10m"));
         QTest::keyClick(window, Qt::Key_Return);
-        QCOMPARE(w.routines.model().items().count(), 1);
+        QCOMPARE(w.routines.model()->items().count(), 1);
         QTest::keyClick(window, Qt::Key_Return);
         QVERIFY(item(window, "addItemError")->isVisible());
 
         // Weekday toggles show for a custom rule.
         QVERIFY(!item(window, "weekdayToggles")->isVisible());
-        w.routines.model().setRepeatChoice(int(RoutineSchedule::Kind::custom));
+        w.routines.model()->setRepeatChoice(int(RoutineSchedule::Kind::custom));
         QVERIFY(item(window, "weekdayToggles")->isVisible());
 
         // Delete asks first; Escape closes the question, then the window.
