@@ -109,8 +109,9 @@ ThemedWindow {
                         focusPolicy: Qt.NoFocus
                         Accessible.name: name
                         onClicked: {
-                            root.routines.currentIndex = index
+                            // A name being typed is saved to its own routine first.
                             routineList.forceActiveFocus()
+                            root.routines.currentIndex = index
                         }
                         background: Rectangle {
                             radius: 6
@@ -288,13 +289,14 @@ ThemedWindow {
                     Keys.onPressed: (event) => {
                         if (currentIndex < 0 || editingRow >= 0)
                             return
+                        const row = currentIndex
                         if ((event.modifiers & Qt.AltModifier) && event.key === Qt.Key_Up) {
-                            if (root.routines.items.move(currentIndex, -1))
-                                currentIndex = currentIndex - 1
+                            if (root.routines.items.move(row, -1))
+                                currentIndex = row - 1
                             event.accepted = true
                         } else if ((event.modifiers & Qt.AltModifier) && event.key === Qt.Key_Down) {
-                            if (root.routines.items.move(currentIndex, 1))
-                                currentIndex = currentIndex + 1
+                            if (root.routines.items.move(row, 1))
+                                currentIndex = row + 1
                             event.accepted = true
                         } else if (event.key === Qt.Key_Delete) {
                             root.routines.items.remove(currentIndex)
@@ -324,7 +326,11 @@ ThemedWindow {
                                 editMinutes.text = minutes > 0 ? String(minutes) : ""
                                 editor.error = ""
                                 editTitle.forceActiveFocus()
-                            } else if (itemList.currentIndex === index) {
+                            } else if (editTitle.activeFocus || editMinutes.activeFocus) {
+                                // Back to the list itself, not to the hidden fields.
+                                itemList.currentIndex = index
+                                editTitle.focus = false
+                                editMinutes.focus = false
                                 itemList.forceActiveFocus()
                             }
                         }
@@ -428,7 +434,9 @@ ThemedWindow {
                                     //% "Title"
                                     placeholderText: qsTrId("popover.edit.title")
                                     Accessible.name: placeholderText
-                                    onAccepted: editor.save()
+                                    // Handled here, so that Enter does not reach the list and reopen the editor.
+                                    Keys.onReturnPressed: editor.save()
+                                    Keys.onEnterPressed: editor.save()
                                 }
                                 TextField {
                                     id: editMinutes
@@ -437,7 +445,9 @@ ThemedWindow {
                                     //% "Minutes"
                                     placeholderText: qsTrId("popover.edit.minutes")
                                     Accessible.name: placeholderText
-                                    onAccepted: editor.save()
+                                    // Handled here, so that Enter does not reach the list and reopen the editor.
+                                    Keys.onReturnPressed: editor.save()
+                                    Keys.onEnterPressed: editor.save()
                                 }
                                 PopButton {
                                     //: Button that closes a small form without saving

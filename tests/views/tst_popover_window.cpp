@@ -305,6 +305,32 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Return);
         QVERIFY(item(window, "addItemError")->isVisible());
 
+        // From the list: Enter edits in place (Escape leaves the editor, not
+        // the window), Alt+Up moves a task, Delete removes it.
+        typeText(window, QStringLiteral("Read"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QQuickItem *list = item(window, "itemList");
+        list->forceActiveFocus();
+        list->setProperty("currentIndex", 1);
+        QTest::keyClick(window, Qt::Key_Return);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("editItemTitle"));
+        QTest::keyClick(window, Qt::Key_Escape);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(), QStringLiteral("itemList"));
+        QVERIFY(w.routines.isVisible());
+        QTest::keyClick(window, Qt::Key_Up, Qt::AltModifier);
+        RoutineItemsModel &items = w.routines.model()->items();
+        QCOMPARE(items.index(0).data(RoutineItemsModel::TitleRole).toString(), QStringLiteral("Read"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("editItemTitle"));
+        typeText(window, QStringLiteral(" more"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QCOMPARE(items.index(0).data(RoutineItemsModel::TitleRole).toString(), QStringLiteral("Read more"));
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(), QStringLiteral("itemList"));
+        QTest::keyClick(window, Qt::Key_Delete);
+        QCOMPARE(items.count(), 1);
+
         // Weekday toggles show for a custom rule.
         QVERIFY(!item(window, "weekdayToggles")->isVisible());
         w.routines.model()->setRepeatChoice(int(RoutineSchedule::Kind::custom));
