@@ -27,6 +27,7 @@
 #include "views/PopoverModel.h"
 #include "views/QuickAddDraft.h"
 #include "views/QuickAddWindowController.h"
+#include "views/RoutinesWindowController.h"
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
 
@@ -88,7 +89,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_ui = std::make_unique<UiEngine>(*m_theme);
 
     // 4. The focus engine: the task in hand and its countdown; the popover's
-    // owner and the quick-add window.
+    // owner, the quick-add window and the routines window.
     m_chimes = std::make_unique<platform::LazyChimeLibrary>();
     m_sounds = std::make_unique<SoundService>(*m_settings, *m_chimes);
     m_notifier = std::make_unique<LoggingDurationCompletionNotifier>();
@@ -107,6 +108,8 @@ void AppDelegate::applicationDidFinishLaunching()
     m_popover = std::make_unique<PopoverManager>(*m_popoverModel, *m_ui);
     m_quickAddDraft = std::make_unique<QuickAddDraft>(*m_tasks, *m_days, m_calendar, m_clock);
     m_quickAdd = std::make_unique<QuickAddWindowController>(*m_quickAddDraft, *m_ui);
+    m_routinesWindow = std::make_unique<RoutinesWindowController>(*m_routineRepository, *m_ui);
+    connect(m_popoverModel.get(), &PopoverModel::manageRoutinesRequested, this, &AppDelegate::showRoutines);
 
     // 5. Launch at login follows its setting.
     m_loginItems = std::make_unique<LoginItemService>(*m_settings, m_options.executable);
@@ -210,6 +213,12 @@ void AppDelegate::showQuickAdd()
         m_quickAdd->show();
 }
 
+void AppDelegate::showRoutines()
+{
+    if (m_routinesWindow)
+        m_routinesWindow->show();
+}
+
 void AppDelegate::applyAppearance()
 {
     switch (m_settings->theme()) {
@@ -236,6 +245,8 @@ void AppDelegate::applyLanguage()
         m_ui->retranslate();
     if (m_popoverModel)
         m_popoverModel->retranslate();
+    if (m_routinesWindow)
+        m_routinesWindow->retranslate();
 }
 
 void AppDelegate::applicationWillTerminate()
@@ -250,6 +261,7 @@ void AppDelegate::applicationWillTerminate()
     qCInfo(lcWidget).noquote() << QStringLiteral("Stopped the widget surface");
     m_dayChange.reset();
     // The windows and their models before the services they read.
+    m_routinesWindow.reset();
     m_quickAdd.reset();
     m_quickAddDraft.reset();
     m_popover.reset();

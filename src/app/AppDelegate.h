@@ -31,6 +31,7 @@ class PopoverModel;
 class QuickAddDraft;
 class QuickAddWindowController;
 class RolloverService;
+class RoutinesWindowController;
 class TaskRepository;
 class ThemeController;
 class Translations;
@@ -71,9 +72,11 @@ public:
     // Requests from outside (D-Bus Activate, links, hot keys).
     void revealPopover();
     void showQuickAdd();
+    void showRoutines();
 
     PopoverManager *popoverManager() const { return m_popover.get(); }
     QuickAddWindowController *quickAddController() const { return m_quickAdd.get(); }
+    RoutinesWindowController *routinesController() const { return m_routinesWindow.get(); }
 
 Q_SIGNALS:
     void interfaceInstalled();
@@ -112,6 +115,7 @@ private:
     std::unique_ptr<PopoverManager> m_popover;
     std::unique_ptr<QuickAddDraft> m_quickAddDraft;
     std::unique_ptr<QuickAddWindowController> m_quickAdd;
+    std::unique_ptr<RoutinesWindowController> m_routinesWindow;
     std::unique_ptr<LoginItemService> m_loginItems;
     std::unique_ptr<OnboardingCoordinator> m_onboarding;
     std::unique_ptr<AppURLRouter> m_urlRouter;

@@ -181,6 +181,23 @@ void RoutineRepository::removeItem(RoutineItem *item)
     save();
 }
 
+bool RoutineRepository::moveItem(RoutineItem *item, int offset)
+{
+    Routine *routine = item->routine();
+    QList<RoutineItem *> list = items(routine);
+    const qsizetype from = list.indexOf(item);
+    const qsizetype to = from + offset;
+    if (from < 0 || to < 0 || to >= list.size() || offset == 0)
+        return false;
+    list.move(from, to);
+    for (qsizetype i = 0; i < list.size(); ++i)
+        if (list[i]->orderIndex() != i)
+            list[i]->setOrderIndex(checkedInt32(i, "orderIndex"));
+    routine->setUpdatedAt(m_clock());
+    save();
+    return true;
+}
+
 void RoutineRepository::save()
 {
     if (m_context.hasChanges())

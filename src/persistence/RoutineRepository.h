@@ -51,6 +51,9 @@ public:
     RoutineItem *appendItem(Routine *routine, const ItemDraft &draft);
     void updateItem(RoutineItem *item, const ItemDraft &draft);
     void removeItem(RoutineItem *item);
+    // Moves the item `offset` places within its routine (-1 up, +1 down) and
+    // numbers the items afresh. False, and nothing changes, past either end.
+    bool moveItem(RoutineItem *item, int offset);
 
 private:
     RoutineItem *insertItem(Routine *routine, const ItemDraft &draft, qint32 orderIndex);

@@ -131,6 +131,11 @@ ThemedWindow {
                         enabled: root.popover.tasks.openCount > 0
                         onTriggered: routineNamePopup.open()
                     }
+                    MenuItem {
+                        objectName: "manageRoutines"
+                        text: root.popover.texts.routineManage
+                        onTriggered: root.popover.manageRoutines()
+                    }
                 }
             }
         }

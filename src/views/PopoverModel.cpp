@@ -504,6 +504,11 @@ void PopoverModel::loadRoutine(const QString &id)
                         : PlanningTexts::toastRoutineAlreadyLoaded(routine->name()));
 }
 
+void PopoverModel::manageRoutines()
+{
+    Q_EMIT manageRoutinesRequested();
+}
+
 void PopoverModel::saveQueueAsRoutine(const QString &name)
 {
     Routine *routine = nullptr;

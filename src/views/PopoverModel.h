@@ -193,6 +193,8 @@ public:
     // The routine menu.
     Q_INVOKABLE void loadRoutine(const QString &id);
     Q_INVOKABLE void saveQueueAsRoutine(const QString &name);
+    // Asks for the routines window (manageRoutinesRequested).
+    Q_INVOKABLE void manageRoutines();
 
     // Toasts.
     Q_INVOKABLE void undoToast();
@@ -221,6 +223,8 @@ Q_SIGNALS:
     void toastChanged();
     void nextUpChanged();
     void textsChanged();
+    // The routine menu's "manage" entry: the owner shows the routines window.
+    void manageRoutinesRequested();
 
 private:
     struct Card

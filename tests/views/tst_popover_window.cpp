@@ -4,6 +4,8 @@
 #include "ViewsFixture.h"
 #include "views/PopoverManager.h"
 #include "views/QuickAddWindowController.h"
+#include "views/RoutinesModel.h"
+#include "views/RoutinesWindowController.h"
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
 
@@ -80,10 +82,13 @@ class PopoverWindowTest : public QObject
         PopoverManager popover{f.model, ui};
         QuickAddDraft quickAddDraft{f.tasks, f.days, f.calendar, f.time.clock()};
         QuickAddWindowController quickAdd{quickAddDraft, ui};
+        RoutinesWindowController routines{f.routines, ui};
         QList<QQmlError> warnings;
 
         Windows()
         {
+            QObject::connect(&f.model, &PopoverModel::manageRoutinesRequested, &routines,
+                             &RoutinesWindowController::show);
             QObject::connect(&ui.engine(), &QQmlEngine::warnings, &ui,
                              [this](const QList<QQmlError> &list) { warnings << list; });
         }
@@ -257,6 +262,96 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(window));
         QTest::keyClick(window, Qt::Key_Escape);
         QTRY_VERIFY(!w.quickAdd.isVisible());
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+    }
+
+    void routinesWindowOpensFromThePopoverAndWorksFromTheKeyboard()
+    {
+        Windows w;
+        w.popover.show();
+        QQuickWindow *popover = w.popover.window();
+        QVERIFY(QTest::qWaitForWindowExposed(popover));
+        click(popover, item(popover, "routineButton"));
+        QQuickItem *manage = item(popover, "manageRoutines");
+        QTRY_VERIFY(manage && manage->isVisible());
+        click(popover, manage);
+        QQuickWindow *window = w.routines.window();
+        QVERIFY2(window, qPrintable(w.warningText()));
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QCOMPARE(count(QStringLiteral("Routines shown")), 1);
+        QVERIFY(item(window, "routinesEmpty")->isVisible());
+
+        // A new routine takes the name field; a blank name is refused there.
+        click(window, item(window, "newRoutine"));
+        QCOMPARE(w.f.routines.routines().size(), 1);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("routineName"));
+        QTest::keyClick(window, Qt::Key_Backspace);
+        QTest::keyClick(window, Qt::Key_Return);
+        QVERIFY(item(window, "nameError")->isVisible());
+        typeText(window, QStringLiteral("Morning"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QCOMPARE(w.f.routines.routines().first()->name(), QStringLiteral("Morning"));
+        QVERIFY(!item(window, "nameError")->isVisible());
+        QCOMPARE(w.f.model.routines().first().toMap().value(QStringLiteral("name")).toString(), QStringLiteral("Morning"));
+
+        // Tasks are added from their fields.
+        item(window, "newItemTitle")->forceActiveFocus();
+        typeText(window, QStringLiteral("Stretch"));
+        QTest::keyClick(window, Qt::Key_Tab);
+        typeText(window, QStringLiteral("10m"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QCOMPARE(w.routines.model()->items().count(), 1);
+        QTest::keyClick(window, Qt::Key_Return);
+        QVERIFY(item(window, "addItemError")->isVisible());
+
+        // From the list: Enter edits in place (Escape leaves the editor, not
+        // the window), Alt+Up moves a task, Delete removes it.
+        typeText(window, QStringLiteral("Read"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QQuickItem *list = item(window, "itemList");
+        list->forceActiveFocus();
+        list->setProperty("currentIndex", 1);
+        QTest::keyClick(window, Qt::Key_Return);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("editItemTitle"));
+        QTest::keyClick(window, Qt::Key_Escape);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(), QStringLiteral("itemList"));
+        QVERIFY(w.routines.isVisible());
+        QTest::keyClick(window, Qt::Key_Up, Qt::AltModifier);
+        RoutineItemsModel &items = w.routines.model()->items();
+        QCOMPARE(items.index(0).data(RoutineItemsModel::TitleRole).toString(), QStringLiteral("Read"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("editItemTitle"));
+        typeText(window, QStringLiteral(" more"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QCOMPARE(items.index(0).data(RoutineItemsModel::TitleRole).toString(), QStringLiteral("Read more"));
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(), QStringLiteral("itemList"));
+        QTest::keyClick(window, Qt::Key_Delete);
+        QCOMPARE(items.count(), 1);
+
+        // Weekday toggles show for a custom rule.
+        QVERIFY(!item(window, "weekdayToggles")->isVisible());
+        w.routines.model()->setRepeatChoice(int(RoutineSchedule::Kind::custom));
+        QVERIFY(item(window, "weekdayToggles")->isVisible());
+
+        // Delete asks first; Escape closes the question, then the window.
+        click(window, item(window, "deleteRoutine"));
+        QQuickItem *dialog = item(window, "confirmDelete");
+        QTRY_VERIFY(dialog && dialog->isVisible());
+        QTest::keyClick(window, Qt::Key_Escape);
+        QTRY_VERIFY(!dialog->isVisible());
+        QVERIFY(w.routines.isVisible());
+        QCOMPARE(w.f.routines.routines().size(), 1);
+        click(window, item(window, "deleteRoutine"));
+        QTRY_VERIFY(dialog->isVisible());
+        click(window, dialog);
+        QTRY_VERIFY(item(window, "routinesEmpty")->isVisible());
+        QVERIFY(w.f.routines.routines().isEmpty());
+        QVERIFY(w.f.model.routines().isEmpty());
+        QTest::keyClick(window, Qt::Key_Escape);
+        QTRY_VERIFY(!w.routines.isVisible());
         QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
     }
 };

@@ -1,0 +1,76 @@
+#include "RoutinesWindowController.h"
+
+#include "RoutinesModel.h"
+#include "UiEngine.h"
+#include "kit/Logging.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QScreen>
+
+namespace tarnwell {
+
+RoutinesWindowController::RoutinesWindowController(RoutineRepository &routines, UiEngine &ui, QObject *parent)
+    : QObject(parent)
+    , m_routines(routines)
+    , m_ui(ui)
+{
+}
+
+RoutinesWindowController::~RoutinesWindowController()
+{
+    delete m_window.data();
+}
+
+void RoutinesWindowController::show()
+{
+    // Nothing reads the routines until the window is first wanted.
+    if (!m_model)
+        m_model = new RoutinesModel(m_routines, this);
+    if (!m_window) {
+        m_window = m_ui.createWindow(QStringLiteral("RoutinesWindow.qml"),
+                                     {{QStringLiteral("routines"), QVariant::fromValue<QObject *>(m_model)},
+                                      {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
+        if (!m_window)
+            return;
+        if (QScreen *screen = QGuiApplication::primaryScreen()) {
+            const QRect area = screen->availableGeometry();
+            m_window->setPosition(area.left() + (area.width() - m_window->width()) / 2,
+                                  area.top() + (area.height() - m_window->height()) / 3);
+        }
+    }
+    const bool wasVisible = m_window->isVisible();
+    m_model->refresh();
+    m_window->show();
+    m_window->raise();
+    m_window->requestActivate();
+    if (!wasVisible) {
+        QMetaObject::invokeMethod(m_window, "focusList");
+        qCInfo(lcServices).noquote() << QStringLiteral("Routines shown");
+        Q_EMIT shown();
+    }
+}
+
+void RoutinesWindowController::hide()
+{
+    if (m_window && m_window->isVisible())
+        m_window->hide();
+}
+
+bool RoutinesWindowController::isVisible() const
+{
+    return m_window && m_window->isVisible();
+}
+
+QQuickWindow *RoutinesWindowController::window() const
+{
+    return m_window.data();
+}
+
+void RoutinesWindowController::retranslate()
+{
+    if (m_model)
+        m_model->retranslate();
+}
+
+} // namespace tarnwell
