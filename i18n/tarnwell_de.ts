@@ -558,5 +558,70 @@
         <extracomment>Toast after a task was deleted; %1 = the task&apos;s title</extracomment>
         <translation>„%1“ gelöscht</translation>
     </message>
+    <message id="settings.routines.title">
+        <source>Routines</source>
+        <extracomment>Routines window and settings tab: title</extracomment>
+        <translation>Routinen</translation>
+    </message>
+    <message id="settings.routines.caption">
+        <source>Saved lists of tasks to load into a day, or to add themselves on chosen weekdays.</source>
+        <extracomment>Routines settings tab: caption under the title</extracomment>
+        <translation>Gespeicherte Aufgabenlisten, die du in einen Tag lädst oder die sich an gewählten Wochentagen selbst eintragen.</translation>
+    </message>
+    <message id="settings.routines.new">
+        <source>New routine</source>
+        <extracomment>Routines settings tab: button that makes a new routine</extracomment>
+        <translation>Neue Routine</translation>
+    </message>
+    <message id="settings.routines.empty">
+        <source>No routines yet</source>
+        <extracomment>Routines settings tab: shown when no routine is saved yet</extracomment>
+        <translation>Noch keine Routinen</translation>
+    </message>
+    <message id="settings.routines.emptyCaption">
+        <source>Make one with New routine, or save a day&apos;s queue from the popover&apos;s routine menu.</source>
+        <extracomment>Routines settings tab: how to make a routine, under the empty message</extracomment>
+        <translation>Lege eine mit „Neue Routine“ an oder speichere die Aufgabenliste eines Tages über das Routinenmenü im Popover.</translation>
+    </message>
+    <message id="settings.routines.name">
+        <source>Name</source>
+        <extracomment>Routines settings tab: label of the routine&apos;s name field</extracomment>
+        <translation>Name</translation>
+    </message>
+    <message id="settings.routines.removeTask">
+        <source>Remove task</source>
+        <extracomment>Routines settings tab: removes a task template from the routine</extracomment>
+        <translation>Aufgabe entfernen</translation>
+    </message>
+    <message id="settings.routines.addTask">
+        <source>Add task</source>
+        <extracomment>Routines settings tab: adds a task template to the routine</extracomment>
+        <translation>Aufgabe hinzufügen</translation>
+    </message>
+    <message id="settings.routines.delete">
+        <source>Delete routine</source>
+        <extracomment>Routines settings tab: deletes the chosen routine</extracomment>
+        <translation>Routine löschen</translation>
+    </message>
+    <message id="settings.routines.delete.confirm">
+        <source>Delete “%1”?</source>
+        <extracomment>Routines settings tab: title of the question before a routine is deleted; %1 = routine name</extracomment>
+        <translation>„%1“ löschen?</translation>
+    </message>
+    <message id="settings.routines.delete.body">
+        <source>The routine and its task templates are removed. Tasks already loaded into your days stay, but no longer repeat.</source>
+        <extracomment>Routines settings tab: what deleting a routine removes and what it leaves alone</extracomment>
+        <translation>Die Routine und ihre Aufgabenvorlagen werden entfernt. Bereits in deine Tage geladene Aufgaben bleiben, wiederholen sich aber nicht mehr.</translation>
+    </message>
+    <message id="settings.routines.nameRequired">
+        <source>A routine needs a name.</source>
+        <extracomment>Routines window: shown in place when a routine&apos;s name is left empty</extracomment>
+        <translation>Eine Routine braucht einen Namen.</translation>
+    </message>
+    <message id="settings.routines.minutesInvalid">
+        <source>Write the minutes as 45, 45m or 1h30.</source>
+        <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
+        <translation>Gib die Minuten als 45, 45m oder 1h30 ein.</translation>
+    </message>
 </context>
 </TS>

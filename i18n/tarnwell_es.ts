@@ -558,5 +558,70 @@
         <extracomment>Toast after a task was deleted; %1 = the task&apos;s title</extracomment>
         <translation>Se ha eliminado «%1»</translation>
     </message>
+    <message id="settings.routines.title">
+        <source>Routines</source>
+        <extracomment>Routines window and settings tab: title</extracomment>
+        <translation>Rutinas</translation>
+    </message>
+    <message id="settings.routines.caption">
+        <source>Saved lists of tasks to load into a day, or to add themselves on chosen weekdays.</source>
+        <extracomment>Routines settings tab: caption under the title</extracomment>
+        <translation>Listas de tareas guardadas que cargas en un día o que se añaden solas los días de la semana que elijas.</translation>
+    </message>
+    <message id="settings.routines.new">
+        <source>New routine</source>
+        <extracomment>Routines settings tab: button that makes a new routine</extracomment>
+        <translation>Nueva rutina</translation>
+    </message>
+    <message id="settings.routines.empty">
+        <source>No routines yet</source>
+        <extracomment>Routines settings tab: shown when no routine is saved yet</extracomment>
+        <translation>Aún no hay rutinas</translation>
+    </message>
+    <message id="settings.routines.emptyCaption">
+        <source>Make one with New routine, or save a day&apos;s queue from the popover&apos;s routine menu.</source>
+        <extracomment>Routines settings tab: how to make a routine, under the empty message</extracomment>
+        <translation>Crea una con «Nueva rutina» o guarda la lista de un día desde el menú de rutinas de la ventana emergente.</translation>
+    </message>
+    <message id="settings.routines.name">
+        <source>Name</source>
+        <extracomment>Routines settings tab: label of the routine&apos;s name field</extracomment>
+        <translation>Nombre</translation>
+    </message>
+    <message id="settings.routines.removeTask">
+        <source>Remove task</source>
+        <extracomment>Routines settings tab: removes a task template from the routine</extracomment>
+        <translation>Quitar tarea</translation>
+    </message>
+    <message id="settings.routines.addTask">
+        <source>Add task</source>
+        <extracomment>Routines settings tab: adds a task template to the routine</extracomment>
+        <translation>Añadir tarea</translation>
+    </message>
+    <message id="settings.routines.delete">
+        <source>Delete routine</source>
+        <extracomment>Routines settings tab: deletes the chosen routine</extracomment>
+        <translation>Eliminar rutina</translation>
+    </message>
+    <message id="settings.routines.delete.confirm">
+        <source>Delete “%1”?</source>
+        <extracomment>Routines settings tab: title of the question before a routine is deleted; %1 = routine name</extracomment>
+        <translation>¿Eliminar «%1»?</translation>
+    </message>
+    <message id="settings.routines.delete.body">
+        <source>The routine and its task templates are removed. Tasks already loaded into your days stay, but no longer repeat.</source>
+        <extracomment>Routines settings tab: what deleting a routine removes and what it leaves alone</extracomment>
+        <translation>Se eliminan la rutina y sus plantillas de tareas. Las tareas ya cargadas en tus días se quedan, pero dejan de repetirse.</translation>
+    </message>
+    <message id="settings.routines.nameRequired">
+        <source>A routine needs a name.</source>
+        <extracomment>Routines window: shown in place when a routine&apos;s name is left empty</extracomment>
+        <translation>Una rutina necesita un nombre.</translation>
+    </message>
+    <message id="settings.routines.minutesInvalid">
+        <source>Write the minutes as 45, 45m or 1h30.</source>
+        <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
+        <translation>Escribe los minutos como 45, 45m o 1h30.</translation>
+    </message>
 </context>
 </TS>
