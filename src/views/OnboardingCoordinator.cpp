@@ -16,9 +16,9 @@ OnboardingCoordinator::OnboardingCoordinator(AppSettingsStore &settings, UiEngin
 
 OnboardingCoordinator::~OnboardingCoordinator()
 {
-    // A window being destroyed still reports itself hidden; we must not hear it.
+    // A window being destroyed still reports itself hidden; nobody may hear it.
     if (m_window)
-        m_window->disconnect(this);
+        QObject::disconnect(m_window.data(), nullptr, nullptr, nullptr);
     delete m_window.data();
 }
 

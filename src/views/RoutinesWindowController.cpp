@@ -19,6 +19,9 @@ RoutinesWindowController::RoutinesWindowController(RoutineRepository &routines, 
 
 RoutinesWindowController::~RoutinesWindowController()
 {
+    // A window being destroyed still reports itself hidden; nobody may hear it.
+    if (m_window)
+        QObject::disconnect(m_window.data(), nullptr, nullptr, nullptr);
     delete m_window.data();
 }
 

@@ -4,6 +4,8 @@
 #include "kit/Logging.h"
 
 #include <QQmlComponent>
+#include <algorithm>
+#include <malloc.h>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
@@ -29,6 +31,9 @@ UiEngine::UiEngine(ThemeController &theme, QObject *parent)
         return true;
     }();
     Q_UNUSED(configured)
+    m_idle.setSingleShot(true);
+    m_idle.setInterval(defaultIdleRelease);
+    connect(&m_idle, &QTimer::timeout, this, &UiEngine::releaseIfIdle);
 }
 
 UiEngine::~UiEngine() = default;
@@ -54,8 +59,44 @@ QQuickWindow *UiEngine::createWindow(const QString &file, const QVariantMap &pro
     if (!window) {
         delete object;
         qCCritical(lcServices).noquote() << QStringLiteral("%1 is not a window").arg(file);
+        return nullptr;
     }
+    track(window);
     return window;
+}
+
+void UiEngine::track(QQuickWindow *window)
+{
+    m_windows.append(window);
+    connect(window, &QWindow::visibleChanged, this, &UiEngine::visibilityChanged);
+}
+
+void UiEngine::visibilityChanged()
+{
+    m_windows.removeAll(nullptr);
+    const bool anyVisible = std::any_of(m_windows.cbegin(), m_windows.cend(),
+                                        [](const QPointer<QWindow> &w) { return w->isVisible(); });
+    if (anyVisible)
+        m_idle.stop();
+    else
+        m_idle.start();
+}
+
+void UiEngine::releaseIfIdle()
+{
+    m_windows.removeAll(nullptr);
+    for (const auto &window : std::as_const(m_windows))
+        if (window->isVisible())
+            return;
+    for (const auto &window : std::exchange(m_windows, {})) {
+        // Nobody may hear a window that is being destroyed.
+        QObject::disconnect(window.data(), nullptr, nullptr, nullptr);
+        delete window.data();
+    }
+    m_engine.reset();
+    malloc_trim(0);
+    qCInfo(lcServices).noquote() << QStringLiteral("Let the idle windows go");
+    Q_EMIT released();
 }
 
 void UiEngine::retranslate()

@@ -1,19 +1,28 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
+#include <QPointer>
+#include <QTimer>
 #include <QUrl>
 #include <QVariantMap>
+
+#include <chrono>
 #include <memory>
 
 class QQmlEngine;
 class QQuickWindow;
+class QWindow;
 
 namespace tarnwell {
 
 class ThemeController;
 
 // The one QML engine of the process, made when the first window is needed
-// (so that a start without windows does not pay for it).
+// (so that a start without windows does not pay for it), and let go again,
+// with the windows it made, once every window has been hidden for a while:
+// the program mostly idles in the tray. Owners hold their windows in
+// QPointers and make them again when next shown.
 class UiEngine : public QObject
 {
     Q_OBJECT
@@ -29,9 +38,21 @@ public:
     // Re-reads every translated text of the open windows.
     void retranslate();
 
+    static constexpr std::chrono::milliseconds defaultIdleRelease{30000};
+    void setIdleRelease(std::chrono::milliseconds delay) { m_idle.setInterval(delay); }
+
+Q_SIGNALS:
+    void released();
+
 private:
+    void track(QQuickWindow *window);
+    void visibilityChanged();
+    void releaseIfIdle();
+
     ThemeController &m_theme;
     std::unique_ptr<QQmlEngine> m_engine;
+    QList<QPointer<QWindow>> m_windows; // QWindow: they may be mid-destruction when they report
+    QTimer m_idle;
 };
 
 } // namespace tarnwell

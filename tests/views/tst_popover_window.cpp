@@ -354,6 +354,36 @@ private Q_SLOTS:
         QTRY_VERIFY(!w.routines.isVisible());
         QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
     }
+
+    void idleWindowsAreLetGoAndComeBack()
+    {
+        Windows w;
+        w.ui.setIdleRelease(std::chrono::milliseconds(50));
+        w.f.add(QStringLiteral("First"), 25);
+        w.popover.show(QPoint());
+        QVERIFY(QTest::qWaitForWindowExposed(w.popover.window()));
+        // (Runs last: the other cases count the windows' log lines.)
+        w.quickAdd.show();
+        w.popover.hide();
+        QTest::qWait(150);
+        QVERIFY(w.ui.hasEngine()); // the quick-add window is still open
+        w.quickAdd.hide();
+        QTRY_VERIFY(!w.ui.hasEngine());
+        QVERIFY(!w.popover.window());
+
+        const qsizetype logged = g_log.size();
+        w.popover.show(QPoint());
+        QQuickWindow *window = w.popover.window();
+        QVERIFY(window && w.ui.hasEngine());
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("addField"));
+        typeText(window, QStringLiteral("Second"));
+        QTest::keyClick(window, Qt::Key_Return);
+        QCOMPARE(w.f.titles(0), (QStringList{QStringLiteral("First"), QStringLiteral("Second")}));
+        const QStringList since = g_log.mid(logged);
+        QVERIFY2(!since.join(u'\n').contains(QStringLiteral("qrc:/")), qPrintable(since.join(u'\n')));
+    }
 };
 
 QTEST_MAIN(PopoverWindowTest)
