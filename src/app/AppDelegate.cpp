@@ -61,8 +61,9 @@ void AppDelegate::applicationDidFinishLaunching()
         return;
     m_launched = true;
 
-    // 1. An agent: no taskbar entry and no main window; closing a window never quits.
-    QCoreApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
+    // 1. An agent: nothing to do here. There is no main window, the windows
+    // are tool windows without a taskbar entry, and closing one never quits
+    // (main sets quitOnLastWindowClosed to false).
 
     // 2. Under the unit-test host nothing else happens.
     if (m_options.unitTestHost) {
