@@ -12,6 +12,7 @@ packages=(
   qt6-multimedia-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
   libsystemd-dev libgl-dev
   libbenchmark-dev
+  libxcb1-dev
   xvfb xauth dbus xdotool sqlite3
   clang libclang-rt-14-dev
 )

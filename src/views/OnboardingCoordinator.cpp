@@ -3,6 +3,7 @@
 #include "UiEngine.h"
 #include "settings/AppSettingsStore.h"
 
+#include <QEvent>
 #include <QQuickWindow>
 
 namespace tarnwell {
@@ -31,14 +32,27 @@ void OnboardingCoordinator::show()
             finish(); // never strand the user without an interface
             return;
         }
+        // Closing the window from its title bar ends onboarding the way
+        // finishing it does: the user is never left without a status item.
+        m_window->installEventFilter(this);
     }
     m_window->show();
     m_window->raise();
     m_window->requestActivate();
 }
 
+bool OnboardingCoordinator::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_window && event->type() == QEvent::Close)
+        QMetaObject::invokeMethod(this, &OnboardingCoordinator::finish, Qt::QueuedConnection);
+    return QObject::eventFilter(watched, event);
+}
+
 void OnboardingCoordinator::finish()
 {
+    if (m_finished)
+        return;
+    m_finished = true;
     if (!m_settings.onboardingCompleted())
         m_settings.setOnboardingCompleted(true);
     if (m_window) {

@@ -11,7 +11,8 @@ class AppSettingsStore;
 class UiEngine;
 
 // The first-run window: a few pages on the task in hand, quick add, the hot
-// keys and the tray. Finishing it records onboardingCompleted.
+// keys and the tray. Finishing it, or closing its window, records
+// onboardingCompleted and installs the interface.
 class OnboardingCoordinator : public QObject
 {
     Q_OBJECT
@@ -26,10 +27,14 @@ public:
 Q_SIGNALS:
     void finished();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     AppSettingsStore &m_settings;
     UiEngine &m_ui;
     QPointer<QQuickWindow> m_window;
+    bool m_finished = false;
 };
 
 } // namespace tarnwell
