@@ -32,6 +32,7 @@
 #include "views/UiEngine.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QSettings>
 #include <QTimer>
 
@@ -136,6 +137,7 @@ void AppDelegate::installMainInterface()
     // 1. The status item.
     MenuBarController::Actions actions;
     actions.togglePopover = [this](const QPoint &anchor) { togglePopover(anchor); };
+    actions.openToday = [this] { revealPopover(); };
     actions.showQuickAdd = [this] { showQuickAdd(); };
     actions.completeActive = [this] { completeActiveTask(); };
     actions.openSettings = [] { qCInfo(lcServices).noquote() << QStringLiteral("Settings requested"); };
@@ -154,6 +156,11 @@ void AppDelegate::installMainInterface()
     // 8. A new calendar day repeats step 7.
     m_dayChange = std::make_unique<platform::DayChangeObserver>(m_calendar, m_clock);
     connect(m_dayChange.get(), &platform::DayChangeObserver::dayChanged, this, &AppDelegate::onDayChanged);
+    // Same day, other zone: the times shown (finish time, workday end) move.
+    connect(m_dayChange.get(), &platform::DayChangeObserver::timeZoneChanged, this, [this] {
+        m_activeTasks->refresh();
+        m_popoverModel->refresh();
+    });
     m_dayChange->start();
 
     qCInfo(lcServices).noquote() << QStringLiteral("Interface installed");
@@ -207,6 +214,24 @@ void AppDelegate::togglePopover(const QPoint &anchor)
     m_popover->toggle(anchor);
 }
 
+bool AppDelegate::activateAction(const QString &action)
+{
+    // The actions a desktop entry names; each goes the way its link goes, so
+    // it also waits for the interface.
+    static const QHash<QString, QString> links{
+        {QStringLiteral("quick-add"), QStringLiteral("tarnwell://quickadd")},
+        {QStringLiteral("open-today"), QStringLiteral("tarnwell://today")},
+    };
+    const auto link = links.constFind(action);
+    if (link == links.constEnd()) {
+        qCWarning(lcServices).noquote() << QStringLiteral("Unknown action %1").arg(action);
+        return false;
+    }
+    qCInfo(lcServices).noquote() << QStringLiteral("Activating action %1").arg(action);
+    m_urlRouter->handleURL(*link);
+    return true;
+}
+
 void AppDelegate::showQuickAdd()
 {
     qCInfo(lcServices).noquote() << QStringLiteral("Quick add requested");
@@ -255,11 +280,11 @@ void AppDelegate::applicationWillTerminate()
     if (m_terminated || !m_launched)
         return;
     m_terminated = true;
-    // The reverse of installing: hot keys, then the status item, then the widget surface.
-    qCInfo(lcHotkeys).noquote() << QStringLiteral("Unregistered all global hotkeys");
-    m_menuBarController.reset();
-    qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
-    qCInfo(lcWidget).noquote() << QStringLiteral("Stopped the widget surface");
+    // The reverse of installing. Each line is logged only for what existed.
+    if (m_menuBarController) {
+        m_menuBarController.reset();
+        qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
+    }
     m_dayChange.reset();
     // The windows and their models before the services they read.
     m_routinesWindow.reset();
@@ -267,9 +292,23 @@ void AppDelegate::applicationWillTerminate()
     m_quickAddDraft.reset();
     m_popover.reset();
     m_popoverModel.reset();
+    m_onboarding.reset();
     m_countdown.reset();
-    if (m_store)
+    if (m_store) {
         m_store->save();
+        // Everything that reads the store goes before it, newest first.
+        m_loginItems.reset();
+        m_rollover.reset();
+        m_routines.reset();
+        m_routineRepository.reset();
+        m_activeTasks.reset();
+        m_sounds.reset();
+        m_tasks.reset();
+        m_days.reset();
+        m_settings.reset();
+        m_store.reset();
+        qCInfo(lcPersistence).noquote() << QStringLiteral("Closed the store");
+    }
     qCInfo(lcServices).noquote() << QStringLiteral("Terminated");
 }
 

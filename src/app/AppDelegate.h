@@ -73,6 +73,8 @@ public:
     void revealPopover();
     void showQuickAdd();
     void showRoutines();
+    // org.freedesktop.Application.ActivateAction: "quick-add", "open-today".
+    bool activateAction(const QString &action);
 
     PopoverManager *popoverManager() const { return m_popover.get(); }
     QuickAddWindowController *quickAddController() const { return m_quickAdd.get(); }

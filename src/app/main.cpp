@@ -34,9 +34,6 @@ int main(int argc, char *argv[])
     parser.process(app);
     const QStringList links = parser.positionalArguments();
 
-    // Defaults written under the former name are carried over once.
-    UserDefaults::migrateLegacyDefaults(*UserDefaults::open());
-
     AppDelegate::Options options;
     options.uiTest = parser.isSet(QStringLiteral("ui-test"));
     options.unitTestHost = qEnvironmentVariableIsSet("TARNWELL_UNIT_TEST");
@@ -52,10 +49,15 @@ int main(int argc, char *argv[])
             delegate.urlRouter()->handleURL(uri);
     });
     QObject::connect(&bus, &platform::ApplicationBus::activateRequested, &delegate, &AppDelegate::revealPopover);
+    QObject::connect(&bus, &platform::ApplicationBus::actionRequested, &delegate,
+                     [&](const QString &action) { delegate.activateAction(action); });
     if (bus.claim() == platform::ApplicationBus::Role::secondary) {
         qCInfo(lcServices).noquote() << QStringLiteral("Tarnwell is already running; handing over");
         return bus.handOver(links) ? 0 : 1;
     }
+    // Only the instance that stays touches the disk: defaults written under
+    // the former name are carried over once.
+    UserDefaults::migrateLegacyDefaults(*UserDefaults::open());
     for (const QString &link : links)
         delegate.urlRouter()->handleURL(link);
 

@@ -78,8 +78,8 @@ void MenuBarController::triggerMenuEntry(int id)
 {
     switch (id) {
     case openId:
-        if (m_actions.togglePopover)
-            m_actions.togglePopover(QPoint());
+        if (m_actions.openToday)
+            m_actions.openToday();
         break;
     case quickAddId:
         if (m_actions.showQuickAdd)

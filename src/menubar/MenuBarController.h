@@ -37,6 +37,7 @@ public:
     struct Actions
     {
         std::function<void(const QPoint &anchor)> togglePopover;
+        std::function<void()> openToday;
         std::function<void()> showQuickAdd;
         std::function<void()> completeActive;
         std::function<void()> openSettings;
@@ -70,8 +71,11 @@ public:
 Q_SIGNALS:
     void presentationChanged(const tarnwell::MenuBarPresentation &presentation);
 
-private:
+public:
+    // The entries of the status item's menu.
     enum MenuId { openId = 1, quickAddId, timerId, completeId, separatorId, settingsId, quitId };
+
+private:
 
     void rebuild();
     void push();

@@ -100,6 +100,9 @@ void PopoverManager::show(const QPoint &anchor)
         m_window->setPosition(placement(anchor, m_window->size(), screen->availableGeometry()));
     }
     const bool wasVisible = m_window->isVisible();
+    // Opening lands on today, whatever day the popover was left on.
+    if (!wasVisible)
+        m_model.today();
     m_model.refresh();
     m_window->show();
     m_window->raise();

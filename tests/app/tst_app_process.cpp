@@ -1,12 +1,16 @@
 // The real `tarnwell` process on a private session bus: one instance per
 // user, links handed over and kept until the interface exists, the unit-test
-// switch, onboarding first, orderly teardown on SIGTERM.
+// switch, onboarding first, desktop actions, orderly teardown on SIGTERM.
 #include "support/AppProcess.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <memory>
 
 using App = AppProcess;
 
@@ -78,22 +82,85 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite")));
     }
 
-    void sigtermTearsDownInOrder()
+    void sigtermClosesTheStoreWithNothingPending()
     {
         const QString home = freshHome();
+        const QString file = home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite");
         App app(home);
         QVERIFY(app.waitFor(QStringLiteral("Interface installed")));
+        QVERIFY(QFile::exists(file + QStringLiteral("-wal")));
         app.terminate();
         QVERIFY(app.finish());
         QCOMPARE(app.process().exitStatus(), QProcess::NormalExit);
         QCOMPARE(app.process().exitCode(), 0);
+        // A store left open keeps its write-ahead log; a closed one folds it in.
+        QVERIFY2(!QFile::exists(file + QStringLiteral("-wal")), qPrintable(app.log()));
+        QVERIFY(QFile::exists(file));
         const QString log = app.log();
-        const qsizetype hotkeys = log.indexOf(QStringLiteral("Unregistered all global hotkeys"));
-        const qsizetype statusItem = log.indexOf(QStringLiteral("Removed the status item"));
-        const qsizetype widget = log.indexOf(QStringLiteral("Stopped the widget surface"));
-        const qsizetype done = log.indexOf(QStringLiteral("Terminated"));
-        QVERIFY2(hotkeys >= 0 && hotkeys < statusItem && statusItem < widget && widget < done, qPrintable(log));
-        QVERIFY(QFile::exists(home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite")));
+        QVERIFY2(log.indexOf(QStringLiteral("Removed the status item")) < log.indexOf(QStringLiteral("Closed the store")),
+                 qPrintable(log));
+    }
+
+    void teardownTellsOnlyOfWhatWasThere()
+    {
+        // Under the unit-test switch nothing was installed, during onboarding
+        // no status item: neither may claim to have been taken down.
+        const auto runAndStop = [this](const QStringList &arguments, const QStringList &environment,
+                                       const QString &awaited) {
+            auto app = std::make_unique<App>(freshHome(), arguments, environment);
+            if (!app->waitFor(awaited))
+                qWarning("%s", qPrintable(app->log()));
+            app->terminate();
+            app->finish();
+            return app;
+        };
+        const auto unit = runAndStop({QStringLiteral("--ui-test")}, {QStringLiteral("TARNWELL_UNIT_TEST=1")},
+                                     QStringLiteral("nothing else starts"));
+        const auto onboarding = runAndStop({}, {}, QStringLiteral("Showing onboarding"));
+        for (App *app : {unit.get(), onboarding.get()}) {
+            QCOMPARE(app->process().exitCode(), 0);
+            QVERIFY2(!app->log().contains(QStringLiteral("Removed the status item")), qPrintable(app->log()));
+            QVERIFY(!app->log().contains(QStringLiteral("hotkeys")));
+            QVERIFY(!app->log().contains(QStringLiteral("widget surface")));
+        }
+        QVERIFY(!unit->log().contains(QStringLiteral("Closed the store")));
+        QVERIFY(onboarding->log().contains(QStringLiteral("Closed the store")));
+    }
+
+    void handingOverWritesNothing()
+    {
+        App first(freshHome());
+        QVERIFY(first.waitFor(QStringLiteral("Interface installed")));
+        // The second start has folders of its own: it must not create anything there.
+        const QString other = freshHome();
+        App second(other, {QStringLiteral("tarnwell://quickadd")});
+        QVERIFY(second.finish(5000));
+        QCOMPARE(second.process().exitCode(), 0);
+        QVERIFY(first.waitFor(QStringLiteral("Quick add requested")));
+        QVERIFY2(!QFile::exists(other), qPrintable(second.log()));
+        first.terminate();
+        QVERIFY(first.finish());
+    }
+
+    void desktopActionsAreCarriedOut()
+    {
+        App app(freshHome());
+        QVERIFY(app.waitFor(QStringLiteral("Interface installed")));
+        const auto activate = [](const QString &action) {
+            QDBusMessage call = QDBusMessage::createMethodCall(
+                QStringLiteral("org.tarnwell.Tarnwell"), QStringLiteral("/org/tarnwell/Tarnwell"),
+                QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"));
+            call << action << QVariantList() << QVariantMap();
+            return QDBusConnection::sessionBus().call(call, QDBus::Block, 5000);
+        };
+        QCOMPARE(activate(QStringLiteral("quick-add")).type(), QDBusMessage::ReplyMessage);
+        QVERIFY2(app.waitFor(QStringLiteral("Quick add shown")), qPrintable(app.log()));
+        activate(QStringLiteral("open-today"));
+        QVERIFY2(app.waitFor(QStringLiteral("Popover shown")), qPrintable(app.log()));
+        activate(QStringLiteral("no-such-thing"));
+        QVERIFY(app.waitFor(QStringLiteral("Unknown action no-such-thing")));
+        app.terminate();
+        QVERIFY(app.finish());
     }
 
     void onboardingComesBeforeTheInterface()

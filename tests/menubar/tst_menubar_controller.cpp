@@ -136,6 +136,36 @@ private Q_SLOTS:
         QCOMPARE(label(service), QStringLiteral("One more thing"));
         QVERIFY(!controller.showingDayDone());
     }
+
+    void openTodayOpensAndRemovalLeavesThePanel()
+    {
+        FocusFixture f;
+        int toggles = 0;
+        int opens = 0;
+        MenuBarController::Actions actions;
+        actions.togglePopover = [&](const QPoint &) { ++toggles; };
+        actions.openToday = [&] { ++opens; };
+        auto controller = std::make_unique<MenuBarController>(f.service, f.countdown, f.settings,
+                                                              [] { return false; }, actions);
+        controller->install();
+        const QString service = controller->statusItem()->serviceName();
+        QTRY_VERIFY(m_watcher->services.contains(service));
+
+        // "Open Today" opens, twice in a row too: it never closes the popover.
+        controller->statusItem()->menu()->triggered(MenuBarController::openId);
+        controller->statusItem()->menu()->triggered(MenuBarController::openId);
+        QCOMPARE(opens, 2);
+        QCOMPARE(toggles, 0);
+
+        // Removing the status item takes its name and object off the bus.
+        controller.reset();
+        QDBusMessage owner = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+                                                            QStringLiteral("/org/freedesktop/DBus"),
+                                                            QStringLiteral("org.freedesktop.DBus"),
+                                                            QStringLiteral("NameHasOwner"));
+        owner << service;
+        QTRY_VERIFY(!call(owner).arguments().value(0).toBool());
+    }
 };
 
 QTEST_MAIN(MenuBarControllerTest)

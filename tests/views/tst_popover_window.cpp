@@ -146,11 +146,15 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Return);
         QVERIFY(!item(window, "addError")->property("text").toString().isEmpty());
 
+        // Left on tomorrow and closed, it opens on today again.
+        w.f.model.nextDay();
+        QVERIFY(!w.f.model.isToday());
         QTest::keyClick(window, Qt::Key_Escape);
         QTRY_VERIFY(!window->isVisible());
         QVERIFY(!w.popover.isVisible());
         w.popover.toggle(QPoint(200, 0));
         QVERIFY(w.popover.isVisible());
+        QVERIFY(w.f.model.isToday());
         QCOMPARE(count(QStringLiteral("Popover shown")), 2);
         w.popover.toggle();
         QVERIFY(!w.popover.isVisible());
