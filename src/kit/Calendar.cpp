@@ -3,18 +3,18 @@
 namespace tarnwell {
 
 Calendar::Calendar()
-    : m_zone(QTimeZone::systemTimeZone())
+    : m_zone(std::make_shared<QTimeZone>(QTimeZone::systemTimeZone()))
 {
 }
 
 Calendar::Calendar(const QTimeZone &zone)
-    : m_zone(zone)
+    : m_zone(std::make_shared<QTimeZone>(zone))
 {
 }
 
 QDate Calendar::date(const QDateTime &instant) const
 {
-    return instant.toTimeZone(m_zone).date();
+    return instant.toTimeZone(*m_zone).date();
 }
 
 QDateTime Calendar::startOfDay(const QDateTime &instant) const
@@ -26,7 +26,7 @@ QDateTime Calendar::startOfDay(QDate day) const
 {
     // QDate::startOfDay picks the first valid local time when midnight is
     // skipped by a daylight-saving jump.
-    return day.startOfDay(m_zone).toUTC();
+    return day.startOfDay(*m_zone).toUTC();
 }
 
 QDateTime Calendar::startOfDayAdding(const QDateTime &instant, int days) const
@@ -42,7 +42,7 @@ int Calendar::weekday(const QDateTime &instant) const
 
 QDateTime Calendar::atMinuteOfDay(const QDateTime &instant, int minutes) const
 {
-    return startOfDay(instant).toTimeZone(m_zone).addSecs(qint64(minutes) * 60).toUTC();
+    return startOfDay(instant).toTimeZone(*m_zone).addSecs(qint64(minutes) * 60).toUTC();
 }
 
 QDateTime Calendar::nextStartOfDay(const QDateTime &instant) const

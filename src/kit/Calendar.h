@@ -4,11 +4,17 @@
 #include <QDateTime>
 #include <QTimeZone>
 
+#include <memory>
+
 namespace tarnwell {
 
 // The user's calendar: Gregorian days in one time zone. All start-of-day and
 // day arithmetic goes through here so that daylight-saving changes are handled
 // in one place.
+//
+// Copies share their zone: the composition root makes one calendar, every
+// service keeps a copy, and a time-zone change made through any of them
+// (setTimeZone) is seen by all at once.
 class Calendar
 {
 public:
@@ -16,7 +22,9 @@ public:
     Calendar();
     explicit Calendar(const QTimeZone &zone);
 
-    const QTimeZone &timeZone() const { return m_zone; }
+    QTimeZone timeZone() const { return *m_zone; }
+    // Moves this calendar and every copy of it to another zone.
+    void setTimeZone(const QTimeZone &zone) { *m_zone = zone; }
 
     // The local calendar date that `instant` falls on.
     QDate date(const QDateTime &instant) const;
@@ -34,7 +42,7 @@ public:
     QDateTime nextStartOfDay(const QDateTime &instant) const;
 
 private:
-    QTimeZone m_zone;
+    std::shared_ptr<QTimeZone> m_zone;
 };
 
 } // namespace tarnwell

@@ -38,11 +38,7 @@ void DayChangeObserver::start()
     connect(m_notifier, &QSocketNotifier::activated, this, &DayChangeObserver::onTimer);
     // /etc/localtime is replaced, not written, when the zone changes: watch the folder.
     m_zoneWatcher = new QFileSystemWatcher({QStringLiteral("/etc")}, this);
-    connect(m_zoneWatcher, &QFileSystemWatcher::directoryChanged, this, [this] {
-        tzset();
-        rearm();
-        checkDay();
-    });
+    connect(m_zoneWatcher, &QFileSystemWatcher::directoryChanged, this, &DayChangeObserver::systemTimeZoneChanged);
     m_lastDay = m_calendar.date(m_clock());
     rearm();
 }
@@ -58,6 +54,19 @@ void DayChangeObserver::rearm()
     spec.it_value.tv_nsec = long(msecs % 1000) * 1000000L;
     if (::timerfd_settime(m_fd, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &spec, nullptr) != 0)
         qCWarning(lcServices).noquote() << QStringLiteral("Could not arm the midnight timer: %1").arg(QString::fromLocal8Bit(strerror(errno)));
+}
+
+void DayChangeObserver::systemTimeZoneChanged()
+{
+    tzset();
+    const QTimeZone zone = QTimeZone::systemTimeZone();
+    if (zone != m_calendar.timeZone()) {
+        m_calendar.setTimeZone(zone);
+        qCInfo(lcServices).noquote() << QStringLiteral("The time zone changed to %1").arg(QString::fromUtf8(zone.id()));
+        Q_EMIT timeZoneChanged();
+    }
+    rearm();
+    checkDay();
 }
 
 void DayChangeObserver::onTimer()
