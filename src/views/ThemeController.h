@@ -18,6 +18,10 @@ class ThemeController : public QObject
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(QColor danger READ danger NOTIFY changed)
     Q_PROPERTY(QColor separator READ separator NOTIFY changed)
+    Q_PROPERTY(QColor onAccent READ onAccent NOTIFY changed)
+    Q_PROPERTY(QColor hover READ hover NOTIFY changed)
+    Q_PROPERTY(QColor pressed READ pressed NOTIFY changed)
+    Q_PROPERTY(QColor focusRing READ focusRing NOTIFY changed)
 public:
     enum class Forced { none, light, dark };
 
@@ -34,6 +38,13 @@ public:
     QColor accent() const;
     QColor danger() const;
     QColor separator() const;
+    // Text on an accent fill (a pressed toggle, a primary button).
+    QColor onAccent() const;
+    // Backgrounds of a control under the pointer and while pressed.
+    QColor hover() const;
+    QColor pressed() const;
+    // The keyboard focus ring: at least 3:1 against the window and surface.
+    QColor focusRing() const;
 
 Q_SIGNALS:
     void changed();
