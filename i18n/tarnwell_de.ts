@@ -28,16 +28,6 @@
         <extracomment>First-run page text about the quick-add syntax; keep the example line as it is</extracomment>
         <translation>Gib einen Titel ein, dann einen Mittelpunkt oder eine Tilde und die Details: „Bericht schreiben · 45m morgen !“ plant 45 Minuten für morgen ein und setzt die Aufgabe an den Anfang.</translation>
     </message>
-    <message id="onboarding.hotkeys.title">
-        <source>Keys that work everywhere</source>
-        <extracomment>First-run page heading about the global hot keys</extracomment>
-        <translation>Tastenkürzel, die überall funktionieren</translation>
-    </message>
-    <message id="onboarding.hotkeys.body">
-        <source>One key opens your day and another adds a task, from any application. You can change both in the settings.</source>
-        <extracomment>First-run page text about the global hot keys</extracomment>
-        <translation>Ein Tastenkürzel öffnet deinen Tag, ein anderes fügt eine Aufgabe hinzu – aus jeder Anwendung heraus. Beide kannst du in den Einstellungen ändern.</translation>
-    </message>
     <message id="onboarding.tray.title">
         <source>At home in the tray</source>
         <extracomment>First-run page heading about the tray</extracomment>
@@ -622,6 +612,31 @@
         <source>Write the minutes as 45, 45m or 1h30.</source>
         <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
         <translation>Gib die Minuten als 45, 45m oder 1h30 ein.</translation>
+    </message>
+    <message id="onboarding.anywhere.title">
+        <source>Add from anywhere</source>
+        <extracomment>First-run page heading about adding a task from any application</extracomment>
+        <translation>Von überall hinzufügen</translation>
+    </message>
+    <message id="onboarding.anywhere.body">
+        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop&apos;s settings, and the quick-add window opens from any application.</source>
+        <extracomment>First-run page text about adding a task from any application; keep the command as it is</extracomment>
+        <translation>Gib dem Befehl „tarnwell tarnwell://quickadd“ in den Einstellungen deines Desktops ein Tastenkürzel, und das Schnellerfassungsfenster öffnet sich aus jeder Anwendung heraus.</translation>
+    </message>
+    <message id="popover.edit.duration">
+        <source>Planned time, e.g. 1h 30m</source>
+        <extracomment>Task editor: placeholder of the planned time field</extracomment>
+        <translation>Geplante Zeit, z. B. 1h 30m</translation>
+    </message>
+    <message id="popover.edit.durationInvalid">
+        <source>Type the planned time like 45, 45m, 1h 30m or 1.5h.</source>
+        <extracomment>Task editor: the typed planned time cannot be read</extracomment>
+        <translation>Gib die geplante Zeit wie 45, 45m, 1h 30m oder 1.5h ein.</translation>
+    </message>
+    <message id="popover.edit.repeatFailed">
+        <source>The repeat rule could not be saved.</source>
+        <extracomment>Task editor: the Repeat choice could not be saved</extracomment>
+        <translation>Die Wiederholung konnte nicht gespeichert werden.</translation>
     </message>
 </context>
 </TS>

@@ -28,16 +28,6 @@
         <extracomment>First-run page text about the quick-add syntax; keep the example line as it is</extracomment>
         <translation>Escribe un título y, después, un punto medio o una tilde (~) y los detalles: «Escribir informe · 45m mañana !» planifica 45 minutos para mañana y la coloca en primer lugar.</translation>
     </message>
-    <message id="onboarding.hotkeys.title">
-        <source>Keys that work everywhere</source>
-        <extracomment>First-run page heading about the global hot keys</extracomment>
-        <translation>Atajos que funcionan en todas partes</translation>
-    </message>
-    <message id="onboarding.hotkeys.body">
-        <source>One key opens your day and another adds a task, from any application. You can change both in the settings.</source>
-        <extracomment>First-run page text about the global hot keys</extracomment>
-        <translation>Un atajo abre tu día y otro añade una tarea, desde cualquier aplicación. Puedes cambiar ambos en los ajustes.</translation>
-    </message>
     <message id="onboarding.tray.title">
         <source>At home in the tray</source>
         <extracomment>First-run page heading about the tray</extracomment>
@@ -622,6 +612,31 @@
         <source>Write the minutes as 45, 45m or 1h30.</source>
         <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
         <translation>Escribe los minutos como 45, 45m o 1h30.</translation>
+    </message>
+    <message id="onboarding.anywhere.title">
+        <source>Add from anywhere</source>
+        <extracomment>First-run page heading about adding a task from any application</extracomment>
+        <translation>Añadir desde cualquier lugar</translation>
+    </message>
+    <message id="onboarding.anywhere.body">
+        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop&apos;s settings, and the quick-add window opens from any application.</source>
+        <extracomment>First-run page text about adding a task from any application; keep the command as it is</extracomment>
+        <translation>Asigna un atajo de teclado a la orden «tarnwell tarnwell://quickadd» en la configuración de tu escritorio y la ventana de añadido rápido se abrirá desde cualquier aplicación.</translation>
+    </message>
+    <message id="popover.edit.duration">
+        <source>Planned time, e.g. 1h 30m</source>
+        <extracomment>Task editor: placeholder of the planned time field</extracomment>
+        <translation>Tiempo previsto, p. ej. 1h 30m</translation>
+    </message>
+    <message id="popover.edit.durationInvalid">
+        <source>Type the planned time like 45, 45m, 1h 30m or 1.5h.</source>
+        <extracomment>Task editor: the typed planned time cannot be read</extracomment>
+        <translation>Escribe el tiempo previsto como 45, 45m, 1h 30m o 1.5h.</translation>
+    </message>
+    <message id="popover.edit.repeatFailed">
+        <source>The repeat rule could not be saved.</source>
+        <extracomment>Task editor: the Repeat choice could not be saved</extracomment>
+        <translation>No se pudo guardar la regla de repetición.</translation>
     </message>
 </context>
 </TS>

@@ -28,16 +28,6 @@
         <extracomment>First-run page text about the quick-add syntax; keep the example line as it is</extracomment>
         <translation>Saisissez un titre, puis un point médian ou un tilde et les détails&#xa0;: «&#xa0;Rédiger le rapport · 45m demain !&#xa0;» prévoit 45&#xa0;minutes demain et place la tâche en tête.</translation>
     </message>
-    <message id="onboarding.hotkeys.title">
-        <source>Keys that work everywhere</source>
-        <extracomment>First-run page heading about the global hot keys</extracomment>
-        <translation>Des raccourcis qui fonctionnent partout</translation>
-    </message>
-    <message id="onboarding.hotkeys.body">
-        <source>One key opens your day and another adds a task, from any application. You can change both in the settings.</source>
-        <extracomment>First-run page text about the global hot keys</extracomment>
-        <translation>Un raccourci ouvre votre journée et un autre ajoute une tâche, depuis n’importe quelle application. Vous pouvez modifier les deux dans les paramètres.</translation>
-    </message>
     <message id="onboarding.tray.title">
         <source>At home in the tray</source>
         <extracomment>First-run page heading about the tray</extracomment>
@@ -622,6 +612,31 @@
         <source>Write the minutes as 45, 45m or 1h30.</source>
         <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
         <translation>Saisissez les minutes sous la forme 45, 45m ou 1h30.</translation>
+    </message>
+    <message id="onboarding.anywhere.title">
+        <source>Add from anywhere</source>
+        <extracomment>First-run page heading about adding a task from any application</extracomment>
+        <translation>Ajouter depuis n’importe où</translation>
+    </message>
+    <message id="onboarding.anywhere.body">
+        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop&apos;s settings, and the quick-add window opens from any application.</source>
+        <extracomment>First-run page text about adding a task from any application; keep the command as it is</extracomment>
+        <translation>Attribuez un raccourci clavier à la commande « tarnwell tarnwell://quickadd » dans les réglages de votre bureau : la fenêtre d’ajout rapide s’ouvre depuis n’importe quelle application.</translation>
+    </message>
+    <message id="popover.edit.duration">
+        <source>Planned time, e.g. 1h 30m</source>
+        <extracomment>Task editor: placeholder of the planned time field</extracomment>
+        <translation>Durée prévue, p. ex. 1h 30m</translation>
+    </message>
+    <message id="popover.edit.durationInvalid">
+        <source>Type the planned time like 45, 45m, 1h 30m or 1.5h.</source>
+        <extracomment>Task editor: the typed planned time cannot be read</extracomment>
+        <translation>Saisissez la durée prévue comme 45, 45m, 1h 30m ou 1.5h.</translation>
+    </message>
+    <message id="popover.edit.repeatFailed">
+        <source>The repeat rule could not be saved.</source>
+        <extracomment>Task editor: the Repeat choice could not be saved</extracomment>
+        <translation>La règle de répétition n’a pas pu être enregistrée.</translation>
     </message>
 </context>
 </TS>

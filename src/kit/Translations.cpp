@@ -47,9 +47,21 @@ void Translations::uninstall()
     m_code.clear();
 }
 
+QLocale Translations::locale(const QString &code)
+{
+    // The system's own locale when it speaks the language (keeps its region:
+    // en_GB dates stay British), else the language's main locale.
+    const QLocale system = QLocale::system();
+    if (QLocale::languageToCode(system.language()) == code)
+        return system;
+    return QLocale(code);
+}
+
 bool Translations::install(const QString &code)
 {
     uninstall();
+    // Dates, weekday names and numbers speak the same language as the texts.
+    QLocale::setDefault(locale(code));
     const auto load = [this](const QString &c) {
         auto translator = std::make_unique<QTranslator>();
         if (!translator->load(QStringLiteral(":/i18n/tarnwell_%1.qm").arg(c))) {

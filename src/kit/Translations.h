@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QString>
 #include <QStringList>
 #include <memory>
@@ -22,10 +23,14 @@ public:
     static QString resolve(const QString &languageSetting);
     static QString resolve(const QString &languageSetting, const QStringList &preferredLanguages);
 
+    // The locale that dates and numbers use for the language `code`.
+    static QLocale locale(const QString &code);
+
     Translations();
     ~Translations();
 
-    // Replaces the installed tables with English plus `code`. Returns false
+    // Replaces the installed tables with English plus `code`, and makes the
+    // language's locale the default one. Returns false
     // when the table of `code` could not be loaded (English stays installed).
     bool install(const QString &code);
     QString installedLanguage() const { return m_code; }

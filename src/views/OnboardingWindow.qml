@@ -3,7 +3,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import QtQuick.Window
 
-// First-run pages: the task in hand, quick add, the hot keys, the tray.
+// First-run pages: the task in hand, quick add, adding from anywhere, the tray.
 ThemedWindow {
     id: root
     required property QtObject coordinator
@@ -33,12 +33,12 @@ ThemedWindow {
         //: First-run page text about the quick-add syntax; keep the example line as it is
         //% "Type a title, then a middle dot or a tilde and the details: “Write report · 45m tomorrow !” plans 45 minutes tomorrow and puts it first."
           body: qsTrId("onboarding.quickAdd.body") },
-        //: First-run page heading about the global hot keys
-        //% "Keys that work everywhere"
-        { heading: qsTrId("onboarding.hotkeys.title"),
-        //: First-run page text about the global hot keys
-        //% "One key opens your day and another adds a task, from any application. You can change both in the settings."
-          body: qsTrId("onboarding.hotkeys.body") },
+        //: First-run page heading about adding a task from any application
+        //% "Add from anywhere"
+        { heading: qsTrId("onboarding.anywhere.title"),
+        //: First-run page text about adding a task from any application; keep the command as it is
+        //% "Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop's settings, and the quick-add window opens from any application."
+          body: qsTrId("onboarding.anywhere.body") },
         //: First-run page heading about the tray
         //% "At home in the tray"
         { heading: qsTrId("onboarding.tray.title"),
@@ -86,7 +86,8 @@ ThemedWindow {
         }
         RowLayout {
             Layout.fillWidth: true
-            Button {
+            PopButton {
+                objectName: "onboardingBack"
                 //: Button that goes back one first-run page
                 //% "Back"
                 text: qsTrId("onboarding.back")
@@ -94,8 +95,9 @@ ThemedWindow {
                 onClicked: root.page -= 1
             }
             Item { Layout.fillWidth: true }
-            Button {
+            PopButton {
                 id: next
+                objectName: "onboardingNext"
                 highlighted: true
                 text: root.page < root.pageCount - 1
                       //: Button that shows the next first-run page

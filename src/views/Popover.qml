@@ -59,47 +59,62 @@ ThemedWindow {
             spacing: 4
             PopButton {
                 objectName: "previousDay"
-                text: "‹"
+                iconName: "previous"
                 flat: true
                 //: Popover: button that shows the day before
                 //% "Previous day"
                 ToolTip.text: qsTrId("popover.day.previous")
-                Accessible.name: ToolTip.text
                 onClicked: root.popover.previousDay()
             }
-            Label {
+            ColumnLayout {
+                objectName: "dayHeading"
                 Layout.fillWidth: true
-                text: root.popover.dayTitle
-                color: appTheme.text
-                font.pixelSize: 17
-                font.weight: Font.DemiBold
-                elide: Text.ElideRight
-                horizontalAlignment: Text.AlignHCenter
+                spacing: 0
+                Label {
+                    objectName: "dayTitle"
+                    Layout.fillWidth: true
+                    text: root.popover.dayTitle
+                    color: appTheme.text
+                    font.pixelSize: 17
+                    font.weight: Font.DemiBold
+                    elide: Text.ElideRight
+                    horizontalAlignment: Text.AlignHCenter
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text + ", " + root.popover.dayDate
+                }
+                Label {
+                    objectName: "dayDate"
+                    Layout.fillWidth: true
+                    text: root.popover.dayDate
+                    color: appTheme.secondaryText
+                    font.pixelSize: 12
+                    elide: Text.ElideRight
+                    horizontalAlignment: Text.AlignHCenter
+                }
             }
             PopButton {
                 objectName: "todayButton"
                 visible: !root.popover.isToday
-                text: root.popover.texts.today
+                iconName: "today"
                 flat: true
+                ToolTip.text: root.popover.texts.today
                 onClicked: root.popover.today()
             }
             PopButton {
                 objectName: "nextDay"
-                text: "›"
+                iconName: "next"
                 flat: true
                 //: Popover: button that shows the day after
                 //% "Next day"
                 ToolTip.text: qsTrId("popover.day.next")
-                Accessible.name: ToolTip.text
                 onClicked: root.popover.nextDay()
             }
             PopButton {
                 id: routineButton
                 objectName: "routineButton"
-                text: "☰"
+                iconName: "menu"
                 flat: true
                 ToolTip.text: root.popover.texts.routineTooltip
-                Accessible.name: ToolTip.text
                 onClicked: routineMenu.open()
 
                 Menu {
@@ -333,7 +348,7 @@ ThemedWindow {
             Layout.fillWidth: true
             spacing: 2
             visible: root.popover.footerSummary.length > 0 || root.popover.footerOverflow.length > 0
-                     || root.popover.footerUntimed.length > 0
+                     || root.popover.footerUntimed.length > 0 || root.popover.footerWorkdayEnd.length > 0
             Label {
                 Layout.fillWidth: true
                 visible: text.length > 0
@@ -342,6 +357,15 @@ ThemedWindow {
                 font.pixelSize: 12
                 wrapMode: Text.Wrap
                 Accessible.name: root.popover.footerAccessibleSummary
+            }
+            Label {
+                objectName: "footerWorkdayEnd"
+                Layout.fillWidth: true
+                visible: text.length > 0
+                text: root.popover.footerWorkdayEnd
+                color: appTheme.secondaryText
+                font.pixelSize: 12
+                wrapMode: Text.Wrap
             }
             RowLayout {
                 Layout.fillWidth: true

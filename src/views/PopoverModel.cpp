@@ -1,6 +1,7 @@
 #include "PopoverModel.h"
 
 #include "QuickAddDraft.h"
+#include "TaskEditor.h"
 #include "TaskListModel.h"
 #include "ViewTexts.h"
 #include "kit/Logging.h"
@@ -35,6 +36,7 @@ PopoverModel::PopoverModel(Services services, QObject *parent)
     , m_calendar(std::move(services.calendar))
     , m_clock(std::move(services.clock))
     , m_tasks(new TaskListModel(this))
+    , m_editor(new TaskEditor(m_activeTasks, services.routineService, this))
     , m_draft(new QuickAddDraft(m_activeTasks.taskRepository(), m_activeTasks.dayRepository(), m_calendar, m_clock,
                                 this))
 {
@@ -86,6 +88,11 @@ QString PopoverModel::dayTitle() const
 {
     const QDate today = m_calendar.date(now());
     return ViewTexts::dayTitle(today.addDays(m_dayOffset), today);
+}
+
+QString PopoverModel::dayDate() const
+{
+    return ViewTexts::dayDate(shownDate().toTimeZone(m_calendar.timeZone()).date());
 }
 
 Task *PopoverModel::task(const QString &id) const
@@ -403,26 +410,6 @@ QString PopoverModel::moveToPosition(const QString &id, int to)
     return reorder(ids);
 }
 
-QString PopoverModel::editTask(const QString &id, const QString &title, const QString &notes, int minutes,
-                               const QDateTime &dueDate)
-{
-    Task *t = task(id);
-    if (!t)
-        return {};
-    const QString trimmedNotes = notes.trimmed();
-    try {
-        m_activeTasks.taskRepository().updateTask(
-            t, title, trimmedNotes.isEmpty() ? std::nullopt : std::optional<QString>(trimmedNotes),
-            minutes >= 1 ? std::optional<qint64>(minutes) : std::nullopt,
-            dueDate.isValid() ? std::optional<QDateTime>(dueDate) : std::nullopt);
-    } catch (const RepositoryError &error) {
-        return error.localizedDescription();
-    } catch (const StoreError &error) {
-        return error.description();
-    }
-    return {};
-}
-
 void PopoverModel::deleteTask(const QString &id)
 {
     Task *t = task(id);
@@ -624,6 +611,7 @@ QVariantMap PopoverModel::texts() const
 {
     return {
         {QStringLiteral("today"), ViewTexts::today()},
+        {QStringLiteral("repeat"), PlanningTexts::repeatMenu()},
         {QStringLiteral("undo"), ViewTexts::undo()},
         {QStringLiteral("moveOverflow"), PlanningTexts::dayPlanMoveOverflow()},
         {QStringLiteral("moveOverflowShort"), PlanningTexts::dayPlanMoveOverflowShort()},
@@ -644,8 +632,14 @@ QVariantMap PopoverModel::texts() const
     };
 }
 
+QObject *PopoverModel::editorObject() const
+{
+    return m_editor;
+}
+
 void PopoverModel::retranslate()
 {
+    m_editor->retranslate();
     m_card = Card{};
     m_footer = Footer{};
     m_rolloverText.clear();

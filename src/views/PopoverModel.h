@@ -25,6 +25,7 @@ class RoutineRepository;
 class RoutineService;
 class SoundService;
 class Task;
+class TaskEditor;
 class TaskListModel;
 
 // What the popover shows and does: one day's list (today by default), the
@@ -38,6 +39,9 @@ class PopoverModel : public QObject, public CompletionPresenter
     Q_PROPERTY(int dayOffset READ dayOffset NOTIFY dayChanged)
     Q_PROPERTY(bool isToday READ isToday NOTIFY dayChanged)
     Q_PROPERTY(QString dayTitle READ dayTitle NOTIFY dayChanged)
+    Q_PROPERTY(QString dayDate READ dayDate NOTIFY dayChanged)
+    // The rows' inline editor.
+    Q_PROPERTY(QObject *editor READ editorObject CONSTANT)
     Q_PROPERTY(QObject *tasks READ tasksObject CONSTANT)
     Q_PROPERTY(QObject *draft READ draftObject CONSTANT)
     // The task-in-hand card.
@@ -103,6 +107,8 @@ public:
     ~PopoverModel() override;
 
     TaskListModel &tasks() const { return *m_tasks; }
+    TaskEditor &editor() const { return *m_editor; }
+    QObject *editorObject() const;
     QuickAddDraft &draft() const { return *m_draft; }
     QObject *tasksObject() const;
     QObject *draftObject() const;
@@ -110,6 +116,7 @@ public:
     int dayOffset() const { return m_dayOffset; }
     bool isToday() const { return m_dayOffset == 0; }
     QString dayTitle() const;
+    QString dayDate() const;
     // The shown day, made when asked to.
     Day *shownDay(bool create = false) const;
 
@@ -177,9 +184,6 @@ public:
     Q_INVOKABLE QString reorder(const QStringList &ids);
     // The shown day's open task `id` moves to position `to` (drag and drop).
     Q_INVOKABLE QString moveToPosition(const QString &id, int to);
-    // minutes < 1: no plan; an invalid due date: none. "" or the error text.
-    Q_INVOKABLE QString editTask(const QString &id, const QString &title, const QString &notes, int minutes,
-                                 const QDateTime &dueDate);
     Q_INVOKABLE void deleteTask(const QString &id);
 
     // The footer: the tasks past the workday go to tomorrow, keeping their order.
@@ -283,6 +287,7 @@ private:
     Clock m_clock;
 
     TaskListModel *m_tasks;
+    TaskEditor *m_editor;
     QuickAddDraft *m_draft;
     int m_dayOffset = 0;
     Card m_card;

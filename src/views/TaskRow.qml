@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Tarnwell.Views
 
 // One task of the popover's list: tick, title and plan, its actions, and an
 // inline editor.
@@ -43,12 +44,13 @@ Item {
         anchors.rightMargin: 4
         spacing: 4
 
-        Label {
+        Icon {
             id: handle
-            text: "⋮⋮"
+            name: "handle"
             visible: row.open
             color: appTheme.secondaryText
             Layout.preferredWidth: 14
+            Layout.preferredHeight: 18
             MouseArea {
                 id: dragArea
                 objectName: "dragHandle"
@@ -77,13 +79,28 @@ Item {
         ColumnLayout {
             Layout.fillWidth: true
             spacing: 0
-            Label {
+            RowLayout {
                 Layout.fillWidth: true
-                text: (row.model.urgent ? "! " : "") + row.model.title
-                color: row.model.completed ? appTheme.secondaryText : appTheme.text
-                font.strikeout: row.model.completed
-                font.weight: row.model.isTaskInHand ? Font.DemiBold : Font.Normal
-                elide: Text.ElideRight
+                spacing: 4
+                Icon {
+                    objectName: "urgentMark"
+                    visible: row.model.urgent
+                    name: "urgent"
+                    color: row.model.completed ? appTheme.secondaryText : appTheme.danger
+                    Layout.preferredWidth: 14
+                    Layout.preferredHeight: 14
+                    Accessible.role: Accessible.Graphic
+                    Accessible.name: qsTrId("quickAdd.chip.urgent")
+                }
+                Label {
+                    objectName: "rowTitle"
+                    Layout.fillWidth: true
+                    text: row.model.title
+                    color: row.model.completed ? appTheme.secondaryText : appTheme.text
+                    font.strikeout: row.model.completed
+                    font.weight: row.model.isTaskInHand ? Font.DemiBold : Font.Normal
+                    elide: Text.ElideRight
+                }
             }
             Label {
                 Layout.fillWidth: true
@@ -112,12 +129,11 @@ Item {
         PopButton {
             id: actionsButton
             objectName: "rowActions"
-            text: "⋯"
+            iconName: "more"
             flat: true
             //: Task row: button that opens the task's actions
             //% "Task actions"
             ToolTip.text: qsTrId("popover.row.actions")
-            Accessible.name: ToolTip.text
             onClicked: actions.open()
             Menu {
                 id: actions
@@ -208,7 +224,8 @@ Item {
         onVisibleChanged: if (visible) {
             titleField.text = row.model.title
             notesField.text = row.model.notes
-            minutesField.text = row.model.durationMinutes > 0 ? String(row.model.durationMinutes) : ""
+            minutesField.text = row.popover.editor.durationText(row.model.durationMinutes)
+            repeatBox.currentIndex = row.popover.editor.repeatChoice(row.model.id)
             dueField.text = row.model.dueDate && !isNaN(row.model.dueDate.getTime())
                     ? Qt.formatDate(row.model.dueDate, "yyyy-MM-dd") : ""
             errorLabel.text = ""
@@ -226,9 +243,10 @@ Item {
                     return
                 }
             }
-            const minutes = minutesField.text.trim().length > 0 ? parseInt(minutesField.text, 10) : -1
-            const error = row.popover.editTask(row.model.id, titleField.text, notesField.text,
-                                               isNaN(minutes) ? -1 : minutes, due)
+            const id = row.model.id
+            let error = row.popover.editor.save(id, titleField.text, notesField.text, minutesField.text, due)
+            if (error.length === 0)
+                error = row.popover.editor.setRepeat(id, repeatBox.currentIndex)
             errorLabel.text = error
             if (error.length === 0) {
                 row.editFinished()
@@ -257,11 +275,12 @@ Item {
             Layout.fillWidth: true
             TextField {
                 id: minutesField
+                objectName: "editDuration"
                 Layout.fillWidth: true
-                validator: IntValidator { bottom: 0; top: 9999 }
-                //: Task editor: placeholder of the planned minutes field
-                //% "Minutes"
-                placeholderText: qsTrId("popover.edit.minutes")
+                //: Task editor: placeholder of the planned time field
+                //% "Planned time, e.g. 1h 30m"
+                placeholderText: qsTrId("popover.edit.duration")
+                Accessible.name: placeholderText
                 onAccepted: editor.save()
             }
             TextField {
@@ -271,6 +290,29 @@ Item {
                 //% "Due YYYY-MM-DD"
                 placeholderText: qsTrId("popover.edit.dueDate")
                 onAccepted: editor.save()
+            }
+        }
+        RowLayout {
+            Layout.fillWidth: true
+            Label {
+                text: row.popover.texts.repeat
+                color: appTheme.text
+            }
+            ComboBox {
+                id: repeatBox
+                objectName: "editRepeat"
+                Layout.fillWidth: true
+                model: row.popover.editor.repeatOptions
+                Accessible.name: row.popover.texts.repeat
+                // Chosen weekdays are set in the routines window; here they only show.
+                delegate: ItemDelegate {
+                    required property int index
+                    required property string modelData
+                    width: repeatBox.width
+                    text: modelData
+                    enabled: index !== 3
+                    highlighted: repeatBox.highlightedIndex === index
+                }
             }
         }
         Label {

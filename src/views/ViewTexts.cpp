@@ -35,8 +35,12 @@ QString dayTitle(QDate date, QDate today_)
         return tomorrow();
     if (offset == -1)
         return yesterday();
-    const QLocale locale;
-    return locale.dayName(date.dayOfWeek()) + QStringLiteral(", ") + locale.toString(date, QLocale::ShortFormat);
+    return QLocale().dayName(date.dayOfWeek());
+}
+
+QString dayDate(QDate date)
+{
+    return QLocale().toString(date, QLocale::LongFormat);
 }
 
 QString dayChip(int offset, QDate today_)

@@ -12,9 +12,11 @@ namespace ViewTexts {
 QString today();
 QString tomorrow();
 QString yesterday();
-// "Today", "Tomorrow", "Yesterday" or the weekday and date of `date`,
-// counted from `today`.
+// "Today", "Tomorrow", "Yesterday" (counted from `today`), else the
+// weekday's name.
 QString dayTitle(QDate date, QDate today);
+// The whole date in the effective language, weekday included.
+QString dayDate(QDate date);
 // "Today", "Tomorrow" or the weekday name: the day chips of quick add.
 QString dayChip(int offset, QDate today);
 

@@ -1,7 +1,10 @@
 // The popover's model: its list under the item-model checker, the task in
 // hand, row actions with undo, the next-up screen, the day plan, the
-// rollover bar, routines and the editor's errors.
+// rollover bar, routines, the editor (errors, planned time, repeat) and the
+// language of dates.
 #include "ViewsFixture.h"
+#include "views/TaskEditor.h"
+#include "services/DurationParser.h"
 #include "services/FocusTexts.h"
 #include "services/PlanningTexts.h"
 
@@ -27,7 +30,7 @@ private Q_SLOTS:
         // An edit reports its row; the running timer does not touch the list.
         QSignalSpy resets(&list, &QAbstractItemModel::modelReset);
         QSignalSpy changes(&list, &QAbstractItemModel::dataChanged);
-        QCOMPARE(f.model.editTask(f.idOf(b), QStringLiteral("B2"), QStringLiteral("note"), 15, {}), QString());
+        QCOMPARE(f.model.editor().save(f.idOf(b), QStringLiteral("B2"), QStringLiteral("note"), QStringLiteral("15"), {}), QString());
         QCOMPARE(resets.size(), 0);
         QCOMPARE(changes.size(), 1);
         QCOMPARE(changes.first().at(0).toModelIndex().row(), 1);
@@ -263,14 +266,14 @@ private Q_SLOTS:
     {
         ViewsFixture f;
         Task *t = f.add(QStringLiteral("Draft"), 30);
-        QCOMPARE(f.model.editTask(f.idOf(t), QStringLiteral("   "), {}, 30, {}),
+        QCOMPARE(f.model.editor().save(f.idOf(t), QStringLiteral("   "), {}, QStringLiteral("30"), {}),
                  RepositoryError::titleEmpty().localizedDescription());
-        QCOMPARE(f.model.editTask(f.idOf(t), QString(201, u'y'), {}, 30, {}),
+        QCOMPARE(f.model.editor().save(f.idOf(t), QString(201, u'y'), {}, QStringLiteral("30"), {}),
                  RepositoryError::titleTooLong(200).localizedDescription());
         QCOMPARE(t->title(), QStringLiteral("Draft"));
 
         const QDateTime due = f.calendar.startOfDayAdding(f.time.now, 2);
-        QCOMPARE(f.model.editTask(f.idOf(t), QStringLiteral(" Final "), QStringLiteral("  "), -1, due), QString());
+        QCOMPARE(f.model.editor().save(f.idOf(t), QStringLiteral(" Final "), QStringLiteral("  "), QString(), due), QString());
         QCOMPARE(t->title(), QStringLiteral("Final"));
         QVERIFY(!t->notes());
         QVERIFY(!t->durationMinutes());
@@ -280,6 +283,61 @@ private Q_SLOTS:
         QVERIFY(t->isDeleted());
         QVERIFY(f.shownTitles().isEmpty());
         QVERIFY(!f.model.hasTaskInHand());
+    }
+
+    void editorReadsPlannedTimeAsQuickAddDoesAndSetsTheRepeat()
+    {
+        ViewsFixture f;
+        TaskEditor &editor = f.model.editor();
+        Task *t = f.add(QStringLiteral("Stand-up"), 15);
+        const QString id = f.idOf(t);
+        for (const auto &[typed, minutes] : {std::pair{"1h 30m", 90}, {"1.5h", 90}, {"45", 45}, {"2 saat", 120}}) {
+            QCOMPARE(editor.save(id, t->title(), {}, QString::fromUtf8(typed), {}), QString());
+            QCOMPARE(t->durationMinutes(), minutes);
+            QCOMPARE(DurationParser::parse(editor.durationText(minutes)), minutes);
+        }
+        QVERIFY(!editor.save(id, QStringLiteral("Renamed"), {}, QStringLiteral("soon"), {}).isEmpty());
+        QCOMPARE(t->title(), QStringLiteral("Stand-up")); // nothing saved
+        QCOMPARE(t->durationMinutes(), 120);
+
+        // A task of its own repeats by becoming a routine of one; today is
+        // not given a second copy, tomorrow is given one.
+        QCOMPARE(editor.repeatChoice(id), int(TaskEditor::never));
+        QCOMPARE(editor.setRepeat(id, TaskEditor::everyDay), QString());
+        QCOMPARE(editor.repeatChoice(id), int(TaskEditor::everyDay));
+        QCOMPARE(f.routines.routines().size(), 1);
+        QCOMPARE(f.routineService.applyDueRoutines(), 0);
+        QCOMPARE(f.titles(0), QStringList{QStringLiteral("Stand-up")});
+        f.time.advance(24 * 3600 * 1000);
+        QCOMPARE(f.routineService.applyDueRoutines(), 1);
+        QCOMPARE(f.titles(0), QStringList{QStringLiteral("Stand-up")});
+
+        // Back to never keeps the routine but stops it repeating.
+        QCOMPARE(editor.setRepeat(id, TaskEditor::never), QString());
+        QCOMPARE(editor.repeatChoice(id), int(TaskEditor::never));
+        QCOMPARE(f.routines.routines().size(), 1);
+    }
+
+    void datesFollowTheChosenLanguage()
+    {
+        ViewsFixture f;
+        f.settings.setWorkdayEndMinutes(17 * 60 + 30);
+        f.add(QStringLiteral("Plan"), 30);
+        f.model.nextDay();
+        f.model.nextDay(); // Friday 12 June 2026
+        QCOMPARE(f.model.dayTitle(), QStringLiteral("Friday"));
+        QVERIFY2(f.model.dayDate().contains(QStringLiteral("June")), qPrintable(f.model.dayDate()));
+        QVERIFY(f.translations.install(QStringLiteral("de")));
+        f.model.retranslate();
+        QCOMPARE(f.model.dayTitle(), QStringLiteral("Freitag"));
+        QVERIFY2(f.model.dayDate().contains(QStringLiteral("Juni")), qPrintable(f.model.dayDate()));
+        QVERIFY(f.translations.install(QStringLiteral("tr")));
+        f.model.retranslate();
+        QCOMPARE(f.model.dayTitle(), QStringLiteral("Cuma"));
+        f.model.today();
+        // The workday's end is shown, in the language's own time format.
+        QVERIFY2(f.model.footerWorkdayEnd().contains(QStringLiteral("17:30")), qPrintable(f.model.footerWorkdayEnd()));
+        QVERIFY(f.translations.install(QStringLiteral("en")));
     }
 };
 

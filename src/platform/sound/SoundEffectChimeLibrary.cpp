@@ -1,6 +1,8 @@
 #include "SoundEffectChimeLibrary.h"
 
+#include <QEventLoop>
 #include <QFile>
+#include <QTimer>
 #include <QSoundEffect>
 
 namespace tarnwell::platform {
@@ -11,6 +13,18 @@ class SoundEffectChimePlayer final : public ChimePlayer
 {
 public:
     explicit SoundEffectChimePlayer(const QUrl &source) { m_effect.setSource(source); }
+    ~SoundEffectChimePlayer() override
+    {
+        // The chime is read on Qt Multimedia's loader thread; an effect
+        // destroyed half-way leaves that request running past the end of the
+        // program. Let it finish first (a short file from our resources).
+        if (m_effect.status() != QSoundEffect::Loading)
+            return;
+        QEventLoop loop;
+        QObject::connect(&m_effect, &QSoundEffect::statusChanged, &loop, &QEventLoop::quit);
+        QTimer::singleShot(2000, &loop, &QEventLoop::quit);
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    }
 
     bool isPlaying() const override { return m_effect.isPlaying(); }
     void stop() override { m_effect.stop(); }
