@@ -1,0 +1,92 @@
+// Pictures of the windows a person meets besides the popover (first run,
+// quick add with a day chosen, routines), in both palettes and in English and
+// German, saved as test artefacts to be looked at. Each picture is checked
+// for what must hold whatever the look: the window's own background colour
+// fills its corner, and the texts are in the language asked for.
+#include "ViewsFixture.h"
+#include "views/OnboardingCoordinator.h"
+#include "views/QuickAddWindowController.h"
+#include "views/RoutinesWindowController.h"
+#include "views/ThemeController.h"
+#include "views/UiEngine.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+#include <QtQml/QQmlExtensionPlugin>
+
+Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
+
+class WindowPicturesTest : public QObject
+{
+    Q_OBJECT
+
+    void save(QQuickWindow *window, const QString &name, bool dark, const QString &language, const ThemeController &theme)
+    {
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QImage picture;
+        QTRY_VERIFY((picture = window->grabWindow(), !picture.isNull()));
+        const QColor corner = picture.pixelColor(2, 2);
+        const QColor expected = theme.window();
+        QVERIFY2(std::abs(corner.red() - expected.red()) <= 2 && std::abs(corner.green() - expected.green()) <= 2
+                     && std::abs(corner.blue() - expected.blue()) <= 2,
+                 qPrintable(corner.name() + QStringLiteral(" for ") + expected.name()));
+        const QString dir = QString::fromLocal8Bit(qgetenv("TARNWELL_ARTIFACTS"));
+        if (!dir.isEmpty()) {
+            QDir().mkpath(dir);
+            picture.save(QStringLiteral("%1/%2-%3-%4.png").arg(dir, name, dark ? QStringLiteral("dark") : QStringLiteral("light"), language));
+        }
+    }
+
+private Q_SLOTS:
+    void windowsInBothPalettesAndLanguages_data()
+    {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("title"); // the first-run window's, in that language
+        for (bool dark : {false, true}) {
+            QTest::addRow("%s en", dark ? "dark" : "light") << dark << QStringLiteral("en") << QStringLiteral("Welcome to Tarnwell");
+            QTest::addRow("%s de", dark ? "dark" : "light") << dark << QStringLiteral("de") << QStringLiteral("Willkommen bei Tarnwell");
+        }
+    }
+
+    void windowsInBothPalettesAndLanguages()
+    {
+        QFETCH(bool, dark);
+        QFETCH(QString, language);
+        QFETCH(QString, title);
+        ViewsFixture f;
+        QVERIFY(f.translations.install(language));
+        ThemeController theme;
+        theme.setForced(dark ? ThemeController::Forced::dark : ThemeController::Forced::light);
+        UiEngine ui(theme);
+
+        OnboardingCoordinator onboarding(f.settings, ui);
+        onboarding.show();
+        QQuickWindow *first = nullptr;
+        for (QWindow *w : QGuiApplication::topLevelWindows())
+            if (w->isVisible())
+                first = qobject_cast<QQuickWindow *>(w);
+        QVERIFY(first);
+        QCOMPARE(first->title(), title);
+        save(first, QStringLiteral("onboarding"), dark, language, theme);
+        onboarding.finish();
+
+        QuickAddDraft draft(f.tasks, f.days, f.calendar, f.time.clock());
+        QuickAddWindowController quickAdd(draft, ui);
+        quickAdd.show();
+        draft.setText(QStringLiteral("Write report · 45m !"));
+        save(quickAdd.window(), QStringLiteral("quickadd"), dark, language, theme);
+
+        f.routines.createRoutine(QStringLiteral("Morning"), {{QStringLiteral("Inbox zero"), 15, std::nullopt}});
+        RoutinesWindowController routines(f.routines, ui);
+        routines.show();
+        save(routines.window(), QStringLiteral("routines"), dark, language, theme);
+        QVERIFY(f.translations.install(QStringLiteral("en")));
+    }
+};
+
+QTEST_MAIN(WindowPicturesTest)
+#include "tst_window_pictures.moc"
