@@ -7,13 +7,12 @@
 #include "persistence/PersistenceController.h"
 #include "persistence/TaskRepository.h"
 #include "settings/AppSettingsStore.h"
-#include "platform/DBusMenu.h"
-#include "platform/StatusNotifierItem.h"
 #include "support/AppProcess.h"
 #include "support/FakeNotificationServer.h"
 #include "support/FakeStatusNotifierWatcher.h"
 
 #include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -62,12 +61,6 @@ class EndToEndNotificationsTest : public QObject
     QString storePath() const { return m_home.path() + QStringLiteral("/data/tarnwell/Tarnwell.sqlite"); }
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        registerStatusNotifierTypes();
-        registerDBusMenuTypes();
-    }
-
     void warningThenCompletionThenDone()
     {
         QUuid taskID;

@@ -19,7 +19,10 @@ class FakeLogindManager : public QDBusAbstractAdaptor
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
 public:
-    using QDBusAbstractAdaptor::QDBusAbstractAdaptor;
+    explicit FakeLogindManager(QObject *owner)
+        : QDBusAbstractAdaptor(owner)
+    {
+    }
     ~FakeLogindManager() override
     {
         for (int fd : readEnds)
@@ -62,7 +65,10 @@ class FakeLogindSession : public QDBusAbstractAdaptor
     Q_PROPERTY(bool LockedHint MEMBER lockedHint)
     Q_PROPERTY(bool Active MEMBER active)
 public:
-    using QDBusAbstractAdaptor::QDBusAbstractAdaptor;
+    explicit FakeLogindSession(QObject *owner)
+        : QDBusAbstractAdaptor(owner)
+    {
+    }
     bool lockedHint = false;
     bool active = true;
 };
