@@ -53,7 +53,6 @@ public:
         Q_EMIT ActionInvoked(id, action);
         Q_EMIT NotificationClosed(id, 2);
     }
-    void dismiss(uint id) { Q_EMIT NotificationClosed(id, 2); }
 
     QList<Notification> notifications; // every Notify, in order
     QList<uint> closed;                // every CloseNotification, in order
@@ -74,13 +73,6 @@ public Q_SLOTS:
         Q_EMIT NotificationClosed(id, 3);
     }
     QStringList GetCapabilities() { return capabilities; }
-    QString GetServerInformation(QString &vendor, QString &version, QString &specVersion)
-    {
-        vendor = QStringLiteral("Tarnwell tests");
-        version = QStringLiteral("1");
-        specVersion = QStringLiteral("1.2");
-        return QStringLiteral("fake");
-    }
 
 Q_SIGNALS:
     void NotificationClosed(uint id, uint reason);
