@@ -638,5 +638,82 @@
         <extracomment>Task editor: the Repeat choice could not be saved</extracomment>
         <translation type="unfinished"></translation>
     </message>
+    <message id="notification.untitled">
+        <source>Your task</source>
+        <extracomment>Notification title used when the task has no title</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="notification.plusTen" numerus="yes">
+        <source>+%n min</source>
+        <extracomment>Notification action: extend duration by N minutes</extracomment>
+        <translation>
+            <numerusform>+%n min</numerusform>
+            <numerusform>+%n min</numerusform>
+        </translation>
+    </message>
+    <message id="notification.minutesDone" numerus="yes">
+        <source>%n minute(s) done</source>
+        <extracomment>Notification body: N minutes done</extracomment>
+        <translation>
+            <numerusform>%n minute done</numerusform>
+            <numerusform>%n minutes done</numerusform>
+        </translation>
+    </message>
+    <message id="notification.actInTray">
+        <source>Mark it done or add time from the Tarnwell tray icon.</source>
+        <extracomment>Second line of the time-is-up notification on desktops that show no buttons on notifications</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="notification.done">
+        <source>Done</source>
+        <extracomment>Notification action: mark task done</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="notification.endingSoon" numerus="yes">
+        <source>%n minute(s) left</source>
+        <extracomment>Notification body: N minutes left on the task</extracomment>
+        <translation>
+            <numerusform>%n minute left</numerusform>
+            <numerusform>%n minutes left</numerusform>
+        </translation>
+    </message>
+    <message id="activeTask.away.minutes" numerus="yes">
+        <source>%n min</source>
+        <extracomment>Length of an idle gap under an hour, in minutes</extracomment>
+        <translation>
+            <numerusform>%n min</numerusform>
+            <numerusform>%n min</numerusform>
+        </translation>
+    </message>
+    <message id="activeTask.away.hoursMinutes">
+        <source>%1 h %2 min</source>
+        <extracomment>Length of an idle gap of an hour or more: %1 hours, %2 minutes (two digits)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.away.prompt">
+        <source>You were away for %1 while the timer ran.</source>
+        <extracomment>Idle gap notice, takes a formatted duration</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.away.keep">
+        <source>Keep</source>
+        <extracomment>Leave the focused tally as measured</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.away.discard">
+        <source>Discard</source>
+        <extracomment>Subtract away time from the tally</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.autoPaused.note">
+        <source>The timer paused while you were away.</source>
+        <extracomment>Explains a pause the app performed on the user&apos;s behalf</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="activeTask.autoPaused.resume">
+        <source>Resume</source>
+        <extracomment>Resume the auto-paused timer</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

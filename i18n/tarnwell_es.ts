@@ -638,5 +638,82 @@
         <extracomment>Task editor: the Repeat choice could not be saved</extracomment>
         <translation>No se pudo guardar la regla de repetición.</translation>
     </message>
+    <message id="notification.untitled">
+        <source>Your task</source>
+        <extracomment>Notification title used when the task has no title</extracomment>
+        <translation>Tu tarea</translation>
+    </message>
+    <message id="notification.plusTen" numerus="yes">
+        <source>+%n min</source>
+        <extracomment>Notification action: extend duration by N minutes</extracomment>
+        <translation>
+            <numerusform>+%n min</numerusform>
+            <numerusform>+%n min</numerusform>
+        </translation>
+    </message>
+    <message id="notification.minutesDone" numerus="yes">
+        <source>%n minute(s) done</source>
+        <extracomment>Notification body: N minutes done</extracomment>
+        <translation>
+            <numerusform>%n minuto hecho</numerusform>
+            <numerusform>%n minutos hechos</numerusform>
+        </translation>
+    </message>
+    <message id="notification.actInTray">
+        <source>Mark it done or add time from the Tarnwell tray icon.</source>
+        <extracomment>Second line of the time-is-up notification on desktops that show no buttons on notifications</extracomment>
+        <translation>Márcala como hecha o añade tiempo desde el icono de Tarnwell en la bandeja.</translation>
+    </message>
+    <message id="notification.done">
+        <source>Done</source>
+        <extracomment>Notification action: mark task done</extracomment>
+        <translation>Hecho</translation>
+    </message>
+    <message id="notification.endingSoon" numerus="yes">
+        <source>%n minute(s) left</source>
+        <extracomment>Notification body: N minutes left on the task</extracomment>
+        <translation>
+            <numerusform>Queda %n minuto</numerusform>
+            <numerusform>Quedan %n minutos</numerusform>
+        </translation>
+    </message>
+    <message id="activeTask.away.minutes" numerus="yes">
+        <source>%n min</source>
+        <extracomment>Length of an idle gap under an hour, in minutes</extracomment>
+        <translation>
+            <numerusform>%n min</numerusform>
+            <numerusform>%n min</numerusform>
+        </translation>
+    </message>
+    <message id="activeTask.away.hoursMinutes">
+        <source>%1 h %2 min</source>
+        <extracomment>Length of an idle gap of an hour or more: %1 hours, %2 minutes (two digits)</extracomment>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message id="activeTask.away.prompt">
+        <source>You were away for %1 while the timer ran.</source>
+        <extracomment>Idle gap notice, takes a formatted duration</extracomment>
+        <translation>Estuviste fuera %1 mientras el temporizador corría.</translation>
+    </message>
+    <message id="activeTask.away.keep">
+        <source>Keep</source>
+        <extracomment>Leave the focused tally as measured</extracomment>
+        <translation>Mantener</translation>
+    </message>
+    <message id="activeTask.away.discard">
+        <source>Discard</source>
+        <extracomment>Subtract away time from the tally</extracomment>
+        <translation>Descontar</translation>
+    </message>
+    <message id="activeTask.autoPaused.note">
+        <source>The timer paused while you were away.</source>
+        <extracomment>Explains a pause the app performed on the user&apos;s behalf</extracomment>
+        <translation>El temporizador se pausó mientras no estabas.</translation>
+    </message>
+    <message id="activeTask.autoPaused.resume">
+        <source>Resume</source>
+        <extracomment>Resume the auto-paused timer</extracomment>
+        <translation>Reanudar</translation>
+    </message>
 </context>
 </TS>

@@ -638,5 +638,82 @@
         <extracomment>Task editor: the Repeat choice could not be saved</extracomment>
         <translation>La règle de répétition n’a pas pu être enregistrée.</translation>
     </message>
+    <message id="notification.untitled">
+        <source>Your task</source>
+        <extracomment>Notification title used when the task has no title</extracomment>
+        <translation>Votre tâche</translation>
+    </message>
+    <message id="notification.plusTen" numerus="yes">
+        <source>+%n min</source>
+        <extracomment>Notification action: extend duration by N minutes</extracomment>
+        <translation>
+            <numerusform>+%n&#xa0;min</numerusform>
+            <numerusform>+%n&#xa0;min</numerusform>
+        </translation>
+    </message>
+    <message id="notification.minutesDone" numerus="yes">
+        <source>%n minute(s) done</source>
+        <extracomment>Notification body: N minutes done</extracomment>
+        <translation>
+            <numerusform>%n minute faite</numerusform>
+            <numerusform>%n minutes faites</numerusform>
+        </translation>
+    </message>
+    <message id="notification.actInTray">
+        <source>Mark it done or add time from the Tarnwell tray icon.</source>
+        <extracomment>Second line of the time-is-up notification on desktops that show no buttons on notifications</extracomment>
+        <translation>Marquez-la comme terminée ou ajoutez du temps depuis l’icône Tarnwell de la barre.</translation>
+    </message>
+    <message id="notification.done">
+        <source>Done</source>
+        <extracomment>Notification action: mark task done</extracomment>
+        <translation>Terminé</translation>
+    </message>
+    <message id="notification.endingSoon" numerus="yes">
+        <source>%n minute(s) left</source>
+        <extracomment>Notification body: N minutes left on the task</extracomment>
+        <translation>
+            <numerusform>Plus que %n minute</numerusform>
+            <numerusform>Plus que %n minutes</numerusform>
+        </translation>
+    </message>
+    <message id="activeTask.away.minutes" numerus="yes">
+        <source>%n min</source>
+        <extracomment>Length of an idle gap under an hour, in minutes</extracomment>
+        <translation>
+            <numerusform>%n&#xa0;min</numerusform>
+            <numerusform>%n&#xa0;min</numerusform>
+        </translation>
+    </message>
+    <message id="activeTask.away.hoursMinutes">
+        <source>%1 h %2 min</source>
+        <extracomment>Length of an idle gap of an hour or more: %1 hours, %2 minutes (two digits)</extracomment>
+        <translation>%1&#xa0;h&#xa0;%2</translation>
+    </message>
+    <message id="activeTask.away.prompt">
+        <source>You were away for %1 while the timer ran.</source>
+        <extracomment>Idle gap notice, takes a formatted duration</extracomment>
+        <translation>Vous étiez absent %1 pendant que le minuteur tournait.</translation>
+    </message>
+    <message id="activeTask.away.keep">
+        <source>Keep</source>
+        <extracomment>Leave the focused tally as measured</extracomment>
+        <translation>Garder</translation>
+    </message>
+    <message id="activeTask.away.discard">
+        <source>Discard</source>
+        <extracomment>Subtract away time from the tally</extracomment>
+        <translation>Retirer</translation>
+    </message>
+    <message id="activeTask.autoPaused.note">
+        <source>The timer paused while you were away.</source>
+        <extracomment>Explains a pause the app performed on the user&apos;s behalf</extracomment>
+        <translation>Le minuteur s’est mis en pause pendant votre absence.</translation>
+    </message>
+    <message id="activeTask.autoPaused.resume">
+        <source>Resume</source>
+        <extracomment>Resume the auto-paused timer</extracomment>
+        <translation>Reprendre</translation>
+    </message>
 </context>
 </TS>

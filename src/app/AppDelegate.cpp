@@ -13,15 +13,22 @@
 #include "persistence/TaskRepository.h"
 #include "platform/AppearancePortal.h"
 #include "platform/DayChangeObserver.h"
+#include "platform/FreedesktopNotifications.h"
+#include "platform/IdleTimeSources.h"
+#include "platform/LinuxSessionEvents.h"
 #include "platform/LazyChimeLibrary.h"
 #include "services/ActiveTaskService.h"
 #include "services/CountdownService.h"
 #include "services/DurationCompletionNotifier.h"
+#include "services/IdleMonitor.h"
+#include "services/NotificationActionRouter.h"
+#include "services/NotificationService.h"
 #include "services/SoundService.h"
 #include "services/RolloverService.h"
 #include "services/RoutineService.h"
 #include "services/TaskCompletionFlow.h"
 #include "settings/AppSettingsStore.h"
+#include "views/AwayBanner.h"
 #include "views/OnboardingCoordinator.h"
 #include "views/PopoverManager.h"
 #include "views/PopoverModel.h"
@@ -94,7 +101,8 @@ void AppDelegate::applicationDidFinishLaunching()
     // owner, the quick-add window and the routines window.
     m_chimes = std::make_unique<platform::LazyChimeLibrary>();
     m_sounds = std::make_unique<SoundService>(*m_settings, *m_chimes);
-    m_notifier = std::make_unique<LoggingDurationCompletionNotifier>();
+    m_notificationCenter = std::make_unique<platform::FreedesktopNotifications>();
+    m_notifier = std::make_unique<NotificationService>(*m_notificationCenter, *m_settings);
     m_activeTasks = std::make_unique<ActiveTaskService>(m_store->viewContext(), *m_settings, m_clock, m_days.get(),
                                                         m_tasks.get());
     m_countdown = std::make_unique<CountdownService>(*m_activeTasks, *m_notifier, *m_sounds, *m_settings, m_clock);
@@ -151,6 +159,20 @@ void AppDelegate::installMainInterface()
     // 2. Global hot keys, 3. the notification action router, 4. the idle
     // monitor, 5. the widget surface and 6. the rating prompt join here.
 
+    // 3. The notification action router: done, extend, or the popover.
+    m_notificationRouter = std::make_unique<NotificationActionRouter>(*m_notificationCenter, *m_activeTasks, *m_sounds,
+                                                                      *m_popoverModel);
+    connect(m_notificationRouter.get(), &NotificationActionRouter::popoverOpenRequested, this,
+            &AppDelegate::onPopoverOpenRequested);
+
+    // 4. The idle monitor, over the desktop's idle time and session events.
+    m_sessionEvents = std::make_unique<platform::LinuxSessionEvents>();
+    m_idleMonitor = std::make_unique<IdleMonitor>(*m_activeTasks, *m_settings, platform::IdleTimeSources::find(),
+                                                  m_sessionEvents.get(), m_clock);
+    m_idleMonitor->start();
+    m_awayBanner = std::make_unique<AwayBanner>(*m_idleMonitor, *m_activeTasks);
+    m_popover->setAwayBanner(m_awayBanner.get());
+
     // 7. The day's repeating routines, then a fresh queue.
     applyDueRoutines();
     // 8. A new calendar day repeats step 7.
@@ -170,6 +192,16 @@ void AppDelegate::installMainInterface()
         revealPopover();
     if (m_options.exitAfterInstall)
         QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+}
+
+void AppDelegate::onPopoverOpenRequested(const QString &reason, const QByteArray &activationToken)
+{
+    qCInfo(lcMenuBar).noquote()
+        << QStringLiteral("%1: %2").arg(QLatin1String(NotificationActionRouter::Constants::popoverOpenRequested), reason);
+    // Wayland compositors give the focus to a window that shows the token.
+    if (!activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken);
+    revealPopover();
 }
 
 void AppDelegate::onDayChanged()
@@ -286,14 +318,21 @@ void AppDelegate::applicationWillTerminate()
         qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
     }
     m_dayChange.reset();
-    // The windows and their models before the services they read.
+    // Away time and notification actions, then the windows and their models,
+    // all before the services they read.
+    m_idleMonitor.reset();
+    m_sessionEvents.reset();
+    m_notificationRouter.reset();
     m_routinesWindow.reset();
     m_quickAdd.reset();
     m_quickAddDraft.reset();
     m_popover.reset();
     m_popoverModel.reset();
+    m_awayBanner.reset();
     m_onboarding.reset();
     m_countdown.reset();
+    m_notifier.reset();
+    m_notificationCenter.reset();
     if (m_store) {
         m_store->save();
         // Everything that reads the store goes before it, newest first.

@@ -17,7 +17,10 @@ class AppSettingsStore;
 class AppURLRouter;
 class ChimeLibrary;
 class CountdownService;
+class AwayBanner;
 class DurationCompletionNotifier;
+class IdleMonitor;
+class NotificationActionRouter;
 class SoundService;
 class DayRepository;
 class LoginItemService;
@@ -40,6 +43,8 @@ class UiEngine;
 namespace platform {
 class AppearancePortal;
 class DayChangeObserver;
+class FreedesktopNotifications;
+class LinuxSessionEvents;
 } // namespace platform
 
 // The composition root: builds the long-lived objects in a fixed order when
@@ -88,6 +93,7 @@ private:
     void applyAppearance();
     void applyLanguage();
     void onDayChanged();
+    void onPopoverOpenRequested(const QString &reason, const QByteArray &activationToken);
     void completeActiveTask();
     // A click on the status item: the popover opens at the click, or closes.
     void togglePopover(const QPoint &anchor);
@@ -123,6 +129,13 @@ private:
     std::unique_ptr<AppURLRouter> m_urlRouter;
     std::unique_ptr<platform::DayChangeObserver> m_dayChange;
     std::unique_ptr<MenuBarController> m_menuBarController;
+    // Declared last, so they go first; the countdown that calls the
+    // notification centre is taken down on termination before them.
+    std::unique_ptr<platform::FreedesktopNotifications> m_notificationCenter;
+    std::unique_ptr<NotificationActionRouter> m_notificationRouter;
+    std::unique_ptr<platform::LinuxSessionEvents> m_sessionEvents;
+    std::unique_ptr<IdleMonitor> m_idleMonitor;
+    std::unique_ptr<AwayBanner> m_awayBanner;
 
     bool m_launched = false;
     bool m_appUIInstalled = false;

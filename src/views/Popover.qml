@@ -11,6 +11,8 @@ ThemedWindow {
     objectName: "popoverRoot"
     required property QtObject popover
     required property QtObject manager
+    // The away banner's object (AwayBanner), when the idle monitor runs.
+    property QtObject awayBanner: null
     // The task whose inline editor is open ("" = none).
     property string editingId: ""
 
@@ -197,6 +199,11 @@ ThemedWindow {
                     }
                 }
             }
+        }
+
+        AwayBanner {
+            Layout.fillWidth: true
+            model: root.awayBanner
         }
 
         // The task in hand.

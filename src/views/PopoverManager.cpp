@@ -34,9 +34,11 @@ bool PopoverManager::ensureWindow()
 {
     if (m_window)
         return true;
-    m_window = m_ui.createWindow(QStringLiteral("Popover.qml"),
-                                 {{QStringLiteral("popover"), QVariant::fromValue<QObject *>(&m_model)},
-                                  {QStringLiteral("manager"), QVariant::fromValue<QObject *>(this)}});
+    QVariantMap properties{{QStringLiteral("popover"), QVariant::fromValue<QObject *>(&m_model)},
+                           {QStringLiteral("manager"), QVariant::fromValue<QObject *>(this)}};
+    if (m_awayBanner)
+        properties.insert(QStringLiteral("awayBanner"), QVariant::fromValue<QObject *>(m_awayBanner.data()));
+    m_window = m_ui.createWindow(QStringLiteral("Popover.qml"), properties);
     if (!m_window)
         return false;
     m_window->setFlags(windowFlags(QGuiApplication::platformName()));

@@ -35,6 +35,8 @@ public:
     void toggle(const QPoint &anchor = {});
     Q_INVOKABLE void hide();
     bool isVisible() const;
+    // The away banner's object, handed to the window when it is made.
+    void setAwayBanner(QObject *banner) { m_awayBanner = banner; }
 
     // Where a window of `size` goes for a click at `anchor` on a screen whose
     // free area is `available`: centred under the click, inside the area.
@@ -54,6 +56,7 @@ private:
     PopoverModel &m_model;
     UiEngine &m_ui;
     QPointer<QQuickWindow> m_window;
+    QPointer<QObject> m_awayBanner;
     bool m_wasActive = false;
 };
 

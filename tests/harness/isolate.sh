@@ -2,16 +2,20 @@
 # Runs one test binary in a sealed environment:
 #   temporary XDG data/config/cache/runtime folders, no access to the user's
 #   session bus, and, on request, a private D-Bus session bus (--bus), an Xvfb
-#   display (--display) and a time zone (--tz Zone/Name).
-# Usage: isolate.sh [--bus] [--display] [--tz ZONE] -- command [args...]
+#   display (--display), a private bus standing in for the system bus
+#   (--system-bus; without it the system bus is out of reach) and a time zone
+#   (--tz Zone/Name).
+# Usage: isolate.sh [--bus] [--system-bus] [--display] [--tz ZONE] -- command [args...]
 set -euo pipefail
 
 want_bus=0
 want_display=0
+want_system_bus=0
 while [ $# -gt 0 ]; do
   case "$1" in
     --bus) want_bus=1; shift ;;
     --display) want_display=1; shift ;;
+    --system-bus) want_system_bus=1; shift ;;
     --tz) export TZ="$2"; shift 2 ;;
     --) shift; break ;;
     *) echo "isolate.sh: unknown option $1" >&2; exit 2 ;;
@@ -20,7 +24,9 @@ done
 
 root=$(mktemp -d "${TMPDIR:-/tmp}/tarnwell-test.XXXXXX")
 xvfb_pid=""
+system_bus_pid=""
 cleanup() {
+  if [ -n "$system_bus_pid" ]; then kill "$system_bus_pid" 2>/dev/null || true; fi
   if [ -n "$xvfb_pid" ]; then kill "$xvfb_pid" 2>/dev/null || true; wait "$xvfb_pid" 2>/dev/null || true; fi
   rm -rf "$root"
 }
@@ -33,7 +39,14 @@ export XDG_STATE_HOME="$root/state" XDG_RUNTIME_DIR="$root/runtime"
 export TARNWELL_TEST_ROOT="$root"
 # Never talk to the developer's own session.
 export DBUS_SESSION_BUS_ADDRESS="unix:path=$root/runtime/no-bus"
+export DBUS_SYSTEM_BUS_ADDRESS="unix:path=$root/runtime/no-system-bus"
 unset JOURNAL_STREAM || true
+
+if [ $want_system_bus -eq 1 ]; then
+  # A plain bus daemon stands in for the system bus (stand-in services own their names on it).
+  system_bus_pid=$(dbus-daemon --session --fork --nopidfile --print-pid=1 --address="unix:path=$root/runtime/system-bus")
+  export DBUS_SYSTEM_BUS_ADDRESS="unix:path=$root/runtime/system-bus"
+fi
 
 if [ $want_display -eq 1 ]; then
   fifo="$root/displayfd"

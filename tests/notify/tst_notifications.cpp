@@ -1,0 +1,253 @@
+// Desktop notifications as a notification server sees them: a stand-in
+// org.freedesktop.Notifications on the private session bus records each
+// Notify and CloseNotification and plays the user's clicks. Covers what the
+// countdown sends, replacing and withdrawing, the done, extend and click
+// actions, the settings switch, a server without buttons and no server.
+#include "focus/FocusFixture.h"
+#include "kit/Translations.h"
+#include "platform/FreedesktopNotifications.h"
+#include "services/NotificationActionRouter.h"
+#include "services/NotificationService.h"
+#include "support/FakeNotificationServer.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+// The focus engine with the real notification path; the recorder stands in
+// for the chimes and the popover.
+struct NotifyFixture
+{
+    Task *add(const QString &title, qint64 minutes)
+    {
+        return service.taskRepository().createTask(title, minutes, false,
+                                                   service.dayRepository().fetchOrCreateDay(time.now));
+    }
+
+    ManualClock time{QDate(2026, 6, 10).startOfDay(QTimeZone::systemTimeZone()).addSecs(10 * 3600)};
+    std::unique_ptr<PersistenceController> store = std::make_unique<PersistenceController>(true);
+    AppSettingsStore settings{*store};
+    ActiveTaskService service{store->viewContext(), settings, time.clock()};
+    Recorder rec;
+    SoundService sound{settings, rec};
+    platform::FreedesktopNotifications center;
+    NotificationService notifications{center, settings};
+    CountdownService live{service, notifications, sound, settings, time.clock(), std::chrono::milliseconds(0)};
+    NotificationActionRouter router{center, service, sound, rec};
+
+    // A running task that has just used up its plan.
+    Task *overdue(const QString &title, qint64 minutes)
+    {
+        Task *t = add(title, minutes);
+        service.startTimer(t);
+        live.evaluate();
+        time.advance(minutes * 60 * 1000);
+        live.evaluate();
+        return t;
+    }
+};
+
+QString idText(const Task *t)
+{
+    return t->id().toString(QUuid::WithoutBraces);
+}
+
+QStringList logged;
+void collect(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    logged << message;
+}
+
+} // namespace
+
+class NotificationsTest : public QObject
+{
+    Q_OBJECT
+    Translations m_translations;
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY2(QDBusConnection::sessionBus().isConnected(), "needs a private session bus");
+        QVERIFY(m_translations.install(QStringLiteral("en")));
+    }
+
+    void warningCompletionReplaceAndWithdraw()
+    {
+        FakeNotificationServer server;
+        QVERIFY(server.start());
+        NotifyFixture f;
+        f.settings.setPreEndWarningMinutes(5);
+        Task *t = f.add(QStringLiteral("Write the report"), 25);
+        f.service.startTimer(t);
+        f.live.evaluate();
+        f.time.advance(20 * 60 * 1000);
+        f.live.evaluate();
+        QTRY_COMPARE(server.notifications.size(), 1);
+        const auto warning = server.notifications.at(0);
+        QCOMPARE(warning.appIcon, QStringLiteral("org.tarnwell.Tarnwell"));
+        QCOMPARE(warning.summary, QStringLiteral("Write the report"));
+        QCOMPARE(warning.body, QStringLiteral("5 minutes left"));
+        QCOMPARE(warning.actions, (QStringList{QStringLiteral("default"), QString()}));
+        QCOMPARE(warning.hints.value(QStringLiteral("desktop-entry")).toString(), QStringLiteral("org.tarnwell.Tarnwell"));
+        QCOMPARE(warning.hints.value(QStringLiteral("urgency")).userType(), QMetaType::UChar);
+        QCOMPARE(warning.hints.value(QStringLiteral("urgency")).toInt(), 1);
+
+        f.time.advance(5 * 60 * 1000);
+        f.live.evaluate();
+        QTRY_COMPARE(server.notifications.size(), 2);
+        const auto done = server.notifications.at(1);
+        QVERIFY(done.replacesId == 0 && done.id != warning.id);
+        QCOMPARE(done.body, QStringLiteral("25 minutes done"));
+        QCOMPARE(done.actions, (QStringList{QStringLiteral("default"), QString(), QStringLiteral("DONE"),
+                                            QStringLiteral("Done"), QStringLiteral("PLUS_TEN"), QStringLiteral("+10 min")}));
+        QCOMPARE(done.hints.value(QStringLiteral("urgency")).toInt(), 2);
+        QTRY_COMPARE(f.center.serverId(QStringLiteral("tarnwell.duration.") + idText(t)), done.id);
+
+        // The same task completes again (a relaunch): the server replaces it.
+        f.notifications.notifyDurationComplete(*t);
+        QTRY_COMPARE(server.notifications.size(), 3);
+        QCOMPARE(server.notifications.at(2).replacesId, done.id);
+
+        // Extending from the notification makes a new plan: the warning is taken back.
+        server.click(done.id, QStringLiteral("PLUS_TEN"));
+        QTRY_COMPARE(t->durationMinutes(), std::optional<qint32>(35));
+        f.live.evaluate();
+        QTRY_COMPARE(server.closed, QList<uint>{warning.id});
+        QVERIFY(!f.live.isOverdue());
+        // The server closed the clicked notice: its id is forgotten.
+        QTRY_COMPARE(f.center.serverId(QStringLiteral("tarnwell.duration.") + idText(t)), 0u);
+    }
+
+    void extendFollowsThePreset_data()
+    {
+        QTest::addColumn<int>("preset");
+        QTest::addColumn<int>("added");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("0 gives 10") << 0 << 10 << QStringLiteral("+10 min");
+        QTest::newRow("15") << 15 << 15 << QStringLiteral("+15 min");
+    }
+    void extendFollowsThePreset()
+    {
+        QFETCH(int, preset);
+        QFETCH(int, added);
+        QFETCH(QString, title);
+        FakeNotificationServer server;
+        QVERIFY(server.start());
+        NotifyFixture f;
+        f.settings.setOvertimePresetMinutes(preset);
+        Task *t = f.overdue(QStringLiteral("T"), 20);
+        QTRY_COMPARE(server.notifications.size(), 1);
+        QCOMPARE(server.notifications.at(0).actions.value(5), title);
+        server.click(server.notifications.at(0).id, QStringLiteral("PLUS_TEN"));
+        QTRY_COMPARE(t->durationMinutes(), std::optional<qint32>(20 + added));
+        QVERIFY(!t->completed());
+    }
+
+    void doneCompletesAndOpensNextUp()
+    {
+        FakeNotificationServer server;
+        QVERIFY(server.start());
+        NotifyFixture f;
+        Task *t = f.overdue(QStringLiteral("First"), 15);
+        f.add(QStringLiteral("Second"), 30);
+        QSignalSpy opened(&f.router, &NotificationActionRouter::popoverOpenRequested);
+        QTRY_COMPARE(server.notifications.size(), 1);
+        f.rec.take();
+        server.click(server.notifications.at(0).id, QStringLiteral("DONE"), QStringLiteral("token-1"));
+        QTRY_COMPARE(opened.size(), 1);
+        QVERIFY(t->completed());
+        QCOMPARE(t->actualSecondsFocused(), std::optional<qint32>(15 * 60));
+        QCOMPARE(f.service.activeTask()->title(), QStringLiteral("Second"));
+        QCOMPARE(f.rec.nextUp.size(), 1);
+        QCOMPARE(f.rec.nextUp.at(0).nextTaskTitle, std::optional<QString>(QStringLiteral("Second")));
+        QCOMPARE(opened.at(0).at(0).toString(), QStringLiteral("nextUp"));
+        QCOMPARE(opened.at(0).at(1).toByteArray(), QByteArray("token-1"));
+    }
+
+    void clicksAndStrangers()
+    {
+        FakeNotificationServer server;
+        QVERIFY(server.start());
+        NotifyFixture f;
+        Task *t = f.overdue(QStringLiteral("Gone soon"), 10);
+        QSignalSpy opened(&f.router, &NotificationActionRouter::popoverOpenRequested);
+        QTRY_COMPARE(server.notifications.size(), 1);
+        const uint id = server.notifications.at(0).id;
+
+        // Another program's notification: not ours to answer.
+        Q_EMIT server.ActionInvoked(id + 100, QStringLiteral("DONE"));
+        // A click on the notification itself opens the popover.
+        Q_EMIT server.ActionInvoked(id, QStringLiteral("default"));
+        QTRY_COMPARE(opened.size(), 1);
+        QCOMPARE(opened.at(0).at(0).toString(), QStringLiteral("default"));
+        QVERIFY(!t->completed());
+
+        // The task is deleted before the user answers: a log line and nothing else.
+        f.store->viewContext().deleteObject(t);
+        f.store->viewContext().save();
+        f.rec.take();
+        QTest::ignoreMessage(QtInfoMsg, "Notification action DONE missing task lookup");
+        Q_EMIT server.ActionInvoked(id, QStringLiteral("DONE"));
+        QTest::qWait(200);
+        QCOMPARE(opened.size(), 1);
+        QVERIFY(f.rec.nextUp.isEmpty());
+        QVERIFY(f.rec.log.isEmpty());
+    }
+
+    void serverWithoutButtonsGetsAHintInTheBody()
+    {
+        FakeNotificationServer server;
+        server.capabilities = {QStringLiteral("body")};
+        QVERIFY(server.start());
+        NotifyFixture f;
+        QSignalSpy known(&f.center, &platform::FreedesktopNotifications::capabilitiesKnown);
+        QVERIFY(known.wait(5000));
+        QVERIFY(!f.center.supportsActions());
+        f.overdue(QStringLiteral("T"), 5);
+        QTRY_COMPARE(server.notifications.size(), 1);
+        QVERIFY(server.notifications.at(0).body.startsWith(QStringLiteral("5 minutes done\n")));
+        QVERIFY(server.notifications.at(0).body.contains(QStringLiteral("tray")));
+    }
+
+    void switchedOffSendsNothing()
+    {
+        FakeNotificationServer server;
+        QVERIFY(server.start());
+        NotifyFixture f;
+        f.settings.setNotificationsEnabled(false);
+        f.settings.setPreEndWarningMinutes(5);
+        f.overdue(QStringLiteral("T"), 25);
+        QVERIFY(f.live.isOverdue());
+        QCOMPARE(f.rec.log.count(QStringLiteral("Glass play")), 1);
+        QTest::qWait(200);
+        QVERIFY(server.notifications.isEmpty());
+    }
+
+    void noServerKeepsTheCountdownAndChime()
+    {
+        logged.clear();
+        const auto previous = qInstallMessageHandler(collect);
+        {
+            NotifyFixture f;
+            f.settings.setPreEndWarningMinutes(5);
+            Task *t = f.add(QStringLiteral("T"), 25);
+            f.service.startTimer(t);
+            for (int minute = 1; minute <= 30; ++minute) {
+                f.time.advance(60 * 1000);
+                f.live.evaluate();
+                f.notifications.notifyDurationComplete(*t); // once a minute, as relaunches would
+                QCoreApplication::processEvents();
+            }
+            QTest::qWait(200);
+            QVERIFY(f.live.isOverdue());
+            QCOMPARE(f.rec.log.count(QStringLiteral("Glass play")), 2); // the warning and the end
+        }
+        qInstallMessageHandler(previous);
+        QCOMPARE(logged.filter(QStringLiteral("No notification server answers")).size(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(NotificationsTest)
+#include "tst_notifications.moc"
