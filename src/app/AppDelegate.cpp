@@ -1,8 +1,10 @@
 #include "AppDelegate.h"
 
+#include "hotkeys/HotkeyManager.h"
 #include "integration/AppURLRouter.h"
 #include "kit/LoginItemService.h"
 #include "kit/Logging.h"
+#include "kit/NotificationCenter.h"
 #include "kit/Translations.h"
 #include "kit/UserDefaults.h"
 #include "menubar/MenuBarController.h"
@@ -13,6 +15,7 @@
 #include "persistence/TaskRepository.h"
 #include "platform/AppearancePortal.h"
 #include "platform/DayChangeObserver.h"
+#include "platform/HotkeyBackendChooser.h"
 #include "platform/LazyChimeLibrary.h"
 #include "services/ActiveTaskService.h"
 #include "services/CountdownService.h"
@@ -23,6 +26,7 @@
 #include "services/TaskCompletionFlow.h"
 #include "settings/AppSettingsStore.h"
 #include "views/OnboardingCoordinator.h"
+#include "views/PopoverKeyMonitor.h"
 #include "views/PopoverManager.h"
 #include "views/PopoverModel.h"
 #include "views/QuickAddDraft.h"
@@ -32,6 +36,7 @@
 #include "views/UiEngine.h"
 
 #include <QCoreApplication>
+#include <QDBusConnection>
 #include <QSettings>
 #include <QTimer>
 
@@ -146,8 +151,27 @@ void AppDelegate::installMainInterface()
             &MenuBarController::panelThemeChanged);
     m_menuBarController->install();
 
-    // 2. Global hot keys, 3. the notification action router, 4. the idle
-    // monitor, 5. the widget surface and 6. the rating prompt join here.
+    // 2. Global hot keys through whatever this desktop offers; the popover
+    // and the quick-add window answer "Tarnwell.hotkey.fired".
+    m_notifications = std::make_unique<NotificationCenter>();
+    m_popover->observeHotkeys(*m_notifications);
+    m_quickAdd->observeHotkeys(*m_notifications);
+    m_hotkeyBackend = platform::chooseHotkeyBackend(QDBusConnection::sessionBus());
+    m_popoverKeys = std::make_unique<PopoverKeyMonitor>(*m_popover, *m_notifications);
+    m_hotkeys = std::make_unique<HotkeyManager>(*m_settings, *m_notifications, m_hotkeyBackend.get(), m_popoverKeys.get());
+    connect(m_hotkeys.get(), &HotkeyManager::takenBySystem, this, [this](HotkeyAction action, const RecordedHotkey &hotkey) {
+        // Told in the popover, now or the next time it opens.
+        const QString message = HotkeyManager::takenMessage(action, hotkey);
+        if (m_popover->isVisible())
+            m_popoverModel->showToast(message);
+        else
+            connect(m_popover.get(), &PopoverManager::shown, m_popoverModel.get(),
+                    [model = m_popoverModel.get(), message] { model->showToast(message); }, Qt::SingleShotConnection);
+    });
+    m_hotkeys->reload();
+
+    // 3. The notification action router, 4. the idle monitor, 5. the widget
+    // surface and 6. the rating prompt join here.
 
     // 7. The day's repeating routines, then a fresh queue.
     applyDueRoutines();
@@ -256,7 +280,13 @@ void AppDelegate::applicationWillTerminate()
         return;
     m_terminated = true;
     // The reverse of installing: hot keys, then the status item, then the widget surface.
-    qCInfo(lcHotkeys).noquote() << QStringLiteral("Unregistered all global hotkeys");
+    if (m_hotkeys) {
+        m_hotkeys->unregisterAll();
+        qCInfo(lcHotkeys).noquote() << QStringLiteral("Unregistered all global hotkeys");
+    }
+    m_hotkeys.reset();
+    m_popoverKeys.reset();
+    m_hotkeyBackend.reset();
     m_menuBarController.reset();
     qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
     qCInfo(lcWidget).noquote() << QStringLiteral("Stopped the widget surface");

@@ -18,6 +18,10 @@ class AppURLRouter;
 class ChimeLibrary;
 class CountdownService;
 class DurationCompletionNotifier;
+class GlobalHotkeyBackend;
+class HotkeyManager;
+class NotificationCenter;
+class PopoverKeyMonitor;
 class SoundService;
 class DayRepository;
 class LoginItemService;
@@ -77,6 +81,7 @@ public:
     PopoverManager *popoverManager() const { return m_popover.get(); }
     QuickAddWindowController *quickAddController() const { return m_quickAdd.get(); }
     RoutinesWindowController *routinesController() const { return m_routinesWindow.get(); }
+    HotkeyManager *hotkeyManager() const { return m_hotkeys.get(); }
 
 Q_SIGNALS:
     void interfaceInstalled();
@@ -121,6 +126,10 @@ private:
     std::unique_ptr<AppURLRouter> m_urlRouter;
     std::unique_ptr<platform::DayChangeObserver> m_dayChange;
     std::unique_ptr<MenuBarController> m_menuBarController;
+    std::unique_ptr<NotificationCenter> m_notifications;
+    std::unique_ptr<GlobalHotkeyBackend> m_hotkeyBackend;
+    std::unique_ptr<PopoverKeyMonitor> m_popoverKeys;
+    std::unique_ptr<HotkeyManager> m_hotkeys;
 
     bool m_launched = false;
     bool m_appUIInstalled = false;
