@@ -46,12 +46,13 @@ QString actionTitle(HotkeyAction action)
 const std::array<BuiltInShortcut, 6> &builtInShortcuts()
 {
     // Keys that a text field does not use, so they work while typing in the
-    // add field: Ctrl with a letter it has no meaning for, Alt with arrows
-    // and Home as in a browser's history.
+    // add field (on X11 Ctrl+D, Ctrl+E and Ctrl+K edit text): Ctrl with Return
+    // or a letter it has no meaning for, Alt with arrows and Home as in a
+    // browser's history.
     static const std::array<BuiltInShortcut, 6> table{{
         //: Label of the fixed popover shortcut that completes the task in hand
         //% "Complete active task"
-        {HotkeyAction::completeActive, "Ctrl+D", QT_TRID_NOOP("settings.hotkeys.builtIn.complete")},
+        {HotkeyAction::completeActive, "Ctrl+Return", QT_TRID_NOOP("settings.hotkeys.builtIn.complete")},
         //: Label of the fixed popover shortcut that puts the cursor in the add field
         //% "Add new task"
         {HotkeyAction::addTask, "Ctrl+N", QT_TRID_NOOP("settings.hotkeys.builtIn.addTask")},

@@ -120,7 +120,7 @@ private Q_SLOTS:
         // Typing went on undisturbed.
         QCOMPARE(window->activeFocusItem()->property("text").toString(), QStringLiteral("x"));
 
-        QTest::keyClick(window, Qt::Key_D, Qt::ControlModifier);
+        QTest::keyClick(window, Qt::Key_Return, Qt::ControlModifier);
         QTRY_COMPARE(w.f.titles(0), QStringList());
 
         w.monitor.remove();
