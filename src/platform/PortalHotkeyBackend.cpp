@@ -99,7 +99,7 @@ PortalHotkeyBackend::PortalHotkeyBackend(const QDBusConnection &bus, QObject *pa
     qDBusRegisterMetaType<PortalShortcut>();
     qDBusRegisterMetaType<QList<PortalShortcut>>();
     m_bus.connect(portalService, portalPath, shortcutsInterface, QStringLiteral("Activated"), this,
-                  SLOT(onActivated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
+                  SLOT(onActivated(QDBusMessage)));
 }
 
 PortalHotkeyBackend::~PortalHotkeyBackend()
@@ -218,12 +218,12 @@ void PortalHotkeyBackend::onBound(uint response, const QVariantMap &results)
     }
 }
 
-void PortalHotkeyBackend::onActivated(const QDBusObjectPath &session, const QString &shortcutId, qulonglong,
-                                      const QVariantMap &)
+void PortalHotkeyBackend::onActivated(const QDBusMessage &message)
 {
-    if (session.path() != m_session)
+    const QVariantList arguments = message.arguments();
+    if (arguments.size() < 2 || arguments[0].value<QDBusObjectPath>().path() != m_session)
         return;
-    if (const auto action = hotkeyActionFromRaw(shortcutId))
+    if (const auto action = hotkeyActionFromRaw(arguments[1].toString()))
         Q_EMIT pressed(*action);
 }
 

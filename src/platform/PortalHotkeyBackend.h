@@ -3,6 +3,7 @@
 #include "hotkeys/GlobalHotkeyBackend.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QVariantMap>
 
@@ -31,8 +32,8 @@ public:
 private Q_SLOTS:
     void onSessionCreated(uint response, const QVariantMap &results);
     void onBound(uint response, const QVariantMap &results);
-    void onActivated(const QDBusObjectPath &session, const QString &shortcutId, qulonglong timestamp,
-                     const QVariantMap &options);
+    // Activated(o session_handle, s shortcut_id, t timestamp, a{sv} options)
+    void onActivated(const QDBusMessage &message);
 
 private:
     QString nextRequestPath(QString *token);

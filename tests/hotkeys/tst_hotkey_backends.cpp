@@ -194,7 +194,7 @@ public:
         if (portal) {
             m_bus.registerObject(portalPath, &m_portal, QDBusConnection::ExportAdaptors);
             m_bus.registerObject(portalPath + QStringLiteral("/session/x/tarnwell_session1"), &m_session1, QDBusConnection::ExportAdaptors);
-            m_bus.registerObject(portalPath + QStringLiteral("/session/x/tarnwell_session2"), &m_session2, QDBusConnection::ExportAdaptors);
+            m_bus.registerObject(portalPath + QStringLiteral("/session/x/tarnwell_session3"), &m_session2, QDBusConnection::ExportAdaptors);
             m_bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
         }
         if (kglobalaccel) {
@@ -209,9 +209,14 @@ public:
         m_bus.unregisterService(QStringLiteral("org.kde.kglobalaccel"));
         const QStringList paths{portalPath, QStringLiteral("/kglobalaccel"), QStringLiteral("/component/org_tarnwell_Tarnwell"),
                                 portalPath + QStringLiteral("/session/x/tarnwell_session1"),
-                                portalPath + QStringLiteral("/session/x/tarnwell_session2")};
+                                portalPath + QStringLiteral("/session/x/tarnwell_session3")};
         for (const QString &path : paths)
             m_bus.unregisterObject(path);
+        // Back to the test's thread, so they end where they are destroyed.
+        QMetaObject::invokeMethod(&m_portal, [this] {
+            for (QObject *o : {&m_portal, &m_session1, &m_session2, &m_accel, &m_component})
+                o->moveToThread(QCoreApplication::instance()->thread());
+        }, Qt::BlockingQueuedConnection);
         m_thread.quit();
         m_thread.wait();
         QDBusConnection::disconnectFromBus(QStringLiteral("desktop"));
@@ -262,7 +267,7 @@ private Q_SLOTS:
         const QString session1 = portalPath + QStringLiteral("/session/x/tarnwell_session1");
         QTRY_COMPARE(desktop.log.read(), (QStringList{QStringLiteral("CreateSession ") + session1,
                                                       QStringLiteral("BindShortcuts ") + session1 +
-                                                          QStringLiteral(" togglePopover=LOGO+SHIFT+j quickAdd=LOGO+SHIFT+a")}));
+                                                          QStringLiteral(" togglePopover=SHIFT+LOGO+j quickAdd=SHIFT+LOGO+a")}));
 
         desktop.inThread(desktop.portalAdaptor, [&] {
             Q_EMIT desktop.portalAdaptor->Activated(QDBusObjectPath(portalPath + QStringLiteral("/session/x/other")),
@@ -279,7 +284,7 @@ private Q_SLOTS:
         QCOMPARE(taken[0][0].value<HotkeyAction>(), HotkeyAction::quickAdd);
         const QStringList calls = desktop.log.read();
         QCOMPARE(calls.mid(2, 2), (QStringList{QStringLiteral("Close ") + session1,
-                                               QStringLiteral("CreateSession ") + portalPath + QStringLiteral("/session/x/tarnwell_session2")}));
+                                               QStringLiteral("CreateSession ") + portalPath + QStringLiteral("/session/x/tarnwell_session3")}));
         QVERIFY(calls.value(4).endsWith(QStringLiteral("quickAdd=CTRL+ALT+space")));
     }
 

@@ -78,35 +78,25 @@ private Q_SLOTS:
         row("blanks everywhere", QStringLiteral("  Ctrl + Alt + Space \t"), combo(HotkeyKey::space, Mod::control | Mod::option));
         row("long words", QStringLiteral("command+option+control+shift+tab"),
             combo(HotkeyKey::tab, Mod::command | Mod::option | Mod::control | Mod::shift));
-        row("opt", QStringLiteral("opt+1"), combo(HotkeyKey::digit1, Mod::option));
         row("empty pieces dropped", QStringLiteral("cmd++j+"), combo(HotkeyKey::j, Mod::command));
         row("blank modifier adds nothing", QStringLiteral("cmd+ \t +j"), combo(HotkeyKey::j, Mod::command));
         row("unknown word skipped", QStringLiteral("hyper+k"), combo(HotkeyKey::k));
-        row("repeated word", QStringLiteral("shift+shift+0"), combo(HotkeyKey::digit0, Mod::shift));
         row("no modifier", QStringLiteral("j"), combo(HotkeyKey::j));
         row("h", QStringLiteral("cmd+shift+h"), combo(HotkeyKey::h, Mod::command | Mod::shift));
         row("m", QStringLiteral("cmd+shift+m"), combo(HotkeyKey::m, Mod::command | Mod::shift));
         row("w", QStringLiteral("cmd+shift+w"), combo(HotkeyKey::w, Mod::command | Mod::shift));
-        row("z and 9", QStringLiteral("alt+z"), combo(HotkeyKey::z, Mod::option));
         row("enter is return", QStringLiteral("ctrl+enter"), combo(HotkeyKey::returnKey, Mod::control));
-        row("return", QStringLiteral("ctrl+Return"), combo(HotkeyKey::returnKey, Mod::control));
         row("esc is escape", QStringLiteral("esc"), combo(HotkeyKey::escape));
-        row("escape", QStringLiteral("shift+escape"), combo(HotkeyKey::escape, Mod::shift));
-        row("delete", QStringLiteral("ctrl+delete"), combo(HotkeyKey::deleteKey, Mod::control));
         row("arrows", QStringLiteral("alt+up"), combo(HotkeyKey::up, Mod::option));
-        row("right", QStringLiteral("alt+RIGHT"), combo(HotkeyKey::right, Mod::option));
         row("cmd+ has cmd as key", QStringLiteral("cmd+"), std::nullopt);
         row("f5", QStringLiteral("cmd+shift+f5"), std::nullopt);
         row("blank key", QStringLiteral("cmd+ "), std::nullopt);
-        row("blank key in the middle", QStringLiteral("cmd+\t+ "), std::nullopt);
         row("empty", QString(), std::nullopt);
         row("only blanks", QStringLiteral(" \t "), std::nullopt);
         row("only plus", QStringLiteral("+++"), std::nullopt);
         row("line break is not trimmed", QStringLiteral("cmd+j\n"), std::nullopt);
-        row("two letters", QStringLiteral("cmd+jj"), std::nullopt);
         row("punctuation", QStringLiteral("cmd+,"), std::nullopt);
         row("letter outside a-z", QStringLiteral("ctrl+\u00e9"), std::nullopt);
-        row("modifier alone", QStringLiteral("shift"), std::nullopt);
     }
     void grammar()
     {
@@ -155,18 +145,6 @@ private Q_SLOTS:
         // Unparseable wins over a duplicate of two broken texts.
         QCOMPARE(HotkeyConflict::check(QStringLiteral("f5"), QStringLiteral("f5"))->reason, Reason::unparseable);
         QVERIFY(second->message().contains(QStringLiteral("cmd+shift+f5")));
-    }
-
-    void actionNamesRoundTrip()
-    {
-        const QStringList names{QStringLiteral("togglePopover"), QStringLiteral("quickAdd"), QStringLiteral("completeActive"),
-                                QStringLiteral("addTask"), QStringLiteral("dayPrev"), QStringLiteral("dayNext"),
-                                QStringLiteral("jumpToToday"), QStringLiteral("openReview")};
-        for (int i = 0; i < names.size(); ++i) {
-            QCOMPARE(rawValue(HotkeyAction(i)), names[i]);
-            QCOMPARE(hotkeyActionFromRaw(names[i]), HotkeyAction(i));
-        }
-        QCOMPARE(hotkeyActionFromRaw(QStringLiteral("TogglePopover")), std::nullopt);
     }
 
     void reloadRegistersBothAndAnnouncesPresses()

@@ -60,6 +60,8 @@ class PopoverShortcutsTest : public QObject
 private Q_SLOTS:
     void fixedKeysLeaveTextEditingAlone()
     {
+        Translations english;
+        QVERIFY(english.install(QStringLiteral("en")));
         const QList<QKeySequence::StandardKey> editing{
             QKeySequence::Copy, QKeySequence::Cut, QKeySequence::Paste, QKeySequence::Undo, QKeySequence::Redo,
             QKeySequence::SelectAll, QKeySequence::Delete, QKeySequence::Backspace, QKeySequence::DeleteStartOfWord,
