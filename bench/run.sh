@@ -12,9 +12,9 @@ for program in "$build"/bench/*_bench; do
   [ -x "$program" ] || continue
   name=$(basename "$program")
   # Each program runs in its own throw-away XDG folders, like the tests.
-  # The program-level bench needs a display for its windows.
+  # The program-level and hot-key benches need a display for their windows.
   flags=(--bus)
-  [ "$name" = app_bench ] && flags+=(--display)
+  case "$name" in app_bench|hotkey_bench) flags+=(--display) ;; esac
   if ! "$here/../tests/harness/isolate.sh" "${flags[@]}" -- "$program" >"$out/$name.out" 2>"$out/$name.log"; then
     echo "$name failed; see $out/$name.log" >&2
     status=1

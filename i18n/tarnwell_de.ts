@@ -715,5 +715,110 @@
         <extracomment>Resume the auto-paused timer</extracomment>
         <translation>Fortsetzen</translation>
     </message>
+    <message id="settings.hotkeys.togglePopover">
+        <source>Open or close Tarnwell</source>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
+        <translation>Tarnwell öffnen oder schließen</translation>
+    </message>
+    <message id="settings.hotkeys.quickAdd">
+        <source>Quick add a task</source>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
+        <translation>Schnell eine Aufgabe hinzufügen</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.complete">
+        <source>Complete active task</source>
+        <extracomment>Label of the fixed popover shortcut that completes the task in hand</extracomment>
+        <translation>Aktive Aufgabe abschließen</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.addTask">
+        <source>Add new task</source>
+        <extracomment>Label of the fixed popover shortcut that puts the cursor in the add field</extracomment>
+        <translation>Neue Aufgabe hinzufügen</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.dayPrev">
+        <source>Previous day</source>
+        <extracomment>Label of the fixed popover shortcut that shows the day before</extracomment>
+        <translation>Vorheriger Tag</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.dayNext">
+        <source>Next day</source>
+        <extracomment>Label of the fixed popover shortcut that shows the day after</extracomment>
+        <translation>Nächster Tag</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.today">
+        <source>Go to today</source>
+        <extracomment>Label of the fixed popover shortcut that goes back to today</extracomment>
+        <translation>Zu heute springen</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.review">
+        <source>Open the Review window</source>
+        <extracomment>Label of the fixed popover shortcut that opens the review window</extracomment>
+        <translation>Rückblick-Fenster öffnen</translation>
+    </message>
+    <message id="error.hotkey.conflict">
+        <source>Both hot keys are set to %1. Choose a different combination for one of them.</source>
+        <extracomment>Shown when two settings are bound to the same hotkey combination</extracomment>
+        <translation>Beide Tastenkürzel sind auf %1 gesetzt. Wähle für eines davon eine andere Kombination.</translation>
+    </message>
+    <message id="error.hotkey.unparseable">
+        <source>&quot;%1&quot; is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
+        <extracomment>Shown when a hotkey string can&apos;t be parsed into a combination</extracomment>
+        <translation>„%1“ ist keine Tastenkombination. Verwende Sondertasten und einen Buchstaben, eine Ziffer oder eine benannte Taste, zum Beispiel cmd+shift+j.</translation>
+    </message>
+    <message id="error.hotkey.takenBySystem">
+        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop&apos;s keyboard settings.</source>
+        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination (&quot;Super+Shift+J&quot;), %2 what it was meant to do (&quot;Quick add a task&quot;)</extracomment>
+        <translation>%1 wird schon vom Desktop oder einem anderen Programm verwendet und kann daher nicht das Tastenkürzel für „%2“ sein. Wähle eine andere Kombination oder gib sie in den Tastatureinstellungen des Desktops frei.</translation>
+    </message>
+    <message id="hotkey.modifier.super">
+        <source>Super+</source>
+        <extracomment>The Super (logo, &quot;Windows&quot;) key in a shown key combination, with its joining &quot;+&quot;</extracomment>
+        <translation>Super+</translation>
+    </message>
+    <message id="hotkey.modifier.shift">
+        <source>Shift+</source>
+        <extracomment>The Shift key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
+        <translation>Umschalt+</translation>
+    </message>
+    <message id="hotkey.modifier.alt">
+        <source>Alt+</source>
+        <extracomment>The Alt key in a shown key combination, with its joining &quot;+&quot;</extracomment>
+        <translation>Alt+</translation>
+    </message>
+    <message id="hotkey.modifier.ctrl">
+        <source>Ctrl+</source>
+        <extracomment>The Control key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
+        <translation>Strg+</translation>
+    </message>
+    <message id="hotkey.key.return">
+        <source>Enter</source>
+        <extracomment>The Return/Enter key in a shown key combination, as keyboards of the language label it</extracomment>
+        <translation>Eingabe</translation>
+    </message>
+    <message id="hotkey.key.escape">
+        <source>Esc</source>
+        <extracomment>The Escape key in a shown key combination, as keyboards of the language label it</extracomment>
+        <translation>Esc</translation>
+    </message>
+    <message id="hotkey.key.tab">
+        <source>Tab</source>
+        <extracomment>The Tab key in a shown key combination</extracomment>
+        <translation>Tab</translation>
+    </message>
+    <message id="hotkey.key.space">
+        <source>Space</source>
+        <extracomment>The space bar in a shown key combination</extracomment>
+        <translation>Leertaste</translation>
+    </message>
+    <message id="hotkey.key.delete">
+        <source>Delete</source>
+        <extracomment>The Delete key in a shown key combination, as keyboards of the language label it</extracomment>
+        <translation>Entf</translation>
+    </message>
+    <message id="hotkey.kde.component">
+        <source>Tarnwell</source>
+        <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
+        <translation>Tarnwell</translation>
+    </message>
 </context>
 </TS>

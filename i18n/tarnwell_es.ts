@@ -715,5 +715,110 @@
         <extracomment>Resume the auto-paused timer</extracomment>
         <translation>Reanudar</translation>
     </message>
+    <message id="settings.hotkeys.togglePopover">
+        <source>Open or close Tarnwell</source>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
+        <translation>Abrir o cerrar Tarnwell</translation>
+    </message>
+    <message id="settings.hotkeys.quickAdd">
+        <source>Quick add a task</source>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
+        <translation>Añadir una tarea rápidamente</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.complete">
+        <source>Complete active task</source>
+        <extracomment>Label of the fixed popover shortcut that completes the task in hand</extracomment>
+        <translation>Completar la tarea activa</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.addTask">
+        <source>Add new task</source>
+        <extracomment>Label of the fixed popover shortcut that puts the cursor in the add field</extracomment>
+        <translation>Añadir una tarea nueva</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.dayPrev">
+        <source>Previous day</source>
+        <extracomment>Label of the fixed popover shortcut that shows the day before</extracomment>
+        <translation>Día anterior</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.dayNext">
+        <source>Next day</source>
+        <extracomment>Label of the fixed popover shortcut that shows the day after</extracomment>
+        <translation>Día siguiente</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.today">
+        <source>Go to today</source>
+        <extracomment>Label of the fixed popover shortcut that goes back to today</extracomment>
+        <translation>Ir a hoy</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.review">
+        <source>Open the Review window</source>
+        <extracomment>Label of the fixed popover shortcut that opens the review window</extracomment>
+        <translation>Abrir la ventana de revisión</translation>
+    </message>
+    <message id="error.hotkey.conflict">
+        <source>Both hot keys are set to %1. Choose a different combination for one of them.</source>
+        <extracomment>Shown when two settings are bound to the same hotkey combination</extracomment>
+        <translation>Los dos atajos están configurados como %1. Elige otra combinación para uno de ellos.</translation>
+    </message>
+    <message id="error.hotkey.unparseable">
+        <source>&quot;%1&quot; is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
+        <extracomment>Shown when a hotkey string can&apos;t be parsed into a combination</extracomment>
+        <translation>«%1» no es una combinación de teclas. Usa modificadores y una letra, un dígito o una tecla con nombre, por ejemplo cmd+shift+j.</translation>
+    </message>
+    <message id="error.hotkey.takenBySystem">
+        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop&apos;s keyboard settings.</source>
+        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination (&quot;Super+Shift+J&quot;), %2 what it was meant to do (&quot;Quick add a task&quot;)</extracomment>
+        <translation>%1 ya lo usa el escritorio u otro programa, así que no puede ser el atajo de «%2». Elige otra combinación o libérala en los ajustes de teclado del escritorio.</translation>
+    </message>
+    <message id="hotkey.modifier.super">
+        <source>Super+</source>
+        <extracomment>The Super (logo, &quot;Windows&quot;) key in a shown key combination, with its joining &quot;+&quot;</extracomment>
+        <translation>Super+</translation>
+    </message>
+    <message id="hotkey.modifier.shift">
+        <source>Shift+</source>
+        <extracomment>The Shift key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
+        <translation>Mayús+</translation>
+    </message>
+    <message id="hotkey.modifier.alt">
+        <source>Alt+</source>
+        <extracomment>The Alt key in a shown key combination, with its joining &quot;+&quot;</extracomment>
+        <translation>Alt+</translation>
+    </message>
+    <message id="hotkey.modifier.ctrl">
+        <source>Ctrl+</source>
+        <extracomment>The Control key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
+        <translation>Ctrl+</translation>
+    </message>
+    <message id="hotkey.key.return">
+        <source>Enter</source>
+        <extracomment>The Return/Enter key in a shown key combination, as keyboards of the language label it</extracomment>
+        <translation>Intro</translation>
+    </message>
+    <message id="hotkey.key.escape">
+        <source>Esc</source>
+        <extracomment>The Escape key in a shown key combination, as keyboards of the language label it</extracomment>
+        <translation>Esc</translation>
+    </message>
+    <message id="hotkey.key.tab">
+        <source>Tab</source>
+        <extracomment>The Tab key in a shown key combination</extracomment>
+        <translation>Tab</translation>
+    </message>
+    <message id="hotkey.key.space">
+        <source>Space</source>
+        <extracomment>The space bar in a shown key combination</extracomment>
+        <translation>Espacio</translation>
+    </message>
+    <message id="hotkey.key.delete">
+        <source>Delete</source>
+        <extracomment>The Delete key in a shown key combination, as keyboards of the language label it</extracomment>
+        <translation>Supr</translation>
+    </message>
+    <message id="hotkey.kde.component">
+        <source>Tarnwell</source>
+        <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
+        <translation>Tarnwell</translation>
+    </message>
 </context>
 </TS>

@@ -701,5 +701,110 @@
         <extracomment>Resume the auto-paused timer</extracomment>
         <translation>Devam et</translation>
     </message>
+    <message id="settings.hotkeys.togglePopover">
+        <source>Open or close Tarnwell</source>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
+        <translation>Tarnwell’i aç ya da kapat</translation>
+    </message>
+    <message id="settings.hotkeys.quickAdd">
+        <source>Quick add a task</source>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
+        <translation>Hızlıca görev ekle</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.complete">
+        <source>Complete active task</source>
+        <extracomment>Label of the fixed popover shortcut that completes the task in hand</extracomment>
+        <translation>Etkin görevi tamamla</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.addTask">
+        <source>Add new task</source>
+        <extracomment>Label of the fixed popover shortcut that puts the cursor in the add field</extracomment>
+        <translation>Yeni görev ekle</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.dayPrev">
+        <source>Previous day</source>
+        <extracomment>Label of the fixed popover shortcut that shows the day before</extracomment>
+        <translation>Önceki gün</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.dayNext">
+        <source>Next day</source>
+        <extracomment>Label of the fixed popover shortcut that shows the day after</extracomment>
+        <translation>Sonraki gün</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.today">
+        <source>Go to today</source>
+        <extracomment>Label of the fixed popover shortcut that goes back to today</extracomment>
+        <translation>Bugüne git</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.review">
+        <source>Open the Review window</source>
+        <extracomment>Label of the fixed popover shortcut that opens the review window</extracomment>
+        <translation>Değerlendirme penceresini aç</translation>
+    </message>
+    <message id="error.hotkey.conflict">
+        <source>Both hot keys are set to %1. Choose a different combination for one of them.</source>
+        <extracomment>Shown when two settings are bound to the same hotkey combination</extracomment>
+        <translation>İki kısayol tuşu da %1 olarak ayarlı. Birisi için başka bir tuş bileşimi seç.</translation>
+    </message>
+    <message id="error.hotkey.unparseable">
+        <source>&quot;%1&quot; is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
+        <extracomment>Shown when a hotkey string can&apos;t be parsed into a combination</extracomment>
+        <translation>&quot;%1&quot; bir tuş bileşimi değil. Değiştirici tuşlar ve tek bir harf, rakam ya da adlandırılmış tuş kullan; örneğin cmd+shift+j.</translation>
+    </message>
+    <message id="error.hotkey.takenBySystem">
+        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop&apos;s keyboard settings.</source>
+        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination (&quot;Super+Shift+J&quot;), %2 what it was meant to do (&quot;Quick add a task&quot;)</extracomment>
+        <translation>%1 zaten masaüstü ya da başka bir program tarafından kullanılıyor, bu yüzden “%2” için kısayol olamaz. Başka bir bileşim seç ya da masaüstünün klavye ayarlarında onu serbest bırak.</translation>
+    </message>
+    <message id="hotkey.modifier.super">
+        <source>Super+</source>
+        <extracomment>The Super (logo, &quot;Windows&quot;) key in a shown key combination, with its joining &quot;+&quot;</extracomment>
+        <translation>Super+</translation>
+    </message>
+    <message id="hotkey.modifier.shift">
+        <source>Shift+</source>
+        <extracomment>The Shift key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
+        <translation>Üst Karakter+</translation>
+    </message>
+    <message id="hotkey.modifier.alt">
+        <source>Alt+</source>
+        <extracomment>The Alt key in a shown key combination, with its joining &quot;+&quot;</extracomment>
+        <translation>Alt+</translation>
+    </message>
+    <message id="hotkey.modifier.ctrl">
+        <source>Ctrl+</source>
+        <extracomment>The Control key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
+        <translation>Ctrl+</translation>
+    </message>
+    <message id="hotkey.key.return">
+        <source>Enter</source>
+        <extracomment>The Return/Enter key in a shown key combination, as keyboards of the language label it</extracomment>
+        <translation>Enter</translation>
+    </message>
+    <message id="hotkey.key.escape">
+        <source>Esc</source>
+        <extracomment>The Escape key in a shown key combination, as keyboards of the language label it</extracomment>
+        <translation>Esc</translation>
+    </message>
+    <message id="hotkey.key.tab">
+        <source>Tab</source>
+        <extracomment>The Tab key in a shown key combination</extracomment>
+        <translation>Sekme</translation>
+    </message>
+    <message id="hotkey.key.space">
+        <source>Space</source>
+        <extracomment>The space bar in a shown key combination</extracomment>
+        <translation>Boşluk</translation>
+    </message>
+    <message id="hotkey.key.delete">
+        <source>Delete</source>
+        <extracomment>The Delete key in a shown key combination, as keyboards of the language label it</extracomment>
+        <translation>Sil</translation>
+    </message>
+    <message id="hotkey.kde.component">
+        <source>Tarnwell</source>
+        <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
+        <translation>Tarnwell</translation>
+    </message>
 </context>
 </TS>

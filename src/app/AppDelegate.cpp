@@ -1,8 +1,10 @@
 #include "AppDelegate.h"
 
+#include "hotkeys/HotkeyManager.h"
 #include "integration/AppURLRouter.h"
 #include "kit/LoginItemService.h"
 #include "kit/Logging.h"
+#include "kit/NamedNotifications.h"
 #include "kit/Translations.h"
 #include "kit/UserDefaults.h"
 #include "menubar/MenuBarController.h"
@@ -16,6 +18,7 @@
 #include "platform/FreedesktopNotifications.h"
 #include "platform/IdleTimeSources.h"
 #include "platform/LinuxSessionEvents.h"
+#include "platform/HotkeyBackendChooser.h"
 #include "platform/LazyChimeLibrary.h"
 #include "services/ActiveTaskService.h"
 #include "services/CountdownService.h"
@@ -30,6 +33,7 @@
 #include "settings/AppSettingsStore.h"
 #include "views/AwayBanner.h"
 #include "views/OnboardingCoordinator.h"
+#include "views/PopoverKeyMonitor.h"
 #include "views/PopoverManager.h"
 #include "views/PopoverModel.h"
 #include "views/QuickAddDraft.h"
@@ -40,6 +44,7 @@
 
 #include <QCoreApplication>
 #include <QHash>
+#include <QDBusConnection>
 #include <QSettings>
 #include <QTimer>
 
@@ -156,8 +161,27 @@ void AppDelegate::installMainInterface()
             &MenuBarController::panelThemeChanged);
     m_menuBarController->install();
 
-    // 2. Global hot keys, 3. the notification action router, 4. the idle
-    // monitor, 5. the widget surface and 6. the rating prompt join here.
+    // 2. Global hot keys through whatever this desktop offers; the popover
+    // and the quick-add window answer "Tarnwell.hotkey.fired".
+    m_notifications = std::make_unique<NamedNotifications>();
+    m_popover->observeHotkeys(*m_notifications);
+    m_quickAdd->observeHotkeys(*m_notifications);
+    m_hotkeyBackend = platform::chooseHotkeyBackend(QDBusConnection::sessionBus());
+    m_popoverKeys = std::make_unique<PopoverKeyMonitor>(*m_popover, *m_notifications);
+    m_hotkeys = std::make_unique<HotkeyManager>(*m_settings, *m_notifications, m_hotkeyBackend.get(), m_popoverKeys.get());
+    connect(m_hotkeys.get(), &HotkeyManager::takenBySystem, this, [this](HotkeyAction action, const RecordedHotkey &hotkey) {
+        // Told in the popover, now or the next time it opens.
+        const QString message = HotkeyManager::takenMessage(action, hotkey);
+        if (m_popover->isVisible())
+            m_popoverModel->showToast(message);
+        else
+            connect(m_popover.get(), &PopoverManager::shown, m_popoverModel.get(),
+                    [model = m_popoverModel.get(), message] { model->showToast(message); }, Qt::SingleShotConnection);
+    });
+    m_hotkeys->reload();
+
+    // 3. The notification action router, 4. the idle monitor, 5. the widget
+    // surface and 6. the rating prompt join here.
 
     // 3. The notification action router: done, extend, or the popover.
     m_notificationRouter = std::make_unique<NotificationActionRouter>(*m_notificationCenter, *m_activeTasks, *m_sounds,
@@ -313,6 +337,13 @@ void AppDelegate::applicationWillTerminate()
         return;
     m_terminated = true;
     // The reverse of installing. Each line is logged only for what existed.
+    if (m_hotkeys) {
+        m_hotkeys->unregisterAll();
+        qCInfo(lcHotkeys).noquote() << QStringLiteral("Unregistered all global hotkeys");
+    }
+    m_hotkeys.reset();
+    m_popoverKeys.reset();
+    m_hotkeyBackend.reset();
     if (m_menuBarController) {
         m_menuBarController.reset();
         qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");

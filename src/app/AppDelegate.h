@@ -21,6 +21,10 @@ class AwayBanner;
 class DurationCompletionNotifier;
 class IdleMonitor;
 class NotificationActionRouter;
+class GlobalHotkeyBackend;
+class HotkeyManager;
+class NamedNotifications;
+class PopoverKeyMonitor;
 class SoundService;
 class DayRepository;
 class LoginItemService;
@@ -84,6 +88,7 @@ public:
     PopoverManager *popoverManager() const { return m_popover.get(); }
     QuickAddWindowController *quickAddController() const { return m_quickAdd.get(); }
     RoutinesWindowController *routinesController() const { return m_routinesWindow.get(); }
+    HotkeyManager *hotkeyManager() const { return m_hotkeys.get(); }
 
 Q_SIGNALS:
     void interfaceInstalled();
@@ -136,6 +141,10 @@ private:
     std::unique_ptr<platform::LinuxSessionEvents> m_sessionEvents;
     std::unique_ptr<IdleMonitor> m_idleMonitor;
     std::unique_ptr<AwayBanner> m_awayBanner;
+    std::unique_ptr<NamedNotifications> m_notifications;
+    std::unique_ptr<GlobalHotkeyBackend> m_hotkeyBackend;
+    std::unique_ptr<PopoverKeyMonitor> m_popoverKeys;
+    std::unique_ptr<HotkeyManager> m_hotkeys;
 
     bool m_launched = false;
     bool m_appUIInstalled = false;

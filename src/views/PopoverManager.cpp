@@ -5,7 +5,9 @@
 
 #include "PopoverModel.h"
 #include "UiEngine.h"
+#include "hotkeys/HotkeyManager.h"
 #include "kit/Logging.h"
+#include "kit/NamedNotifications.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -113,6 +115,49 @@ void PopoverManager::show(const QPoint &anchor)
     if (!wasVisible) {
         qCInfo(lcMenuBar).noquote() << QStringLiteral("Popover shown");
         Q_EMIT shown();
+    }
+}
+
+void PopoverManager::observeHotkeys(NamedNotifications &center)
+{
+    center.observe(QString::fromLatin1(HotkeyManager::Constants::firedNotification), this, [this](const QVariantMap &info) {
+        onHotkey(info.value(QString::fromLatin1(HotkeyManager::Constants::actionKey)).toString());
+    });
+}
+
+void PopoverManager::onHotkey(const QString &name)
+{
+    const auto action = hotkeyActionFromRaw(name);
+    if (!action)
+        return;
+    if (*action == HotkeyAction::togglePopover) {
+        toggle();
+        return;
+    }
+    if (!isVisible())
+        return;
+    switch (*action) {
+    case HotkeyAction::completeActive:
+        m_model.completeTaskInHand();
+        break;
+    case HotkeyAction::addTask:
+        QMetaObject::invokeMethod(m_window, "focusAddField");
+        break;
+    case HotkeyAction::dayPrev:
+        m_model.previousDay();
+        break;
+    case HotkeyAction::dayNext:
+        m_model.nextDay();
+        break;
+    case HotkeyAction::jumpToToday:
+        m_model.today();
+        break;
+    case HotkeyAction::openReview:
+        // There is no review window yet; the request is only logged.
+        qCInfo(lcMenuBar).noquote() << QStringLiteral("Review requested; there is no review window yet");
+        break;
+    default:
+        break;
     }
 }
 

@@ -9,6 +9,7 @@ class QScreen;
 
 namespace tarnwell {
 
+class NamedNotifications;
 class PopoverModel;
 class UiEngine;
 
@@ -31,6 +32,10 @@ public:
     PopoverModel &model() const { return m_model; }
     QQuickWindow *window() const;
 
+    // Hot keys: "togglePopover" opens or closes the popover; the fixed
+    // shortcuts act on it while it is shown.
+    void observeHotkeys(NamedNotifications &center);
+
     void show(const QPoint &anchor = {});
     void toggle(const QPoint &anchor = {});
     Q_INVOKABLE void hide();
@@ -52,6 +57,7 @@ Q_SIGNALS:
 
 private:
     bool ensureWindow();
+    void onHotkey(const QString &action);
 
     PopoverModel &m_model;
     UiEngine &m_ui;

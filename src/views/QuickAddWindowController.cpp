@@ -3,7 +3,9 @@
 #include "PopoverManager.h"
 #include "QuickAddDraft.h"
 #include "UiEngine.h"
+#include "hotkeys/HotkeyManager.h"
 #include "kit/Logging.h"
+#include "kit/NamedNotifications.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -26,6 +28,14 @@ QuickAddWindowController::~QuickAddWindowController()
     if (m_window)
         QObject::disconnect(m_window.data(), nullptr, nullptr, nullptr);
     delete m_window.data();
+}
+
+void QuickAddWindowController::observeHotkeys(NamedNotifications &center)
+{
+    center.observe(QString::fromLatin1(HotkeyManager::Constants::firedNotification), this, [this](const QVariantMap &info) {
+        if (info.value(QString::fromLatin1(HotkeyManager::Constants::actionKey)).toString() == rawValue(HotkeyAction::quickAdd))
+            show();
+    });
 }
 
 void QuickAddWindowController::show()

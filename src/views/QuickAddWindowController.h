@@ -7,6 +7,7 @@ class QQuickWindow;
 
 namespace tarnwell {
 
+class NamedNotifications;
 class QuickAddDraft;
 class UiEngine;
 
@@ -21,6 +22,9 @@ public:
 
     QuickAddDraft &draft() const { return m_draft; }
     QQuickWindow *window() const;
+
+    // The "quickAdd" hot key shows the window, focused and ready to type.
+    void observeHotkeys(NamedNotifications &center);
 
     void show();
     Q_INVOKABLE void hide();
