@@ -1,29 +1,59 @@
 #!/usr/bin/env bash
-# Builds the quick-add fuzzer with clang (libFuzzer + AddressSanitizer +
-# UndefinedBehaviorSanitizer) and runs it.
-# Usage: fuzz/build-and-run.sh [seconds]   (default 600)
-# The seed corpus is fuzz/corpus/quickadd/; inputs found while running go to
-# fuzz/out/corpus/, crashes to fuzz/out/.
+# Builds every fuzz target with clang (libFuzzer + AddressSanitizer +
+# UndefinedBehaviorSanitizer) and runs them one after the other.
+# Usage: fuzz/build-and-run.sh [seconds] [target...]
+#   seconds: total run time, shared equally by the targets (default 600)
+#   targets: quickadd, automation (default: all)
+# FUZZ_BUILD_ONLY=1 builds without running.
+# Seed corpora are fuzz/corpus/<target>/; inputs found while running go to
+# fuzz/out/corpus-<target>/, crashes to fuzz/out/.
 set -euo pipefail
 seconds="${1:-600}"
+shift || true
+targets=("$@")
+[ ${#targets[@]} -gt 0 ] || targets=(quickadd automation)
 here="$(cd "$(dirname "$0")" && pwd)"
 root="$(cd "$here/.." && pwd)"
 out="$here/out"
-mkdir -p "$out/corpus"
+mkdir -p "$out"
+flags=(-std=c++20 -g -O1 -fPIC -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined
+       -fno-omit-frame-pointer -DQT_NO_CAST_FROM_ASCII -I"$root/src")
 
-# shellcheck disable=SC2046
-clang++ -std=c++20 -g -O1 -fPIC \
-  -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer \
-  -DQT_NO_CAST_FROM_ASCII \
-  -I"$root/src" $(pkg-config --cflags Qt6Core) \
-  "$here/quickadd_fuzzer.cpp" \
-  "$root/src/services/QuickAddSyntaxParser.cpp" \
-  "$root/src/services/QuickAddDayVocabulary.cpp" \
-  "$root/src/services/DurationParser.cpp" \
-  "$root/src/kit/Calendar.cpp" \
-  $(pkg-config --libs Qt6Core) \
-  -o "$out/quickadd_fuzzer"
+build_quickadd() {
+  # shellcheck disable=SC2046
+  clang++ "${flags[@]}" $(pkg-config --cflags Qt6Core) \
+    "$here/quickadd_fuzzer.cpp" \
+    "$root/src/services/QuickAddSyntaxParser.cpp" \
+    "$root/src/services/QuickAddDayVocabulary.cpp" \
+    "$root/src/services/DurationParser.cpp" \
+    "$root/src/kit/Calendar.cpp" \
+    $(pkg-config --libs Qt6Core) \
+    -o "$out/quickadd_fuzzer"
+}
 
-cd "$out"
-exec ./quickadd_fuzzer -max_total_time="$seconds" -print_final_stats=1 -max_len=256 \
-  -artifact_prefix="$out/" corpus "$here/corpus/quickadd"
+build_automation() {
+  # The import reader checks titles with the task repository's rules, so the
+  # persistence layer comes along (its one QObject through moc).
+  /usr/lib/qt6/libexec/moc -I"$root/src" "$root/src/persistence/StoreContext.h" -o "$out/moc_StoreContext.cpp"
+  # shellcheck disable=SC2046
+  clang++ "${flags[@]}" -DTARNWELL_APP_GROUP='"org.tarnwell.Tarnwell"' $(pkg-config --cflags Qt6Core Qt6Sql) \
+    "$here/automation_fuzzer.cpp" \
+    "$root/src/integration/AutomationArguments.cpp" \
+    "$root/src/integration/TaskExchange.cpp" \
+    "$root"/src/persistence/*.cpp \
+    "$root/src/kit/Calendar.cpp" "$root/src/kit/Logging.cpp" \
+    "$out/moc_StoreContext.cpp" \
+    $(pkg-config --libs Qt6Core Qt6Sql) \
+    -o "$out/automation_fuzzer"
+}
+
+per_target=$(( seconds / ${#targets[@]} ))
+for target in "${targets[@]}"; do
+  "build_$target"
+  [ -n "${FUZZ_BUILD_ONLY:-}" ] && continue
+  mkdir -p "$out/corpus-$target"
+  max_len=256
+  [ "$target" = automation ] && max_len=8192
+  (cd "$out" && "./${target}_fuzzer" -max_total_time="$per_target" -print_final_stats=1 -max_len="$max_len" \
+    -artifact_prefix="$out/" "corpus-$target" "$here/corpus/$target")
+done
