@@ -3,6 +3,9 @@
 #include "support/AppProcess.h"
 
 #include <QJsonArray>
+#include <QRegularExpression>
+
+#include <functional>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
@@ -173,25 +176,33 @@ private Q_SLOTS:
         QProcess follow;
         follow.setProcessEnvironment(environmentFor(home));
         follow.start(QStringLiteral(TARNWELL_BINARY), {QStringLiteral("status"), QStringLiteral("--follow"), QStringLiteral("--json")});
-        const auto nextLine = [&follow]() -> QJsonObject {
+        // One line per change: wait for the line that shows the change asked for
+        // (a change may also bring lines whose only news is the time focused).
+        const auto lineWhere = [&follow](const std::function<bool(const QJsonObject &)> &wanted) {
             QElapsedTimer timer;
             timer.start();
-            while (!follow.canReadLine() && timer.elapsed() < 10000)
-                follow.waitForReadyRead(100);
-            return QJsonDocument::fromJson(follow.readLine()).object().value(QStringLiteral("active")).toObject();
+            while (timer.elapsed() < 10000) {
+                if (!follow.canReadLine()) {
+                    follow.waitForReadyRead(100);
+                    continue;
+                }
+                const QJsonObject active =
+                    QJsonDocument::fromJson(follow.readLine()).object().value(QStringLiteral("active")).toObject();
+                if (wanted(active))
+                    return true;
+            }
+            return false;
         };
-        QJsonObject active = nextLine();
-        QCOMPARE(active.value(QStringLiteral("title")).toString(), QStringLiteral("First"));
-        QCOMPARE(active.value(QStringLiteral("running")).toBool(), false);
+        const auto title = [](const QJsonObject &a) { return a.value(QStringLiteral("title")).toString(); };
+        const auto running = [](const QJsonObject &a) { return a.value(QStringLiteral("running")).toBool(); };
+        QVERIFY(lineWhere([&](const QJsonObject &a) { return title(a) == QLatin1String("First") && !running(a); }));
 
         Result r = run(home, {QStringLiteral("start")});
         QCOMPARE(r.code, 0);
         QCOMPARE(r.out, QStringLiteral("Focusing on “First”.\n"));
-        active = nextLine();
-        QCOMPARE(active.value(QStringLiteral("running")).toBool(), true);
+        QVERIFY(lineWhere([&](const QJsonObject &a) { return title(a) == QLatin1String("First") && running(a); }));
         QCOMPARE(run(home, {QStringLiteral("done")}).code, 0);
-        active = nextLine();
-        QCOMPARE(active.value(QStringLiteral("title")).toString(), QStringLiteral("a"));
+        QVERIFY(lineWhere([&](const QJsonObject &a) { return title(a) == QLatin1String("a"); }));
         QCOMPARE(run(home, {QStringLiteral("toggle")}).out, QStringLiteral("Focusing on “a”.\n"));
         QCOMPARE(run(home, {QStringLiteral("pause")}).out, QStringLiteral("Paused “a”.\n"));
         QCOMPARE(run(home, {QStringLiteral("done"), QStringLiteral("not-an-id")}).code, 3);
