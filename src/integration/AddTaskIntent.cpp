@@ -14,6 +14,8 @@ AddTaskIntentRunner::AddTaskIntentRunner(DayRepository &days, TaskRepository &ta
 AddTaskIntentRunner::Outcome AddTaskIntentRunner::run(const QString &title, std::optional<int> durationMinutes,
                                                       bool urgent)
 {
+    // The title rules first: a refused title must not leave a new day behind.
+    TaskRepository::validatedTitle(title);
     Day *day = m_days.fetchOrCreateDay(m_days.clock()());
     const std::optional<qint64> minutes = durationMinutes ? std::optional<qint64>(*durationMinutes) : std::nullopt;
     const Task *task = m_tasks.createTask(title, minutes, urgent, day);

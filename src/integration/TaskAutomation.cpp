@@ -55,6 +55,7 @@ QString TaskAutomation::addQuickLine(DayRepository &days, TaskRepository &tasks,
     const auto parsed = QuickAddSyntaxParser::parse(text, now, calendar);
     if (!parsed)
         throw ArgumentError(PlanningTexts::quickAddTitleRequired());
+    TaskRepository::validatedTitle(parsed->title);
     Day *day = days.fetchOrCreateDay(calendar.startOfDayAdding(now, parsed->dayOffset.value_or(0)));
     const std::optional<qint64> minutes =
         parsed->durationMinutes ? std::optional<qint64>(*parsed->durationMinutes) : std::nullopt;
