@@ -43,9 +43,13 @@ QList<Task *> orderedTasks(const Day *day)
 {
     QList<Task *> tasks = day->tasks();
     std::stable_sort(tasks.begin(), tasks.end(), [](const Task *a, const Task *b) {
+        // Completed tasks keep old indexes, so ties happen; the id settles them
+        // so that the same store always exports the same file.
         if (a->orderIndex() != b->orderIndex())
             return a->orderIndex() < b->orderIndex();
-        return a->createdAt() < b->createdAt();
+        if (a->createdAt() != b->createdAt())
+            return a->createdAt() < b->createdAt();
+        return a->id().toString() < b->id().toString();
     });
     return tasks;
 }
