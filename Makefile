@@ -21,7 +21,7 @@ build: configure
 	@cmake --build $(BUILD) -j $(JOBS)
 
 run: build
-	@$(BUILD)/src/app/tarnwell $(ARGS)
+	@$(BUILD)/bin/tarnwell $(ARGS)
 
 # In CI the suite also runs under AddressSanitizer + UndefinedBehaviorSanitizer.
 test: build

@@ -1,41 +1,71 @@
 #!/usr/bin/env bash
-# Builds the fuzzers with clang (libFuzzer + AddressSanitizer +
-# UndefinedBehaviorSanitizer) and runs each in turn: the quick-add grammar,
-# then the hot-key grammar.
-# Usage: fuzz/build-and-run.sh [seconds per fuzzer] [quickadd|hotkey]   (default 600, both)
-# The seed corpora are fuzz/corpus/<name>/; inputs found while running go to
-# fuzz/out/<name>/corpus/, crashes to fuzz/out/<name>/.
+# Builds every fuzz target with clang (libFuzzer + AddressSanitizer +
+# UndefinedBehaviorSanitizer) and runs them one after the other.
+# Usage: fuzz/build-and-run.sh [seconds] [target...]
+#   seconds: total run time, shared equally by the targets (default 600)
+#   targets: quickadd, hotkey, automation (default: all)
+# FUZZ_BUILD_ONLY=1 builds without running.
+# Seed corpora are fuzz/corpus/<target>/; inputs found while running go to
+# fuzz/out/corpus-<target>/, crashes to fuzz/out/.
 set -euo pipefail
 seconds="${1:-600}"
-only="${2:-}"
+shift || true
+targets=("$@")
+[ ${#targets[@]} -gt 0 ] || targets=(quickadd hotkey automation)
 here="$(cd "$(dirname "$0")" && pwd)"
 root="$(cd "$here/.." && pwd)"
+out="$here/out"
+mkdir -p "$out"
+flags=(-std=c++20 -g -O1 -fPIC -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined
+       -fno-omit-frame-pointer -DQT_NO_CAST_FROM_ASCII -I"$root/src")
 
-build() {
-  local name="$1"; shift
-  mkdir -p "$here/out/$name/corpus"
+build_quickadd() {
   # shellcheck disable=SC2046
-  clang++ -std=c++20 -g -O1 -fPIC \
-    -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer \
-    -DQT_NO_CAST_FROM_ASCII \
-    -I"$root/src" $(pkg-config --cflags Qt6Core) \
-    "$here/${name}_fuzzer.cpp" "$@" \
+  clang++ "${flags[@]}" $(pkg-config --cflags Qt6Core) \
+    "$here/quickadd_fuzzer.cpp" \
+    "$root/src/services/QuickAddSyntaxParser.cpp" \
+    "$root/src/services/QuickAddDayVocabulary.cpp" \
+    "$root/src/services/DurationParser.cpp" \
+    "$root/src/kit/Calendar.cpp" \
     $(pkg-config --libs Qt6Core) \
-    -o "$here/out/$name/${name}_fuzzer"
+    -o "$out/quickadd_fuzzer"
 }
 
-run() {
-  local name="$1" max_len="$2"
-  (cd "$here/out/$name" && ./"${name}_fuzzer" -max_total_time="$seconds" -print_final_stats=1 -max_len="$max_len" \
-    -artifact_prefix="$here/out/$name/" corpus "$here/corpus/$name")
+build_hotkey() {
+  # shellcheck disable=SC2046
+  clang++ "${flags[@]}" $(pkg-config --cflags Qt6Core) \
+    "$here/hotkey_fuzzer.cpp" \
+    "$root/src/hotkeys/HotkeyParser.cpp" \
+    "$root/src/hotkeys/HotkeyConflict.cpp" \
+    "$root/src/hotkeys/HotkeyAction.cpp" \
+    $(pkg-config --libs Qt6Core) \
+    -o "$out/hotkey_fuzzer"
 }
 
-if [ -z "$only" ] || [ "$only" = quickadd ]; then
-  build quickadd "$root/src/services/QuickAddSyntaxParser.cpp" "$root/src/services/QuickAddDayVocabulary.cpp" \
-    "$root/src/services/DurationParser.cpp" "$root/src/kit/Calendar.cpp"
-  run quickadd 256
-fi
-if [ -z "$only" ] || [ "$only" = hotkey ]; then
-  build hotkey "$root/src/hotkeys/HotkeyParser.cpp" "$root/src/hotkeys/HotkeyConflict.cpp" "$root/src/hotkeys/HotkeyAction.cpp"
-  run hotkey 128
-fi
+build_automation() {
+  # The import reader checks titles with the task repository's rules, so the
+  # persistence layer comes along (its one QObject through moc).
+  /usr/lib/qt6/libexec/moc -I"$root/src" "$root/src/persistence/StoreContext.h" -o "$out/moc_StoreContext.cpp"
+  # shellcheck disable=SC2046
+  clang++ "${flags[@]}" -DTARNWELL_APP_GROUP='"org.tarnwell.Tarnwell"' $(pkg-config --cflags Qt6Core Qt6Sql) \
+    "$here/automation_fuzzer.cpp" \
+    "$root/src/integration/AutomationArguments.cpp" \
+    "$root/src/integration/TaskExchange.cpp" \
+    "$root"/src/persistence/*.cpp \
+    "$root/src/kit/Calendar.cpp" "$root/src/kit/Logging.cpp" \
+    "$out/moc_StoreContext.cpp" \
+    $(pkg-config --libs Qt6Core Qt6Sql) \
+    -o "$out/automation_fuzzer"
+}
+
+per_target=$(( seconds / ${#targets[@]} ))
+for target in "${targets[@]}"; do
+  "build_$target"
+  [ -n "${FUZZ_BUILD_ONLY:-}" ] && continue
+  mkdir -p "$out/corpus-$target"
+  max_len=256
+  [ "$target" = automation ] && max_len=8192
+  [ "$target" = hotkey ] && max_len=128
+  (cd "$out" && "./${target}_fuzzer" -max_total_time="$per_target" -print_final_stats=1 -max_len="$max_len" \
+    -artifact_prefix="$out/" "corpus-$target" "$here/corpus/$target")
+done

@@ -820,5 +820,406 @@
         <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
         <translation>Tarnwell</translation>
     </message>
+    <message id="agent.error.noDisplay">
+        <source>tarnwell: no graphical display (DISPLAY and WAYLAND_DISPLAY are unset), so the tray agent cannot start. Commands such as “tarnwell status” work without one.</source>
+        <extracomment>The tray agent was started where there is no graphical display (ssh, cron, a text console)</extracomment>
+        <translation>tarnwell: no hay pantalla gráfica (DISPLAY y WAYLAND_DISPLAY no están definidas), así que el agente de la bandeja no puede iniciarse. Órdenes como «tarnwell status» funcionan sin ella.</translation>
+    </message>
+    <message id="cli.summary">
+        <source>Tarnwell: your day and its task in hand, in the tray and on the command line.</source>
+        <extracomment>First line of `tarnwell --help`</extracomment>
+        <translation>Tarnwell: su día y la tarea entre manos, en la bandeja y en la línea de órdenes.</translation>
+    </message>
+    <message id="cli.launcherUsage">
+        <source>Commands (each has --help):
+  add       add a task to today
+  status    the task in hand and its timer
+  list      the tasks of a day
+  done      complete the task in hand
+  start     start the timer of the task in hand
+  pause     pause it
+  toggle    start or pause it
+  export    write days, tasks and routines as JSON, CSV or iCalendar
+  import    read a JSON export back
+
+Without a command, starts the tray agent, or hands links to the one that runs.
+Exit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,
+5 no agent running where one is needed, 6 no task in hand or no such task.</source>
+        <extracomment>Second part of `tarnwell --help`: the subcommands. Keep the command names and the spacing.</extracomment>
+        <translation>Órdenes (cada una con --help):
+  add       añadir una tarea a hoy
+  status    la tarea entre manos y su temporizador
+  list      las tareas de un día
+  done      completar la tarea entre manos
+  start     iniciar el temporizador de la tarea entre manos
+  pause     pausarlo
+  toggle    iniciarlo o pausarlo
+  export    escribir días, tareas y rutinas como JSON, CSV o iCalendar
+  import    volver a leer una exportación JSON
+
+Sin orden, inicia el agente de la bandeja o pasa los enlaces al que ya se ejecuta.
+Códigos de salida: 0 hecho, 1 fallo, 2 error de uso, 3 entrada no válida, 4 error del almacén,
+5 no se ejecuta el agente necesario, 6 no hay tarea entre manos o no existe esa tarea.</translation>
+    </message>
+    <message id="cli.arg.link">
+        <source>tarnwell: links to open (tarnwell://quickadd opens quick add)</source>
+        <extracomment>`tarnwell --help`: the optional links to open</extracomment>
+        <translation>enlaces tarnwell: que abrir (tarnwell://quickadd abre el añadido rápido)</translation>
+    </message>
+    <message id="cli.option.uiTest">
+        <source>Start without the first-run window (automated tests).</source>
+        <extracomment>`tarnwell --help`: the option that skips the first-run window</extracomment>
+        <translation>Iniciar sin la ventana de primer uso (pruebas automáticas).</translation>
+    </message>
+    <message id="cli.option.json">
+        <source>Print JSON instead of text.</source>
+        <extracomment>Command line option --json</extracomment>
+        <translation>Mostrar JSON en lugar de texto.</translation>
+    </message>
+    <message id="cli.add.description">
+        <source>Adds a task to today. Give one quick-add line (&quot;Write report · 45m !&quot;, &quot;Call Bob ~ 15m tomorrow&quot;), or --title with --minutes and --urgent.</source>
+        <extracomment>`tarnwell add --help`</extracomment>
+        <translation>Añade una tarea a hoy. Dé una línea de añadido rápido (&quot;Escribir informe · 45m !&quot;, &quot;Llamar a Bob ~ 15m mañana&quot;) o --title con --minutes y --urgent.</translation>
+    </message>
+    <message id="cli.add.arg.line">
+        <source>The task as one quick-add line.</source>
+        <extracomment>`tarnwell add --help`: the quick-add line argument</extracomment>
+        <translation>La tarea como una línea de añadido rápido.</translation>
+    </message>
+    <message id="cli.option.title">
+        <source>The title, taken as it is (no quick-add grammar).</source>
+        <extracomment>`tarnwell add --help`: --title</extracomment>
+        <translation>El título, tal cual (sin la gramática del añadido rápido).</translation>
+    </message>
+    <message id="cli.option.minutes">
+        <source>Planned minutes (1 to 9999; 0 means unplanned).</source>
+        <extracomment>`tarnwell add --help`: --minutes</extracomment>
+        <translation>Minutos previstos (de 1 a 9999; 0 significa sin planificar).</translation>
+    </message>
+    <message id="cli.option.urgent">
+        <source>Put the task at the top of the queue.</source>
+        <extracomment>`tarnwell add --help`: --urgent</extracomment>
+        <translation>Poner la tarea al principio de la cola.</translation>
+    </message>
+    <message id="cli.status.description">
+        <source>Shows the task in hand, its timer and countdown, and the rest of today&apos;s queue.</source>
+        <extracomment>`tarnwell status --help`</extracomment>
+        <translation>Muestra la tarea entre manos, su temporizador y su cuenta atrás, y el resto de la cola de hoy.</translation>
+    </message>
+    <message id="cli.option.follow">
+        <source>Keep running and print the status again whenever it changes (needs the running agent).</source>
+        <extracomment>`tarnwell status --help`: --follow</extracomment>
+        <translation>Seguir en marcha y mostrar el estado de nuevo cada vez que cambie (requiere el agente en ejecución).</translation>
+    </message>
+    <message id="cli.list.description">
+        <source>Lists the tasks of a day: open ones in queue order, then the finished ones.</source>
+        <extracomment>`tarnwell list --help`</extracomment>
+        <translation>Lista las tareas de un día: las abiertas en el orden de la cola, luego las terminadas.</translation>
+    </message>
+    <message id="cli.option.day">
+        <source>The day as YYYY-MM-DD (default: today).</source>
+        <extracomment>`tarnwell list --help`: --day</extracomment>
+        <translation>El día como AAAA-MM-DD (por defecto: hoy).</translation>
+    </message>
+    <message id="cli.done.description">
+        <source>Completes the task in hand with its focused time; the next task comes up. Needs the running agent.</source>
+        <extracomment>`tarnwell done --help`</extracomment>
+        <translation>Completa la tarea entre manos con su tiempo de concentración; la siguiente pasa delante. Requiere el agente en ejecución.</translation>
+    </message>
+    <message id="cli.done.arg.id">
+        <source>The id of another open task to complete instead.</source>
+        <extracomment>`tarnwell done --help`: the optional task id</extracomment>
+        <translation>El identificador de otra tarea abierta que completar en su lugar.</translation>
+    </message>
+    <message id="cli.start.description">
+        <source>Starts the focus timer of the task in hand. Needs the running agent.</source>
+        <extracomment>`tarnwell start --help`</extracomment>
+        <translation>Inicia el temporizador de concentración de la tarea entre manos. Requiere el agente en ejecución.</translation>
+    </message>
+    <message id="cli.pause.description">
+        <source>Pauses the focus timer of the task in hand. Needs the running agent.</source>
+        <extracomment>`tarnwell pause --help`</extracomment>
+        <translation>Pausa el temporizador de concentración de la tarea entre manos. Requiere el agente en ejecución.</translation>
+    </message>
+    <message id="cli.toggle.description">
+        <source>Starts or pauses the focus timer of the task in hand. Needs the running agent.</source>
+        <extracomment>`tarnwell toggle --help`</extracomment>
+        <translation>Inicia o pausa el temporizador de concentración de la tarea entre manos. Requiere el agente en ejecución.</translation>
+    </message>
+    <message id="cli.export.description">
+        <source>Writes days, tasks and routines as JSON (for import), CSV (planned against actual minutes of finished tasks) or iCalendar (VTODO).</source>
+        <extracomment>`tarnwell export --help`</extracomment>
+        <translation>Escribe días, tareas y rutinas como JSON (para importar), CSV (minutos previstos frente a reales de las tareas terminadas) o iCalendar (VTODO).</translation>
+    </message>
+    <message id="cli.option.format">
+        <source>json, csv or ics (default json).</source>
+        <extracomment>`tarnwell export --help`: --format</extracomment>
+        <translation>json, csv o ics (por defecto json).</translation>
+    </message>
+    <message id="cli.option.from">
+        <source>First day, YYYY-MM-DD.</source>
+        <extracomment>`tarnwell export --help`: --from</extracomment>
+        <translation>Primer día, AAAA-MM-DD.</translation>
+    </message>
+    <message id="cli.option.to">
+        <source>Last day, YYYY-MM-DD.</source>
+        <extracomment>`tarnwell export --help`: --to</extracomment>
+        <translation>Último día, AAAA-MM-DD.</translation>
+    </message>
+    <message id="cli.option.output">
+        <source>Write to this file instead of standard output.</source>
+        <extracomment>`tarnwell export --help`: --output</extracomment>
+        <translation>Escribir en este archivo en lugar de la salida estándar.</translation>
+    </message>
+    <message id="cli.import.description">
+        <source>Reads a JSON export back. Records the store already holds are skipped; a malformed file changes nothing.</source>
+        <extracomment>`tarnwell import --help`</extracomment>
+        <translation>Vuelve a leer una exportación JSON. Se omiten los registros que el almacén ya tiene; un archivo mal formado no cambia nada.</translation>
+    </message>
+    <message id="cli.import.arg.file">
+        <source>The JSON file written by “tarnwell export”.</source>
+        <extracomment>`tarnwell import --help`: the file argument</extracomment>
+        <translation>El archivo JSON escrito por «tarnwell export».</translation>
+    </message>
+    <message id="cli.error.usage">
+        <source>%1
+Try “tarnwell %2 --help”.</source>
+        <extracomment>A command line usage error; %1 says what is wrong, %2 is the subcommand</extracomment>
+        <translation>%1
+Pruebe «tarnwell %2 --help».</translation>
+    </message>
+    <message id="cli.error.lineOrTitle">
+        <source>Give either one quick-add line or --title, not both and not neither.</source>
+        <extracomment>Usage error of `tarnwell add`</extracomment>
+        <translation>Dé una línea de añadido rápido o --title, ni las dos ni ninguna.</translation>
+    </message>
+    <message id="cli.error.unexpected">
+        <source>Unexpected arguments: %1</source>
+        <extracomment>Usage error: extra words on the command line; %1 lists them</extracomment>
+        <translation>Argumentos inesperados: %1</translation>
+    </message>
+    <message id="cli.error.notANumber">
+        <source>“%1” is not a whole number of minutes.</source>
+        <extracomment>Usage error: --minutes was not a whole number; %1 is what was given</extracomment>
+        <translation>«%1» no es un número entero de minutos.</translation>
+    </message>
+    <message id="cli.error.followNeedsAgent">
+        <source>Tarnwell is not running, so there are no changes to follow. Start it with “tarnwell”.</source>
+        <extracomment>`tarnwell status --follow` without a running agent</extracomment>
+        <translation>Tarnwell no se está ejecutando, así que no hay cambios que seguir. Inícielo con «tarnwell».</translation>
+    </message>
+    <message id="cli.error.drivingNeedsAgent">
+        <source>Tarnwell is not running; the timer and the task in hand are driven through it. Start it with “tarnwell”.</source>
+        <extracomment>done/start/pause/toggle without a running agent</extracomment>
+        <translation>Tarnwell no se está ejecutando; el temporizador y la tarea entre manos se manejan a través de él. Inícielo con «tarnwell».</translation>
+    </message>
+    <message id="cli.error.agentMissing">
+        <source>The tray agent is missing (looked for %1).</source>
+        <extracomment>The tray agent program could not be found; %1 is where it was looked for</extracomment>
+        <translation>Falta el agente de la bandeja (se buscó %1).</translation>
+    </message>
+    <message id="cli.error.agentUnreachable">
+        <source>The running Tarnwell did not answer: %1</source>
+        <extracomment>The running agent did not answer over D-Bus; %1 is the bus&apos;s message</extracomment>
+        <translation>El Tarnwell en ejecución no respondió: %1</translation>
+    </message>
+    <message id="cli.error.cannotRead">
+        <source>Cannot read %1: %2</source>
+        <extracomment>A file could not be read; %1 is the file, %2 the reason</extracomment>
+        <translation>No se puede leer %1: %2</translation>
+    </message>
+    <message id="cli.error.cannotWrite">
+        <source>Cannot write %1: %2</source>
+        <extracomment>A file could not be written; %1 is the file, %2 the reason</extracomment>
+        <translation>No se puede escribir %1: %2</translation>
+    </message>
+    <message id="cli.done.confirmation">
+        <source>Completed “%1”.</source>
+        <extracomment>After `tarnwell done`; %1 is the task&apos;s title</extracomment>
+        <translation>«%1» completada.</translation>
+    </message>
+    <message id="cli.start.confirmation">
+        <source>Focusing on “%1”.</source>
+        <extracomment>After the timer was started from the command line; %1 is the task&apos;s title</extracomment>
+        <translation>Concentrado en «%1».</translation>
+    </message>
+    <message id="cli.pause.confirmation">
+        <source>Paused “%1”.</source>
+        <extracomment>After the timer was paused from the command line; %1 is the task&apos;s title</extracomment>
+        <translation>«%1» en pausa.</translation>
+    </message>
+    <message id="cli.import.confirmation">
+        <source>Imported %1 days, %2 tasks and %3 routines (%4 already there).</source>
+        <extracomment>After `tarnwell import`; %1 days, %2 tasks, %3 routines added, %4 records already there</extracomment>
+        <translation>Se importaron %1 días, %2 tareas y %3 rutinas (%4 ya existían).</translation>
+    </message>
+    <message id="cli.status.empty">
+        <source>Nothing in hand: today&apos;s queue is empty.</source>
+        <extracomment>`tarnwell status` when today&apos;s queue is empty</extracomment>
+        <translation>Nada entre manos: la cola de hoy está vacía.</translation>
+    </message>
+    <message id="cli.status.focusing">
+        <source>Focusing on “%1”: %2 focused</source>
+        <extracomment>`tarnwell status` while the timer runs; %1 is the title, %2 the focused time (h:mm:ss)</extracomment>
+        <translation>Concentrado en «%1»: %2 de concentración</translation>
+    </message>
+    <message id="cli.status.paused">
+        <source>Paused on “%1”: %2 focused</source>
+        <extracomment>`tarnwell status` while the timer is paused; %1 is the title, %2 the focused time (h:mm:ss)</extracomment>
+        <translation>«%1» en pausa: %2 de concentración</translation>
+    </message>
+    <message id="cli.status.ready">
+        <source>Up now: “%1”</source>
+        <extracomment>`tarnwell status` when the task in hand has not been started; %1 is the title</extracomment>
+        <translation>Ahora toca: «%1»</translation>
+    </message>
+    <message id="cli.status.remaining">
+        <source>%1 left of %2</source>
+        <extracomment>`tarnwell status`: the countdown; %1 the time left, %2 the planned time (h:mm:ss)</extracomment>
+        <translation>Quedan %1 de %2</translation>
+    </message>
+    <message id="cli.status.overdue">
+        <source>%1 over the planned %2</source>
+        <extracomment>`tarnwell status`: the countdown has run out; %1 the time over, %2 the planned time (h:mm:ss)</extracomment>
+        <translation>%1 por encima de los %2 previstos</translation>
+    </message>
+    <message id="cli.status.next">
+        <source>Next: “%1”</source>
+        <extracomment>`tarnwell status`: the task after the task in hand; %1 is its title</extracomment>
+        <translation>Siguiente: «%1»</translation>
+    </message>
+    <message id="cli.status.queue" numerus="yes">
+        <source>%n open task(s) today</source>
+        <extracomment>`tarnwell status`: the number of open tasks today</extracomment>
+        <translation>
+            <numerusform>%n tarea abierta hoy</numerusform>
+            <numerusform>%n tareas abiertas hoy</numerusform>
+        </translation>
+    </message>
+    <message id="cli.list.empty">
+        <source>No tasks on this day.</source>
+        <extracomment>`tarnwell list` for a day without tasks</extracomment>
+        <translation>No hay tareas este día.</translation>
+    </message>
+    <message id="intent.addTask.title">
+        <source>Add Task to Tarnwell</source>
+        <extracomment>Name of the system action that adds a task (launchers, command line help)</extracomment>
+        <translation>Añadir tarea a Tarnwell</translation>
+    </message>
+    <message id="intent.addTask.description">
+        <source>Adds a task to the end of today&apos;s queue, or to the top when it is urgent.</source>
+        <extracomment>Description of the Add Task action</extracomment>
+        <translation>Añade una tarea al final de la cola de hoy, o al principio si es urgente.</translation>
+    </message>
+    <message id="intent.addTask.short">
+        <source>Add Task</source>
+        <extracomment>Short name of the Add Task action, for tight lists</extracomment>
+        <translation>Añadir tarea</translation>
+    </message>
+    <message id="intent.addTask.param.title">
+        <source>Title</source>
+        <extracomment>Name of the Add Task action&apos;s title parameter</extracomment>
+        <translation>Título</translation>
+    </message>
+    <message id="intent.addTask.param.duration">
+        <source>Planned minutes</source>
+        <extracomment>Name of the Add Task action&apos;s planned-minutes parameter</extracomment>
+        <translation>Minutos previstos</translation>
+    </message>
+    <message id="intent.addTask.param.urgent">
+        <source>Urgent</source>
+        <extracomment>Name of the Add Task action&apos;s urgent parameter</extracomment>
+        <translation>Urgente</translation>
+    </message>
+    <message id="intent.addTask.confirmation">
+        <source>Added “%1” to Tarnwell.</source>
+        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task&apos;s title</extracomment>
+        <translation>Se añadió «%1» a Tarnwell.</translation>
+    </message>
+    <message id="error.argument.tooLong">
+        <source>“%1” is too long: at most %2 characters.</source>
+        <extracomment>A text handed in by a script or the command line is too long; %1 is the field, %2 the limit</extracomment>
+        <translation>«%1» es demasiado largo: como máximo %2 caracteres.</translation>
+    </message>
+    <message id="error.argument.nul">
+        <source>“%1” contains a NUL character.</source>
+        <extracomment>A text handed in by a script contains a NUL character; %1 is the field</extracomment>
+        <translation>«%1» contiene un carácter NUL.</translation>
+    </message>
+    <message id="error.argument.minutes">
+        <source>Planned minutes must be at most %1.</source>
+        <extracomment>Planned minutes handed in by a script are too many; %1 is the limit</extracomment>
+        <translation>Los minutos previstos no pueden pasar de %1.</translation>
+    </message>
+    <message id="error.argument.date">
+        <source>“%1” is not a date of the form YYYY-MM-DD.</source>
+        <extracomment>A day handed in by a script or the command line is not a date; %1 is what was given</extracomment>
+        <translation>«%1» no es una fecha con la forma AAAA-MM-DD.</translation>
+    </message>
+    <message id="error.argument.taskId">
+        <source>“%1” is not a task id (a UUID such as 0f8fad5b-d9cb-469f-a165-70867728950e).</source>
+        <extracomment>A task id handed in by a script is not a UUID; %1 is what was given</extracomment>
+        <translation>«%1» no es un identificador de tarea (un UUID como 0f8fad5b-d9cb-469f-a165-70867728950e).</translation>
+    </message>
+    <message id="error.argument.format">
+        <source>Unknown format “%1”: use json, csv or ics.</source>
+        <extracomment>An export format that does not exist was asked for; %1 is what was given</extracomment>
+        <translation>Formato desconocido «%1»: use json, csv o ics.</translation>
+    </message>
+    <message id="error.argument.range">
+        <source>The start date %1 comes after the end date %2.</source>
+        <extracomment>An export range whose start comes after its end; %1 and %2 are the dates</extracomment>
+        <translation>La fecha de inicio %1 es posterior a la fecha final %2.</translation>
+    </message>
+    <message id="automation.error.noTaskInHand">
+        <source>There is no task in hand: today&apos;s queue is empty.</source>
+        <extracomment>A script or the command line asked to drive the task in hand, but today&apos;s queue is empty</extracomment>
+        <translation>No hay ninguna tarea entre manos: la cola de hoy está vacía.</translation>
+    </message>
+    <message id="automation.error.taskNotFound">
+        <source>No open task has the id %1.</source>
+        <extracomment>A script asked to complete a task that does not exist or is not open; %1 is the id</extracomment>
+        <translation>Ninguna tarea abierta tiene el identificador %1.</translation>
+    </message>
+    <message id="error.import.tooLarge">
+        <source>The file is too large to import (at most %1 MB).</source>
+        <extracomment>An import file is larger than we accept; %1 is the limit in megabytes</extracomment>
+        <translation>El archivo es demasiado grande para importarlo (como máximo %1 MB).</translation>
+    </message>
+    <message id="error.import.field">
+        <source>Line %1, field “%2”: %3</source>
+        <extracomment>Import refused; %1 is the line of the file, %2 the field, %3 what is wrong with it</extracomment>
+        <translation>Línea %1, campo «%2»: %3</translation>
+    </message>
+    <message id="error.import.invalidValue">
+        <source>missing or not a valid value</source>
+        <extracomment>Import refused: a field is missing or holds the wrong kind of value</extracomment>
+        <translation>falta o no es un valor válido</translation>
+    </message>
+    <message id="error.import.notJson">
+        <source>Line %1: this is not valid JSON (%2).</source>
+        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser&apos;s message</extracomment>
+        <translation>Línea %1: esto no es JSON válido (%2).</translation>
+    </message>
+    <message id="error.import.notExport">
+        <source>This is not a Tarnwell export (expected “format”: “%1” and “version”: %2).</source>
+        <extracomment>Import refused: the JSON is not one of our exports; %1 is the expected format name, %2 the version</extracomment>
+        <translation>Esto no es una exportación de Tarnwell (se esperaba «format»: «%1» y «version»: %2).</translation>
+    </message>
+    <message id="error.import.duplicateId">
+        <source>this id appears twice</source>
+        <extracomment>Import refused: an id appears twice in the file</extracomment>
+        <translation>este identificador aparece dos veces</translation>
+    </message>
+    <message id="error.import.duplicateDate">
+        <source>this date appears twice</source>
+        <extracomment>Import refused: two days of the file have the same date</extracomment>
+        <translation>esta fecha aparece dos veces</translation>
+    </message>
+    <message id="automation.error.notReady">
+        <source>Tarnwell is still starting; try again in a moment.</source>
+        <extracomment>A script called the agent while it is still starting</extracomment>
+        <translation>Tarnwell aún se está iniciando; inténtelo de nuevo en un momento.</translation>
+    </message>
 </context>
 </TS>

@@ -820,5 +820,406 @@
         <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
         <translation>Tarnwell</translation>
     </message>
+    <message id="agent.error.noDisplay">
+        <source>tarnwell: no graphical display (DISPLAY and WAYLAND_DISPLAY are unset), so the tray agent cannot start. Commands such as “tarnwell status” work without one.</source>
+        <extracomment>The tray agent was started where there is no graphical display (ssh, cron, a text console)</extracomment>
+        <translation>tarnwell : pas d&apos;affichage graphique (DISPLAY et WAYLAND_DISPLAY ne sont pas définies), l&apos;agent de la zone de notification ne peut donc pas démarrer. Les commandes comme « tarnwell status » fonctionnent sans.</translation>
+    </message>
+    <message id="cli.summary">
+        <source>Tarnwell: your day and its task in hand, in the tray and on the command line.</source>
+        <extracomment>First line of `tarnwell --help`</extracomment>
+        <translation>Tarnwell : votre journée et la tâche en cours, dans la zone de notification et en ligne de commande.</translation>
+    </message>
+    <message id="cli.launcherUsage">
+        <source>Commands (each has --help):
+  add       add a task to today
+  status    the task in hand and its timer
+  list      the tasks of a day
+  done      complete the task in hand
+  start     start the timer of the task in hand
+  pause     pause it
+  toggle    start or pause it
+  export    write days, tasks and routines as JSON, CSV or iCalendar
+  import    read a JSON export back
+
+Without a command, starts the tray agent, or hands links to the one that runs.
+Exit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,
+5 no agent running where one is needed, 6 no task in hand or no such task.</source>
+        <extracomment>Second part of `tarnwell --help`: the subcommands. Keep the command names and the spacing.</extracomment>
+        <translation>Commandes (chacune avec --help) :
+  add       ajouter une tâche à aujourd&apos;hui
+  status    la tâche en cours et son minuteur
+  list      les tâches d&apos;un jour
+  done      terminer la tâche en cours
+  start     démarrer le minuteur de la tâche en cours
+  pause     le mettre en pause
+  toggle    le démarrer ou le mettre en pause
+  export    écrire jours, tâches et routines en JSON, CSV ou iCalendar
+  import    relire un export JSON
+
+Sans commande, démarre l&apos;agent de la zone de notification ou transmet les liens à celui qui tourne.
+Codes de sortie : 0 fait, 1 échec, 2 erreur d&apos;usage, 3 entrée non valide, 4 erreur de stockage,
+5 l&apos;agent nécessaire ne tourne pas, 6 aucune tâche en cours ou tâche introuvable.</translation>
+    </message>
+    <message id="cli.arg.link">
+        <source>tarnwell: links to open (tarnwell://quickadd opens quick add)</source>
+        <extracomment>`tarnwell --help`: the optional links to open</extracomment>
+        <translation>liens tarnwell: à ouvrir (tarnwell://quickadd ouvre l&apos;ajout rapide)</translation>
+    </message>
+    <message id="cli.option.uiTest">
+        <source>Start without the first-run window (automated tests).</source>
+        <extracomment>`tarnwell --help`: the option that skips the first-run window</extracomment>
+        <translation>Démarrer sans la fenêtre de premier lancement (tests automatisés).</translation>
+    </message>
+    <message id="cli.option.json">
+        <source>Print JSON instead of text.</source>
+        <extracomment>Command line option --json</extracomment>
+        <translation>Afficher du JSON au lieu du texte.</translation>
+    </message>
+    <message id="cli.add.description">
+        <source>Adds a task to today. Give one quick-add line (&quot;Write report · 45m !&quot;, &quot;Call Bob ~ 15m tomorrow&quot;), or --title with --minutes and --urgent.</source>
+        <extracomment>`tarnwell add --help`</extracomment>
+        <translation>Ajoute une tâche à aujourd&apos;hui. Donnez une ligne d&apos;ajout rapide (&quot;Écrire le rapport · 45m !&quot;, &quot;Appeler Bob ~ 15m demain&quot;) ou --title avec --minutes et --urgent.</translation>
+    </message>
+    <message id="cli.add.arg.line">
+        <source>The task as one quick-add line.</source>
+        <extracomment>`tarnwell add --help`: the quick-add line argument</extracomment>
+        <translation>La tâche sous forme d&apos;une ligne d&apos;ajout rapide.</translation>
+    </message>
+    <message id="cli.option.title">
+        <source>The title, taken as it is (no quick-add grammar).</source>
+        <extracomment>`tarnwell add --help`: --title</extracomment>
+        <translation>Le titre, pris tel quel (sans la syntaxe d&apos;ajout rapide).</translation>
+    </message>
+    <message id="cli.option.minutes">
+        <source>Planned minutes (1 to 9999; 0 means unplanned).</source>
+        <extracomment>`tarnwell add --help`: --minutes</extracomment>
+        <translation>Minutes prévues (de 1 à 9999 ; 0 signifie non planifiée).</translation>
+    </message>
+    <message id="cli.option.urgent">
+        <source>Put the task at the top of the queue.</source>
+        <extracomment>`tarnwell add --help`: --urgent</extracomment>
+        <translation>Placer la tâche en tête de la file.</translation>
+    </message>
+    <message id="cli.status.description">
+        <source>Shows the task in hand, its timer and countdown, and the rest of today&apos;s queue.</source>
+        <extracomment>`tarnwell status --help`</extracomment>
+        <translation>Affiche la tâche en cours, son minuteur et son compte à rebours, et le reste de la file du jour.</translation>
+    </message>
+    <message id="cli.option.follow">
+        <source>Keep running and print the status again whenever it changes (needs the running agent).</source>
+        <extracomment>`tarnwell status --help`: --follow</extracomment>
+        <translation>Continuer et réafficher l&apos;état à chaque changement (nécessite l&apos;agent en cours d&apos;exécution).</translation>
+    </message>
+    <message id="cli.list.description">
+        <source>Lists the tasks of a day: open ones in queue order, then the finished ones.</source>
+        <extracomment>`tarnwell list --help`</extracomment>
+        <translation>Liste les tâches d&apos;un jour : les ouvertes dans l&apos;ordre de la file, puis les terminées.</translation>
+    </message>
+    <message id="cli.option.day">
+        <source>The day as YYYY-MM-DD (default: today).</source>
+        <extracomment>`tarnwell list --help`: --day</extracomment>
+        <translation>Le jour au format AAAA-MM-JJ (par défaut : aujourd&apos;hui).</translation>
+    </message>
+    <message id="cli.done.description">
+        <source>Completes the task in hand with its focused time; the next task comes up. Needs the running agent.</source>
+        <extracomment>`tarnwell done --help`</extracomment>
+        <translation>Termine la tâche en cours avec son temps de concentration ; la suivante prend sa place. Nécessite l&apos;agent en cours d&apos;exécution.</translation>
+    </message>
+    <message id="cli.done.arg.id">
+        <source>The id of another open task to complete instead.</source>
+        <extracomment>`tarnwell done --help`: the optional task id</extracomment>
+        <translation>L&apos;identifiant d&apos;une autre tâche ouverte à terminer à la place.</translation>
+    </message>
+    <message id="cli.start.description">
+        <source>Starts the focus timer of the task in hand. Needs the running agent.</source>
+        <extracomment>`tarnwell start --help`</extracomment>
+        <translation>Démarre le minuteur de concentration de la tâche en cours. Nécessite l&apos;agent en cours d&apos;exécution.</translation>
+    </message>
+    <message id="cli.pause.description">
+        <source>Pauses the focus timer of the task in hand. Needs the running agent.</source>
+        <extracomment>`tarnwell pause --help`</extracomment>
+        <translation>Met en pause le minuteur de concentration de la tâche en cours. Nécessite l&apos;agent en cours d&apos;exécution.</translation>
+    </message>
+    <message id="cli.toggle.description">
+        <source>Starts or pauses the focus timer of the task in hand. Needs the running agent.</source>
+        <extracomment>`tarnwell toggle --help`</extracomment>
+        <translation>Démarre ou met en pause le minuteur de concentration de la tâche en cours. Nécessite l&apos;agent en cours d&apos;exécution.</translation>
+    </message>
+    <message id="cli.export.description">
+        <source>Writes days, tasks and routines as JSON (for import), CSV (planned against actual minutes of finished tasks) or iCalendar (VTODO).</source>
+        <extracomment>`tarnwell export --help`</extracomment>
+        <translation>Écrit jours, tâches et routines en JSON (pour l&apos;import), CSV (minutes prévues et réelles des tâches terminées) ou iCalendar (VTODO).</translation>
+    </message>
+    <message id="cli.option.format">
+        <source>json, csv or ics (default json).</source>
+        <extracomment>`tarnwell export --help`: --format</extracomment>
+        <translation>json, csv ou ics (json par défaut).</translation>
+    </message>
+    <message id="cli.option.from">
+        <source>First day, YYYY-MM-DD.</source>
+        <extracomment>`tarnwell export --help`: --from</extracomment>
+        <translation>Premier jour, AAAA-MM-JJ.</translation>
+    </message>
+    <message id="cli.option.to">
+        <source>Last day, YYYY-MM-DD.</source>
+        <extracomment>`tarnwell export --help`: --to</extracomment>
+        <translation>Dernier jour, AAAA-MM-JJ.</translation>
+    </message>
+    <message id="cli.option.output">
+        <source>Write to this file instead of standard output.</source>
+        <extracomment>`tarnwell export --help`: --output</extracomment>
+        <translation>Écrire dans ce fichier au lieu de la sortie standard.</translation>
+    </message>
+    <message id="cli.import.description">
+        <source>Reads a JSON export back. Records the store already holds are skipped; a malformed file changes nothing.</source>
+        <extracomment>`tarnwell import --help`</extracomment>
+        <translation>Relit un export JSON. Les enregistrements déjà présents sont ignorés ; un fichier mal formé ne change rien.</translation>
+    </message>
+    <message id="cli.import.arg.file">
+        <source>The JSON file written by “tarnwell export”.</source>
+        <extracomment>`tarnwell import --help`: the file argument</extracomment>
+        <translation>Le fichier JSON écrit par « tarnwell export ».</translation>
+    </message>
+    <message id="cli.error.usage">
+        <source>%1
+Try “tarnwell %2 --help”.</source>
+        <extracomment>A command line usage error; %1 says what is wrong, %2 is the subcommand</extracomment>
+        <translation>%1
+Essayez « tarnwell %2 --help ».</translation>
+    </message>
+    <message id="cli.error.lineOrTitle">
+        <source>Give either one quick-add line or --title, not both and not neither.</source>
+        <extracomment>Usage error of `tarnwell add`</extracomment>
+        <translation>Donnez soit une ligne d&apos;ajout rapide, soit --title, pas les deux et pas aucun.</translation>
+    </message>
+    <message id="cli.error.unexpected">
+        <source>Unexpected arguments: %1</source>
+        <extracomment>Usage error: extra words on the command line; %1 lists them</extracomment>
+        <translation>Arguments inattendus : %1</translation>
+    </message>
+    <message id="cli.error.notANumber">
+        <source>“%1” is not a whole number of minutes.</source>
+        <extracomment>Usage error: --minutes was not a whole number; %1 is what was given</extracomment>
+        <translation>« %1 » n&apos;est pas un nombre entier de minutes.</translation>
+    </message>
+    <message id="cli.error.followNeedsAgent">
+        <source>Tarnwell is not running, so there are no changes to follow. Start it with “tarnwell”.</source>
+        <extracomment>`tarnwell status --follow` without a running agent</extracomment>
+        <translation>Tarnwell ne tourne pas, il n&apos;y a donc aucun changement à suivre. Lancez-le avec « tarnwell ».</translation>
+    </message>
+    <message id="cli.error.drivingNeedsAgent">
+        <source>Tarnwell is not running; the timer and the task in hand are driven through it. Start it with “tarnwell”.</source>
+        <extracomment>done/start/pause/toggle without a running agent</extracomment>
+        <translation>Tarnwell ne tourne pas ; le minuteur et la tâche en cours passent par lui. Lancez-le avec « tarnwell ».</translation>
+    </message>
+    <message id="cli.error.agentMissing">
+        <source>The tray agent is missing (looked for %1).</source>
+        <extracomment>The tray agent program could not be found; %1 is where it was looked for</extracomment>
+        <translation>L&apos;agent de la zone de notification est introuvable (cherché : %1).</translation>
+    </message>
+    <message id="cli.error.agentUnreachable">
+        <source>The running Tarnwell did not answer: %1</source>
+        <extracomment>The running agent did not answer over D-Bus; %1 is the bus&apos;s message</extracomment>
+        <translation>Le Tarnwell en cours d&apos;exécution n&apos;a pas répondu : %1</translation>
+    </message>
+    <message id="cli.error.cannotRead">
+        <source>Cannot read %1: %2</source>
+        <extracomment>A file could not be read; %1 is the file, %2 the reason</extracomment>
+        <translation>Impossible de lire %1 : %2</translation>
+    </message>
+    <message id="cli.error.cannotWrite">
+        <source>Cannot write %1: %2</source>
+        <extracomment>A file could not be written; %1 is the file, %2 the reason</extracomment>
+        <translation>Impossible d&apos;écrire %1 : %2</translation>
+    </message>
+    <message id="cli.done.confirmation">
+        <source>Completed “%1”.</source>
+        <extracomment>After `tarnwell done`; %1 is the task&apos;s title</extracomment>
+        <translation>« %1 » terminée.</translation>
+    </message>
+    <message id="cli.start.confirmation">
+        <source>Focusing on “%1”.</source>
+        <extracomment>After the timer was started from the command line; %1 is the task&apos;s title</extracomment>
+        <translation>Concentration sur « %1 ».</translation>
+    </message>
+    <message id="cli.pause.confirmation">
+        <source>Paused “%1”.</source>
+        <extracomment>After the timer was paused from the command line; %1 is the task&apos;s title</extracomment>
+        <translation>« %1 » en pause.</translation>
+    </message>
+    <message id="cli.import.confirmation">
+        <source>Imported %1 days, %2 tasks and %3 routines (%4 already there).</source>
+        <extracomment>After `tarnwell import`; %1 days, %2 tasks, %3 routines added, %4 records already there</extracomment>
+        <translation>%1 jours, %2 tâches et %3 routines importés (%4 déjà présents).</translation>
+    </message>
+    <message id="cli.status.empty">
+        <source>Nothing in hand: today&apos;s queue is empty.</source>
+        <extracomment>`tarnwell status` when today&apos;s queue is empty</extracomment>
+        <translation>Rien en cours : la file du jour est vide.</translation>
+    </message>
+    <message id="cli.status.focusing">
+        <source>Focusing on “%1”: %2 focused</source>
+        <extracomment>`tarnwell status` while the timer runs; %1 is the title, %2 the focused time (h:mm:ss)</extracomment>
+        <translation>Concentration sur « %1 » : %2 de concentration</translation>
+    </message>
+    <message id="cli.status.paused">
+        <source>Paused on “%1”: %2 focused</source>
+        <extracomment>`tarnwell status` while the timer is paused; %1 is the title, %2 the focused time (h:mm:ss)</extracomment>
+        <translation>« %1 » en pause : %2 de concentration</translation>
+    </message>
+    <message id="cli.status.ready">
+        <source>Up now: “%1”</source>
+        <extracomment>`tarnwell status` when the task in hand has not been started; %1 is the title</extracomment>
+        <translation>Maintenant : « %1 »</translation>
+    </message>
+    <message id="cli.status.remaining">
+        <source>%1 left of %2</source>
+        <extracomment>`tarnwell status`: the countdown; %1 the time left, %2 the planned time (h:mm:ss)</extracomment>
+        <translation>%1 restant sur %2</translation>
+    </message>
+    <message id="cli.status.overdue">
+        <source>%1 over the planned %2</source>
+        <extracomment>`tarnwell status`: the countdown has run out; %1 the time over, %2 the planned time (h:mm:ss)</extracomment>
+        <translation>%1 au-delà des %2 prévues</translation>
+    </message>
+    <message id="cli.status.next">
+        <source>Next: “%1”</source>
+        <extracomment>`tarnwell status`: the task after the task in hand; %1 is its title</extracomment>
+        <translation>Ensuite : « %1 »</translation>
+    </message>
+    <message id="cli.status.queue" numerus="yes">
+        <source>%n open task(s) today</source>
+        <extracomment>`tarnwell status`: the number of open tasks today</extracomment>
+        <translation>
+            <numerusform>%n tâche ouverte aujourd&apos;hui</numerusform>
+            <numerusform>%n tâches ouvertes aujourd&apos;hui</numerusform>
+        </translation>
+    </message>
+    <message id="cli.list.empty">
+        <source>No tasks on this day.</source>
+        <extracomment>`tarnwell list` for a day without tasks</extracomment>
+        <translation>Aucune tâche ce jour-là.</translation>
+    </message>
+    <message id="intent.addTask.title">
+        <source>Add Task to Tarnwell</source>
+        <extracomment>Name of the system action that adds a task (launchers, command line help)</extracomment>
+        <translation>Ajouter une tâche à Tarnwell</translation>
+    </message>
+    <message id="intent.addTask.description">
+        <source>Adds a task to the end of today&apos;s queue, or to the top when it is urgent.</source>
+        <extracomment>Description of the Add Task action</extracomment>
+        <translation>Ajoute une tâche à la fin de la file du jour, ou en tête si elle est urgente.</translation>
+    </message>
+    <message id="intent.addTask.short">
+        <source>Add Task</source>
+        <extracomment>Short name of the Add Task action, for tight lists</extracomment>
+        <translation>Ajouter une tâche</translation>
+    </message>
+    <message id="intent.addTask.param.title">
+        <source>Title</source>
+        <extracomment>Name of the Add Task action&apos;s title parameter</extracomment>
+        <translation>Titre</translation>
+    </message>
+    <message id="intent.addTask.param.duration">
+        <source>Planned minutes</source>
+        <extracomment>Name of the Add Task action&apos;s planned-minutes parameter</extracomment>
+        <translation>Minutes prévues</translation>
+    </message>
+    <message id="intent.addTask.param.urgent">
+        <source>Urgent</source>
+        <extracomment>Name of the Add Task action&apos;s urgent parameter</extracomment>
+        <translation>Urgent</translation>
+    </message>
+    <message id="intent.addTask.confirmation">
+        <source>Added “%1” to Tarnwell.</source>
+        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task&apos;s title</extracomment>
+        <translation>« %1 » a été ajouté à Tarnwell.</translation>
+    </message>
+    <message id="error.argument.tooLong">
+        <source>“%1” is too long: at most %2 characters.</source>
+        <extracomment>A text handed in by a script or the command line is too long; %1 is the field, %2 the limit</extracomment>
+        <translation>« %1 » est trop long : %2 caractères au maximum.</translation>
+    </message>
+    <message id="error.argument.nul">
+        <source>“%1” contains a NUL character.</source>
+        <extracomment>A text handed in by a script contains a NUL character; %1 is the field</extracomment>
+        <translation>« %1 » contient un caractère NUL.</translation>
+    </message>
+    <message id="error.argument.minutes">
+        <source>Planned minutes must be at most %1.</source>
+        <extracomment>Planned minutes handed in by a script are too many; %1 is the limit</extracomment>
+        <translation>Les minutes prévues ne peuvent dépasser %1.</translation>
+    </message>
+    <message id="error.argument.date">
+        <source>“%1” is not a date of the form YYYY-MM-DD.</source>
+        <extracomment>A day handed in by a script or the command line is not a date; %1 is what was given</extracomment>
+        <translation>« %1 » n&apos;est pas une date de la forme AAAA-MM-JJ.</translation>
+    </message>
+    <message id="error.argument.taskId">
+        <source>“%1” is not a task id (a UUID such as 0f8fad5b-d9cb-469f-a165-70867728950e).</source>
+        <extracomment>A task id handed in by a script is not a UUID; %1 is what was given</extracomment>
+        <translation>« %1 » n&apos;est pas un identifiant de tâche (un UUID comme 0f8fad5b-d9cb-469f-a165-70867728950e).</translation>
+    </message>
+    <message id="error.argument.format">
+        <source>Unknown format “%1”: use json, csv or ics.</source>
+        <extracomment>An export format that does not exist was asked for; %1 is what was given</extracomment>
+        <translation>Format inconnu « %1 » : utilisez json, csv ou ics.</translation>
+    </message>
+    <message id="error.argument.range">
+        <source>The start date %1 comes after the end date %2.</source>
+        <extracomment>An export range whose start comes after its end; %1 and %2 are the dates</extracomment>
+        <translation>La date de début %1 est postérieure à la date de fin %2.</translation>
+    </message>
+    <message id="automation.error.noTaskInHand">
+        <source>There is no task in hand: today&apos;s queue is empty.</source>
+        <extracomment>A script or the command line asked to drive the task in hand, but today&apos;s queue is empty</extracomment>
+        <translation>Aucune tâche en cours : la file du jour est vide.</translation>
+    </message>
+    <message id="automation.error.taskNotFound">
+        <source>No open task has the id %1.</source>
+        <extracomment>A script asked to complete a task that does not exist or is not open; %1 is the id</extracomment>
+        <translation>Aucune tâche ouverte n&apos;a l&apos;identifiant %1.</translation>
+    </message>
+    <message id="error.import.tooLarge">
+        <source>The file is too large to import (at most %1 MB).</source>
+        <extracomment>An import file is larger than we accept; %1 is the limit in megabytes</extracomment>
+        <translation>Le fichier est trop volumineux pour être importé (%1 Mo au maximum).</translation>
+    </message>
+    <message id="error.import.field">
+        <source>Line %1, field “%2”: %3</source>
+        <extracomment>Import refused; %1 is the line of the file, %2 the field, %3 what is wrong with it</extracomment>
+        <translation>Ligne %1, champ « %2 » : %3</translation>
+    </message>
+    <message id="error.import.invalidValue">
+        <source>missing or not a valid value</source>
+        <extracomment>Import refused: a field is missing or holds the wrong kind of value</extracomment>
+        <translation>absent ou valeur non valide</translation>
+    </message>
+    <message id="error.import.notJson">
+        <source>Line %1: this is not valid JSON (%2).</source>
+        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser&apos;s message</extracomment>
+        <translation>Ligne %1 : ce n&apos;est pas du JSON valide (%2).</translation>
+    </message>
+    <message id="error.import.notExport">
+        <source>This is not a Tarnwell export (expected “format”: “%1” and “version”: %2).</source>
+        <extracomment>Import refused: the JSON is not one of our exports; %1 is the expected format name, %2 the version</extracomment>
+        <translation>Ce n&apos;est pas un export Tarnwell (attendu : « format » : « %1 » et « version » : %2).</translation>
+    </message>
+    <message id="error.import.duplicateId">
+        <source>this id appears twice</source>
+        <extracomment>Import refused: an id appears twice in the file</extracomment>
+        <translation>cet identifiant apparaît deux fois</translation>
+    </message>
+    <message id="error.import.duplicateDate">
+        <source>this date appears twice</source>
+        <extracomment>Import refused: two days of the file have the same date</extracomment>
+        <translation>cette date apparaît deux fois</translation>
+    </message>
+    <message id="automation.error.notReady">
+        <source>Tarnwell is still starting; try again in a moment.</source>
+        <extracomment>A script called the agent while it is still starting</extracomment>
+        <translation>Tarnwell est encore en cours de démarrage ; réessayez dans un instant.</translation>
+    </message>
 </context>
 </TS>

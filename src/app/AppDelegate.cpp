@@ -2,6 +2,8 @@
 
 #include "hotkeys/HotkeyManager.h"
 #include "integration/AppURLRouter.h"
+#include "integration/TaskAutomation.h"
+#include "ical/IcsWriter.h"
 #include "kit/LoginItemService.h"
 #include "kit/Logging.h"
 #include "kit/NamedNotifications.h"
@@ -125,6 +127,9 @@ void AppDelegate::applicationDidFinishLaunching()
     m_quickAdd = std::make_unique<QuickAddWindowController>(*m_quickAddDraft, *m_ui);
     m_routinesWindow = std::make_unique<RoutinesWindowController>(*m_routineRepository, *m_ui);
     connect(m_popoverModel.get(), &PopoverModel::manageRoutinesRequested, this, &AppDelegate::showRoutines);
+    m_automation = std::make_unique<TaskAutomation>(
+        *m_activeTasks, *m_sounds, *m_popoverModel, m_calendar,
+        [this](const QList<Day *> &days, const Calendar &calendar) { return IcsWriter::write(days, calendar, m_clock()); });
 
     // 5. Launch at login follows its setting.
     m_loginItems = std::make_unique<LoginItemService>(*m_settings, m_options.executable);
@@ -355,6 +360,7 @@ void AppDelegate::applicationWillTerminate()
     m_sessionEvents.reset();
     m_notificationRouter.reset();
     m_routinesWindow.reset();
+    m_automation.reset();
     m_quickAdd.reset();
     m_quickAddDraft.reset();
     m_popover.reset();

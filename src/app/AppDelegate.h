@@ -26,6 +26,7 @@ class HotkeyManager;
 class NamedNotifications;
 class PopoverKeyMonitor;
 class SoundService;
+class TaskAutomation;
 class DayRepository;
 class LoginItemService;
 class MenuBarController;
@@ -89,6 +90,8 @@ public:
     QuickAddWindowController *quickAddController() const { return m_quickAdd.get(); }
     RoutinesWindowController *routinesController() const { return m_routinesWindow.get(); }
     HotkeyManager *hotkeyManager() const { return m_hotkeys.get(); }
+    // What the bus interface org.tarnwell.Tarnwell1 drives; none before launch.
+    TaskAutomation *automation() const { return m_automation.get(); }
 
 Q_SIGNALS:
     void interfaceInstalled();
@@ -129,6 +132,7 @@ private:
     std::unique_ptr<QuickAddDraft> m_quickAddDraft;
     std::unique_ptr<QuickAddWindowController> m_quickAdd;
     std::unique_ptr<RoutinesWindowController> m_routinesWindow;
+    std::unique_ptr<TaskAutomation> m_automation;
     std::unique_ptr<LoginItemService> m_loginItems;
     std::unique_ptr<OnboardingCoordinator> m_onboarding;
     std::unique_ptr<AppURLRouter> m_urlRouter;

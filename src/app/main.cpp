@@ -2,7 +2,8 @@
 #include "integration/AppURLRouter.h"
 #include "kit/Logging.h"
 #include "kit/UserDefaults.h"
-#include "platform/ApplicationBus.h"
+#include "kit/Translations.h"
+#include "platform/AutomationBus.h"
 #include "platform/JournalLog.h"
 #include "platform/UnixSignals.h"
 
@@ -11,12 +12,40 @@
 #include <QTimer>
 #include <QtQml/QQmlExtensionPlugin>
 
+#include <cstdio>
+
 Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
 
 using namespace tarnwell;
 
+namespace {
+
+// Without a display the platform plugin would abort; say so in one line.
+bool hasDisplay()
+{
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (!platform.isEmpty() && !platform.startsWith("xcb") && !platform.startsWith("wayland"))
+        return true; // offscreen, vnc, ...: no display server needed
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+int refuseWithoutDisplay(int argc, char *argv[])
+{
+    QCoreApplication core(argc, argv);
+    Translations translations;
+    translations.install(Translations::resolve(QString()));
+    //: The tray agent was started where there is no graphical display (ssh, cron, a text console)
+    //% "tarnwell: no graphical display (DISPLAY and WAYLAND_DISPLAY are unset), so the tray agent cannot start. Commands such as “tarnwell status” work without one."
+    fprintf(stderr, "%s\n", qPrintable(qtTrId("agent.error.noDisplay")));
+    return 1;
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
+    if (!hasDisplay())
+        return refuseWithoutDisplay(argc, argv);
     // QApplication rather than QGuiApplication: the plain tray icon for XEmbed
     // panels is a widget.
     QApplication app(argc, argv);
@@ -43,7 +72,7 @@ int main(int argc, char *argv[])
     delegate.applicationWillFinishLaunching();
 
     // One instance per user: the first owns the name, later ones hand over.
-    platform::ApplicationBus bus;
+    platform::AutomationBus bus;
     QObject::connect(&bus, &platform::ApplicationBus::openRequested, &delegate, [&](const QStringList &uris) {
         for (const QString &uri : uris)
             delegate.urlRouter()->handleURL(uri);
@@ -68,6 +97,9 @@ int main(int argc, char *argv[])
     });
     QObject::connect(&app, &QCoreApplication::aboutToQuit, &delegate, &AppDelegate::applicationWillTerminate);
 
-    QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);
+    QTimer::singleShot(0, &delegate, [&] {
+        delegate.applicationDidFinishLaunching();
+        bus.setAutomation(delegate.automation());
+    });
     return app.exec();
 }

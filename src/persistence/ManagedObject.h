@@ -61,6 +61,12 @@ public:
     StoreContext *managedObjectContext() const { return m_context; }
 
     QUuid id() const { return m_values[0].toUuid(); }
+    // Gives an object its id before it is inserted (imports keep their ids).
+    void assignId(const QUuid &id)
+    {
+        Q_ASSERT(!m_context);
+        m_values[0] = id;
+    }
 
     // Inserted: not yet saved. Deleted: deleted in memory, or its row is gone.
     bool isInserted() const { return m_state == State::Inserted; }

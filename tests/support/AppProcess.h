@@ -1,5 +1,7 @@
 // The real `tarnwell` program as a child process with its own data and
 // config folders, and its log read as it comes (no fixed sleeps).
+// TARNWELL_BINARY is the `tarnwell` command: without a subcommand it execs
+// tarnwell-agent in the same process, so pid() and terminate() reach the agent.
 #pragma once
 
 #include <QElapsedTimer>

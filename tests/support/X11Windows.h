@@ -74,7 +74,7 @@ private:
     {
         auto r = reply(xcb_intern_atom_reply(
             m_connection, xcb_intern_atom(m_connection, 0, uint16_t(std::strlen(name)), name), nullptr));
-        return r ? r->atom : XCB_ATOM_NONE;
+        return r ? r->atom : xcb_atom_t(XCB_ATOM_NONE);
     }
 
     xcb_connection_t *m_connection;

@@ -1,0 +1,25 @@
+# fish completion for tarnwell
+set -l commands add status list done start pause toggle export import
+complete -c tarnwell -f
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a add -d 'Add a task to today'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a status -d 'The task in hand and its timer'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a list -d 'The tasks of a day'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a done -d 'Complete the task in hand'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a start -d 'Start the timer'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a pause -d 'Pause the timer'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a toggle -d 'Start or pause the timer'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a export -d 'Write JSON, CSV or iCalendar'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a import -d 'Read a JSON export back'
+complete -c tarnwell -l help -d 'Show help'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -l version -d 'Show the version'
+complete -c tarnwell -n "__fish_seen_subcommand_from add" -l title -r -d 'Title, taken as it is'
+complete -c tarnwell -n "__fish_seen_subcommand_from add" -l minutes -r -d 'Planned minutes'
+complete -c tarnwell -n "__fish_seen_subcommand_from add" -l urgent -d 'Put the task first'
+complete -c tarnwell -n "__fish_seen_subcommand_from status list" -l json -d 'Print JSON'
+complete -c tarnwell -n "__fish_seen_subcommand_from status" -l follow -d 'Print again on every change'
+complete -c tarnwell -n "__fish_seen_subcommand_from list" -l day -r -d 'Day, YYYY-MM-DD'
+complete -c tarnwell -n "__fish_seen_subcommand_from export" -l format -r -a 'json csv ics' -d 'Format'
+complete -c tarnwell -n "__fish_seen_subcommand_from export" -l from -r -d 'First day'
+complete -c tarnwell -n "__fish_seen_subcommand_from export" -l to -r -d 'Last day'
+complete -c tarnwell -n "__fish_seen_subcommand_from export" -s o -l output -r -F -d 'Output file'
+complete -c tarnwell -n "__fish_seen_subcommand_from import" -F
