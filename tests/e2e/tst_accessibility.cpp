@@ -85,7 +85,9 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(panel.registrations() > 0, patience);
         panel.activate(1500, 0);
         const QString missed = keyboard::enterLine(m_reader, app.pid(), taskTitle + QStringLiteral(" ~ 30m"), taskTitle, patience);
-        QVERIFY2(missed.isEmpty(), qPrintable(missed));
+        if (!missed.isEmpty())
+            qWarning().noquote() << missed;
+        QVERIFY(missed.isEmpty());
         panel.clickMenu(Panel::menuTimer);
         StoreReader store(storePath());
         QTRY_COMPARE_WITH_TIMEOUT(store.tasks(), QStringList{taskTitle + QStringLiteral("|30|0|0|1")}, patience);

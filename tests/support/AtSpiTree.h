@@ -18,7 +18,7 @@ struct AtSpiNode
     QString role;        // AT-SPI role name: "push button", "check box", "list item", ...
     QString name;
     QString description;
-    bool showing = false; // on screen: the item and all its ancestors visible
+    bool showing = false; // on screen: the item and all its ancestors visible (else no children read)
     bool focused = false; // holds the keyboard focus
     QString text;         // what a text field holds
     QList<AtSpiNode> children;
@@ -40,14 +40,15 @@ struct AtSpiNode
         const auto all = find([&](const AtSpiNode &n) { return n.showing && pick(n); });
         return all.isEmpty() ? nullptr : all.first();
     }
-    // One line a node, indented by depth: role, name, state, text; for
-    // failure messages.
+    // One line a node on screen, indented by depth: role, name, description,
+    // focus, text; for failure messages.
     QString dump(int depth = 0) const
     {
-        QString out = QString(depth * 2, QLatin1Char(' ')) + QStringLiteral("[%1] \"%2\"%3%4%5%6\n")
+        if (!showing)
+            return {};
+        QString out = QString(depth * 2, QLatin1Char(' ')) + QStringLiteral("[%1] \"%2\"%3%4%5\n")
                                                               .arg(role, name)
                                                               .arg(description.isEmpty() ? QString() : QStringLiteral(" (") + description + QLatin1Char(')'))
-                                                              .arg(showing ? QString() : QStringLiteral(" hidden"))
                                                               .arg(focused ? QStringLiteral(" focused") : QString())
                                                               .arg(isField() ? QStringLiteral(" text=\"") + text + QLatin1Char('"') : QString());
         for (const AtSpiNode &child : children)
@@ -109,7 +110,7 @@ private:
     {
         QDBusMessage m = QDBusMessage::createMethodCall(ref.service, ref.path, interface, method);
         m.setArguments(args);
-        return m_bus.call(m, QDBus::Block, 5000);
+        return m_bus.call(m, QDBus::Block, 20000);
     }
     QList<Ref> children(const Ref &ref)
     {
@@ -154,7 +155,7 @@ private:
                          .arguments().value(0).toString();
         // An item of a hidden window is not on screen either.
         n.showing = parentShowing && (isApplication || (!state.isEmpty() && (state.first() & (1u << showingBit))));
-        if (depth < 64) {
+        if (n.showing && depth < 64) {
             for (const Ref &child : children(ref))
                 n.children << node(child, depth + 1, n.showing);
         }

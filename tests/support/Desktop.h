@@ -75,7 +75,12 @@ private:
     FakeWatcher *m_watcher = new FakeWatcher(&m_object);
 };
 
-// What a person's keyboard does: xdotool into the focused window.
+// What a person's keyboard does: xdotool into the focused window. Type only
+// characters of the display's keyboard layout (US): for any other, xdotool
+// binds a spare key for that one keystroke and unbinds it right after, and on
+// a loaded machine the program reads the layout once it has been restored and
+// the character is lost ("Write report · 45m !" arrived as "Write report  45m
+// !"). A person's keyboard does not change under their fingers.
 namespace keyboard {
 inline bool type(const QString &text)
 {
@@ -122,7 +127,7 @@ inline QString enterLine(AtSpiTree &reader, qint64 pid, const QString &line, con
     if (!type(line))
         return QStringLiteral("xdotool failed");
     if (!waitUntil([&] { return focusedFieldHolds(reader, pid, line); }, timeoutMs))
-        return QStringLiteral("the field does not show \"%1\"").arg(line);
+        return QStringLiteral("the field does not show \"%1\" in\n%2").arg(line, reader.application(pid).dump());
     if (!key(QStringLiteral("Return")))
         return QStringLiteral("xdotool failed");
     const auto listed = [&] {
