@@ -12,7 +12,7 @@ packages=(
   qt6-multimedia-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
   libsystemd-dev libgl-dev libx11-dev libxss-dev libxcb1-dev libxcb-keysyms1-dev libical-dev
   libbenchmark-dev
-  xvfb xauth dbus xdotool sqlite3
+  xvfb xauth dbus xdotool sqlite3 at-spi2-core
   clang libclang-rt-14-dev
 )
 

@@ -209,6 +209,9 @@ ThemedWindow {
         // The task in hand.
         Rectangle {
             objectName: "taskInHandCard"
+            Accessible.role: Accessible.Grouping
+            Accessible.name: root.popover.cardTitle
+            Accessible.description: root.popover.countdownText + " " + root.popover.countdownCaption
             Layout.fillWidth: true
             visible: root.popover.hasTaskInHand
             implicitHeight: cardColumn.implicitHeight + 20
@@ -317,6 +320,8 @@ ThemedWindow {
         ListView {
             id: list
             objectName: "taskList"
+            Accessible.role: Accessible.List
+            Accessible.name: root.popover.dayTitle
             Layout.fillWidth: true
             Layout.fillHeight: true
             clip: true

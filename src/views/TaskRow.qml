@@ -18,6 +18,9 @@ Item {
     signal editRequested()
     signal editFinished()
 
+    Accessible.role: Accessible.ListItem
+    Accessible.name: row.model.title
+
     implicitHeight: editing ? editor.implicitHeight + 16 : Math.max(44, summary.implicitHeight + 12)
 
     function durationText(minutes) {

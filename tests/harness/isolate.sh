@@ -3,19 +3,23 @@
 #   temporary XDG data/config/cache/runtime folders, no access to the user's
 #   session bus, and, on request, a private D-Bus session bus (--bus), an Xvfb
 #   display (--display), a private bus standing in for the system bus
-#   (--system-bus; without it the system bus is out of reach) and a time zone
-#   (--tz Zone/Name).
-# Usage: isolate.sh [--bus] [--system-bus] [--display] [--tz ZONE] -- command [args...]
+#   (--system-bus; without it the system bus is out of reach), the
+#   accessibility bus that screen readers listen on (--a11y: at-spi2-core's bus
+#   and registry inside the private session, Qt's accessibility bridge switched
+#   on; implies --bus) and a time zone (--tz Zone/Name).
+# Usage: isolate.sh [--bus] [--system-bus] [--display] [--a11y] [--tz ZONE] -- command [args...]
 set -euo pipefail
 
 want_bus=0
 want_display=0
 want_system_bus=0
+want_a11y=0
 while [ $# -gt 0 ]; do
   case "$1" in
     --bus) want_bus=1; shift ;;
     --display) want_display=1; shift ;;
     --system-bus) want_system_bus=1; shift ;;
+    --a11y) want_a11y=1; want_bus=1; shift ;;
     --tz) export TZ="$2"; shift 2 ;;
     --) shift; break ;;
     *) echo "isolate.sh: unknown option $1" >&2; exit 2 ;;
@@ -60,7 +64,27 @@ else
   export QT_QPA_PLATFORM=offscreen
 fi
 
-if [ $want_bus -eq 1 ]; then
+# Inside the private session: start the accessibility bus, wait until it is
+# reachable, run the command, then stop the bus again.
+with_a11y_bus='
+  /usr/libexec/at-spi-bus-launcher --launch-immediately --a11y=1 &
+  launcher=$!
+  for _ in $(seq 200); do
+    if dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus org.a11y.Bus.GetAddress \
+         >/dev/null 2>&1; then break; fi
+    sleep 0.05
+  done
+  status=0
+  "$@" || status=$?
+  kill "$launcher" 2>/dev/null || true
+  wait "$launcher" 2>/dev/null || true
+  exit $status'
+
+if [ $want_a11y -eq 1 ]; then
+  [ -x /usr/libexec/at-spi-bus-launcher ] || { echo "isolate.sh: at-spi2-core is missing" >&2; exit 2; }
+  export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
+  dbus-run-session -- bash -c "$with_a11y_bus" a11y-session "$@"
+elif [ $want_bus -eq 1 ]; then
   dbus-run-session -- "$@"
 else
   "$@"
