@@ -244,7 +244,8 @@ ThemedWindow {
                         model: root.routines.repeatOptions
                         textRole: "text"
                         valueRole: "kind"
-                        currentIndex: indexOfValue(root.routines.repeatChoice)
+                        // Read again once the options exist: indexOfValue alone does not follow the model.
+                        currentIndex: count > 0 ? indexOfValue(root.routines.repeatChoice) : -1
                         Accessible.name: root.routines.texts.repeatMenu
                         onActivated: root.routines.setRepeatChoice(currentValue)
                     }

@@ -4,6 +4,7 @@
 // for what must hold whatever the look: the window's own background colour
 // fills its corner, and the texts are in the language asked for.
 #include "ViewsFixture.h"
+#include "services/PlanningTexts.h"
 #include "views/OnboardingCoordinator.h"
 #include "views/QuickAddWindowController.h"
 #include "views/RoutinesWindowController.h"
@@ -83,6 +84,10 @@ private Q_SLOTS:
         f.routines.createRoutine(QStringLiteral("Morning"), {{QStringLiteral("Inbox zero"), 15, std::nullopt}});
         RoutinesWindowController routines(f.routines, ui);
         routines.show();
+        // The chosen routine's repeat rule shows as soon as the window does.
+        auto *repeat = routines.window()->findChild<QQuickItem *>(QStringLiteral("repeatMenu"));
+        QVERIFY(repeat);
+        QTRY_COMPARE(repeat->property("displayText").toString(), PlanningTexts::repeatOption(RoutineSchedule::Kind::never));
         save(routines.window(), QStringLiteral("routines"), dark, language, theme);
         QVERIFY(f.translations.install(QStringLiteral("en")));
     }
