@@ -1221,5 +1221,10 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>A script called the agent while it is still starting</extracomment>
         <translation>Tarnwell startet noch; bitte gleich noch einmal versuchen.</translation>
     </message>
+    <message id="cli.option.action">
+        <source>Ask the running program for an action: quick-add, open-today or toggle-popover (for a desktop shortcut).</source>
+        <extracomment>`tarnwell --help`: the option that asks the running program for one of its actions; keep the action names</extracomment>
+        <translation>Das laufende Programm um eine Aktion bitten: quick-add, open-today oder toggle-popover (für ein Tastenkürzel des Desktops).</translation>
+    </message>
 </context>
 </TS>

@@ -1221,5 +1221,10 @@ Pruebe «tarnwell %2 --help».</translation>
         <extracomment>A script called the agent while it is still starting</extracomment>
         <translation>Tarnwell aún se está iniciando; inténtelo de nuevo en un momento.</translation>
     </message>
+    <message id="cli.option.action">
+        <source>Ask the running program for an action: quick-add, open-today or toggle-popover (for a desktop shortcut).</source>
+        <extracomment>`tarnwell --help`: the option that asks the running program for one of its actions; keep the action names</extracomment>
+        <translation>Pide una acción al programa en marcha: quick-add, open-today o toggle-popover (para un atajo del escritorio).</translation>
+    </message>
 </context>
 </TS>

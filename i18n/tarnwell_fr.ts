@@ -1221,5 +1221,10 @@ Essayez « tarnwell %2 --help ».</translation>
         <extracomment>A script called the agent while it is still starting</extracomment>
         <translation>Tarnwell est encore en cours de démarrage ; réessayez dans un instant.</translation>
     </message>
+    <message id="cli.option.action">
+        <source>Ask the running program for an action: quick-add, open-today or toggle-popover (for a desktop shortcut).</source>
+        <extracomment>`tarnwell --help`: the option that asks the running program for one of its actions; keep the action names</extracomment>
+        <translation>Demander une action au programme en cours : quick-add, open-today ou toggle-popover (pour un raccourci du bureau).</translation>
+    </message>
 </context>
 </TS>

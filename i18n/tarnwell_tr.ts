@@ -1206,5 +1206,10 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>A script called the agent while it is still starting</extracomment>
         <translation>Tarnwell hâlâ başlıyor; birazdan yeniden deneyin.</translation>
     </message>
+    <message id="cli.option.action">
+        <source>Ask the running program for an action: quick-add, open-today or toggle-popover (for a desktop shortcut).</source>
+        <extracomment>`tarnwell --help`: the option that asks the running program for one of its actions; keep the action names</extracomment>
+        <translation>Çalışan programdan bir eylem isteyin: quick-add, open-today veya toggle-popover (masaüstü kısayolu için).</translation>
+    </message>
 </context>
 </TS>

@@ -277,12 +277,20 @@ void AppDelegate::togglePopover(const QPoint &anchor)
 
 bool AppDelegate::activateAction(const QString &action)
 {
-    // The actions a desktop entry names; each goes the way its link goes, so
-    // it also waits for the interface.
+    // The actions a desktop entry or a desktop shortcut names; each but the
+    // toggle goes the way its link goes, so it also waits for the interface.
     static const QHash<QString, QString> links{
         {QStringLiteral("quick-add"), QStringLiteral("tarnwell://quickadd")},
         {QStringLiteral("open-today"), QStringLiteral("tarnwell://today")},
     };
+    if (action == QLatin1String("toggle-popover")) {
+        qCInfo(lcServices).noquote() << QStringLiteral("Activating action %1").arg(action);
+        if (m_appUIInstalled)
+            togglePopover(QPoint());
+        else
+            revealPopover(); // waits for the interface
+        return true;
+    }
     const auto link = links.constFind(action);
     if (link == links.constEnd()) {
         qCWarning(lcServices).noquote() << QStringLiteral("Unknown action %1").arg(action);

@@ -83,7 +83,8 @@ public:
     void revealPopover();
     void showQuickAdd();
     void showRoutines();
-    // org.freedesktop.Application.ActivateAction: "quick-add", "open-today".
+    // org.freedesktop.Application.ActivateAction: "quick-add", "open-today",
+    // "toggle-popover".
     bool activateAction(const QString &action);
 
     PopoverManager *popoverManager() const { return m_popover.get(); }

@@ -42,4 +42,13 @@ bool AgentClient::handOver(const QStringList &links)
     return m_connection.call(message, QDBus::Block, 2000).type() == QDBusMessage::ReplyMessage;
 }
 
+bool AgentClient::activateAction(const QString &action)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(QLatin1String(serviceName), QLatin1String(objectPath),
+                                                          QStringLiteral("org.freedesktop.Application"),
+                                                          QStringLiteral("ActivateAction"));
+    message << action << QVariantList() << QVariantMap();
+    return m_connection.call(message, QDBus::Block, 2000).type() == QDBusMessage::ReplyMessage;
+}
+
 } // namespace tarnwell::cli

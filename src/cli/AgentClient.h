@@ -47,6 +47,8 @@ public:
     QDBusMessage call(const QString &method, const QVariantList &arguments = {}, int timeoutMs = 25000);
     // Hands links to the running agent (Open), or asks it to show itself.
     bool handOver(const QStringList &links);
+    // org.freedesktop.Application.ActivateAction(action). Whether the agent answered.
+    bool activateAction(const QString &action);
 
 private:
     QDBusConnection m_connection;

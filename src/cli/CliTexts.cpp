@@ -32,6 +32,13 @@ QString uiTestOption()
     return qtTrId("cli.option.uiTest");
 }
 
+QString actionOption()
+{
+    //: `tarnwell --help`: the option that asks the running program for one of its actions; keep the action names
+    //% "Ask the running program for an action: quick-add, open-today or toggle-popover (for a desktop shortcut)."
+    return qtTrId("cli.option.action");
+}
+
 QString jsonOption()
 {
     //: Command line option --json

@@ -11,6 +11,7 @@ QString summary();
 QString launcherUsage();
 QString linkArgument();
 QString uiTestOption();
+QString actionOption();
 QString jsonOption();
 
 QString addDescription();

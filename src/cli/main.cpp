@@ -54,6 +54,7 @@ int launch(int argc, char *argv[], const QStringList &arguments, QTextStream &er
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOption({QStringLiteral("ui-test"), CliTexts::uiTestOption()});
+    parser.addOption({QStringLiteral("action"), CliTexts::actionOption(), QStringLiteral("name")});
     parser.addPositionalArgument(QStringLiteral("link"), CliTexts::linkArgument(), QStringLiteral("[link...]"));
     if (!parser.parse(arguments)) {
         err << QStringLiteral("tarnwell: ") << CliTexts::usageError(parser.errorText(), QString()).section(u'\n', 0, 0)
@@ -71,7 +72,10 @@ int launch(int argc, char *argv[], const QStringList &arguments, QTextStream &er
     AgentClient agent;
     if (agent.agentRunning()) {
         qCInfo(lcServices).noquote() << QStringLiteral("Tarnwell is already running; handing over");
-        if (agent.handOver(parser.positionalArguments()))
+        const bool handed = parser.isSet(QStringLiteral("action"))
+                                ? agent.activateAction(parser.value(QStringLiteral("action")))
+                                : agent.handOver(parser.positionalArguments());
+        if (handed)
             return Cli::ok;
         err << QStringLiteral("tarnwell: ") << CliTexts::agentUnreachable(agent.connection().lastError().message())
             << Qt::endl;
@@ -80,8 +84,10 @@ int launch(int argc, char *argv[], const QStringList &arguments, QTextStream &er
     const QString path = agentPath();
     const QByteArray program = QFile::encodeName(path);
     std::vector<char *> args{const_cast<char *>(program.constData())};
-    for (int i = 1; i < argc; ++i)
-        args.push_back(argv[i]);
+    // An action with nobody running to carry it out: starting is the answer.
+    if (!parser.isSet(QStringLiteral("action")))
+        for (int i = 1; i < argc; ++i)
+            args.push_back(argv[i]);
     args.push_back(nullptr);
     ::execv(program.constData(), args.data());
     err << QStringLiteral("tarnwell: ") << CliTexts::agentMissing(path) << Qt::endl;

@@ -118,7 +118,7 @@ QString HotkeyManager::desktopShortcutCommand(Action action)
     case Action::quickAdd:
         return QStringLiteral("tarnwell tarnwell://quickadd");
     case Action::togglePopover:
-        return QStringLiteral("tarnwell");
+        return QStringLiteral("tarnwell --action toggle-popover");
     default:
         return {};
     }

@@ -157,6 +157,15 @@ private Q_SLOTS:
         QVERIFY2(app.waitFor(QStringLiteral("Popover shown")), qPrintable(app.log()));
         activate(QStringLiteral("no-such-thing"));
         QVERIFY(app.waitFor(QStringLiteral("Unknown action no-such-thing")));
+        // What a desktop shortcut runs where no hot-key service exists: the
+        // popover, open now, closes; a second press opens it again.
+        for (int press = 1; press <= 2; ++press) {
+            App shortcut(freshHome(), {QStringLiteral("--action"), QStringLiteral("toggle-popover")});
+            QVERIFY(shortcut.finish(5000));
+            QCOMPARE(shortcut.process().exitCode(), 0);
+        }
+        QVERIFY2(app.waitFor(QStringLiteral("Popover hidden")), qPrintable(app.log()));
+        QVERIFY2(app.waitFor(QStringLiteral("Popover shown"), 10000, 2), qPrintable(app.log()));
         app.terminate();
         QVERIFY(app.finish());
     }
