@@ -17,9 +17,12 @@ OnboardingCoordinator::OnboardingCoordinator(AppSettingsStore &settings, UiEngin
 
 OnboardingCoordinator::~OnboardingCoordinator()
 {
-    // A window being destroyed still reports itself hidden; nobody may hear it.
-    if (m_window)
+    // A window being destroyed still reports itself hidden and closed; nobody may hear it.
+    m_finished = true;
+    if (m_window) {
+        m_window->removeEventFilter(this);
         QObject::disconnect(m_window.data(), nullptr, nullptr, nullptr);
+    }
     delete m_window.data();
 }
 
@@ -43,7 +46,9 @@ void OnboardingCoordinator::show()
 
 bool OnboardingCoordinator::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_window && event->type() == QEvent::Close)
+    // Installed on our window only; the pointer is not read here, because a
+    // window being destroyed sends its close event half torn down.
+    if (event->type() == QEvent::Close && !m_finished)
         QMetaObject::invokeMethod(this, &OnboardingCoordinator::finish, Qt::QueuedConnection);
     return QObject::eventFilter(watched, event);
 }
