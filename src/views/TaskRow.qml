@@ -23,14 +23,6 @@ Item {
 
     implicitHeight: editing ? editor.implicitHeight + 16 : Math.max(44, summary.implicitHeight + 12)
 
-    function durationText(minutes) {
-        if (minutes < 1)
-            return ""
-        const h = Math.floor(minutes / 60)
-        const m = minutes % 60
-        return h === 0 ? m + "m" : (m === 0 ? h + "h" : h + "h " + m + "m")
-    }
-
     Rectangle {
         anchors.fill: parent
         radius: 6
@@ -109,7 +101,7 @@ Item {
                 Layout.fillWidth: true
                 readonly property var parts: {
                     const list = []
-                    const d = row.durationText(row.model.durationMinutes)
+                    const d = row.popover.editor.durationText(row.model.durationMinutes)
                     if (d.length > 0)
                         list.push(d)
                     if (row.model.rolledOver)
