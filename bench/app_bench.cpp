@@ -47,8 +47,9 @@ double cpuSeconds(qint64 pid)
 
 void activate(QDBusConnection &bus, const QString &item)
 {
-    QDBusMessage m = QDBusMessage::createMethodCall(item, QStringLiteral("/StatusNotifierItem"),
-                                                    QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
+    QDBusMessage m =
+        QDBusMessage::createMethodCall(item, QStringLiteral("/StatusNotifierItem"),
+                                       QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
     m << 1500 << 0;
     bus.call(m, QDBus::NoBlock);
 }

@@ -93,7 +93,8 @@ int main(int argc, char *argv[])
         figures[i] = medianMs(home, add);
         bench::figure(names[i], figures[i], "ms");
         if (sizes[i] == 10000)
-            bench::figure("cli.status.ms_10k", medianMs(home, {QStringLiteral("status"), QStringLiteral("--json")}), "ms");
+            bench::figure("cli.status.ms_10k", medianMs(home, {QStringLiteral("status"), QStringLiteral("--json")}),
+                          "ms");
     }
     bench::figure("cli.add.ratio_100k", figures[2] / figures[0], "x");
 

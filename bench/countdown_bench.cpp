@@ -37,7 +37,8 @@ int main(int argc, char *argv[])
     settings.setPreEndWarningMinutes(5);
     ActiveTaskService service(store.controller.viewContext(), settings, systemClock(), &store.days, &store.tasks);
     if (service.queue().size() != 50) {
-        std::fprintf(stderr, "expected 50 open tasks today, found %lld\n", static_cast<long long>(service.queue().size()));
+        std::fprintf(stderr, "expected 50 open tasks today, found %lld\n",
+                     static_cast<long long>(service.queue().size()));
         return 1;
     }
     Task *inHand = service.activeTask();

@@ -41,7 +41,8 @@ class KeyArrival : public QAbstractNativeEventFilter
 public:
     bool nativeEventFilter(const QByteArray &type, void *message, qintptr *) override
     {
-        if (type == "xcb_generic_event_t" && (static_cast<xcb_generic_event_t *>(message)->response_type & 0x7f) == XCB_KEY_PRESS)
+        if (type == "xcb_generic_event_t" &&
+            (static_cast<xcb_generic_event_t *>(message)->response_type & 0x7f) == XCB_KEY_PRESS)
             at = clock.nsecsElapsed();
         return false;
     }

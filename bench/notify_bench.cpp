@@ -50,10 +50,13 @@ int main(int argc, char *argv[])
         &inThread,
         [&] {
             server = new FakeNotificationServer;
-            QObject::connect(server, &FakeNotificationServer::notified, server, [&] {
-                shownAt = Steady::now().time_since_epoch().count();
-                ++shown;
-            }, Qt::DirectConnection);
+            QObject::connect(
+                server, &FakeNotificationServer::notified, server,
+                [&] {
+                    shownAt = Steady::now().time_since_epoch().count();
+                    ++shown;
+                },
+                Qt::DirectConnection);
             if (!server->start())
                 std::fprintf(stderr, "the stand-in server could not start\n");
         },
@@ -92,7 +95,8 @@ int main(int argc, char *argv[])
     }
     bench::figure("notify.complete_to_shown.median_ms", bench::median(samples), "ms");
 
-    QMetaObject::invokeMethod(&inThread, [&] { delete server; }, Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(
+        &inThread, [&] { delete server; }, Qt::BlockingQueuedConnection);
     serverThread.quit();
     serverThread.wait();
     return 0;

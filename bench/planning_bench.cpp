@@ -155,7 +155,8 @@ int main(int argc, char *argv[])
         if (name == "BM_QuickAddParse")
             bench::figure("quickadd.parse.median_us", us, "us");
     }
-    const double firstTable = bench::timeUs([] { benchmark::DoNotOptimize(QuickAddDayVocabulary::buildWeekdayTable()); });
+    const double firstTable =
+        bench::timeUs([] { benchmark::DoNotOptimize(QuickAddDayVocabulary::buildWeekdayTable()); });
     std::fprintf(stderr, "first weekday table build: %.1f us\n", firstTable);
     bench::figure("quickadd.weekday_table.us",
                   bench::medianUs(51, [] { benchmark::DoNotOptimize(QuickAddDayVocabulary::buildWeekdayTable()); }),
@@ -174,8 +175,10 @@ int main(int argc, char *argv[])
     const Figures e2 = measure(empty);
     const Figures h2 = measure(full);
     const auto best = [](double a, double b) { return std::min(a, b); };
-    const Figures fe{best(e.candidate, e2.candidate), best(e.candidateCold, e2.candidateCold), best(e.applyDue, e2.applyDue)};
-    const Figures fh{best(h.candidate, h2.candidate), best(h.candidateCold, h2.candidateCold), best(h.applyDue, h2.applyDue)};
+    const Figures fe{best(e.candidate, e2.candidate), best(e.candidateCold, e2.candidateCold),
+                     best(e.applyDue, e2.applyDue)};
+    const Figures fh{best(h.candidate, h2.candidate), best(h.candidateCold, h2.candidateCold),
+                     best(h.applyDue, h2.applyDue)};
 
     bench::figure("rollover.candidate.empty_us", fe.candidate, "us");
     bench::figure("rollover.candidate.100k_us", fh.candidate, "us");

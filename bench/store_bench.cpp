@@ -53,9 +53,8 @@ Figures measure(const QString &path)
         created.append(store.tasks.createTask(QStringLiteral("Bench task %1").arg(n++), 25, false, today));
     });
     int next = 0;
-    f.complete = bench::medianUs(warmSamples / 2, [&] {
-        store.tasks.complete(created[next++], QDateTime::currentDateTimeUtc(), 600);
-    });
+    f.complete = bench::medianUs(warmSamples / 2,
+                                 [&] { store.tasks.complete(created[next++], QDateTime::currentDateTimeUtc(), 600); });
     f.moveNextDay = bench::medianUs(warmSamples / 2, [&] { store.tasks.moveToNextDay(created[next++]); });
     return f;
 }

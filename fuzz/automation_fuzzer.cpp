@@ -90,8 +90,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             break;
         case 4: {
             const auto format = AutomationArguments::exportFormat(text);
-            check(text == QLatin1String(format == AutomationArguments::ExportFormat::json ? "json"
-                                        : format == AutomationArguments::ExportFormat::csv ? "csv" : "ics"));
+            check(text ==
+                  QLatin1String(format == AutomationArguments::ExportFormat::json      ? "json"
+                                    : format == AutomationArguments::ExportFormat::csv ? "csv"
+                                                                                       : "ics"));
             break;
         }
         case 5: {

@@ -19,9 +19,9 @@ void check(bool condition)
 }
 
 const std::array<const char *, 47> keyTokens{
-    "a", "b", "c", "d", "e", "f", "g", "h", "i", "j", "k", "l", "m", "n", "o", "p", "q", "r", "s", "t", "u", "v", "w", "x",
-    "y", "z", "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "return", "escape", "tab", "space", "delete", "up", "down",
-    "left", "right", "enter", "esc"};
+    "a", "b", "c", "d", "e",      "f",      "g",   "h",     "i",      "j",  "k",    "l",    "m",     "n",     "o",  "p",
+    "q", "r", "s", "t", "u",      "v",      "w",   "x",     "y",      "z",  "0",    "1",    "2",     "3",     "4",  "5",
+    "6", "7", "8", "9", "return", "escape", "tab", "space", "delete", "up", "down", "left", "right", "enter", "esc"};
 
 // The combination written out again in the plainest words.
 QString canonical(const HotkeyCombo &combo)
@@ -68,8 +68,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     // modifier word adds exactly its flag.
     check(HotkeyParser::parse(canonical(*combo)) == combo);
     const auto withShift = HotkeyParser::parse(QStringLiteral("shift+") + text);
-    check(withShift && withShift->key == combo->key && withShift->modifiers == (combo->modifiers | HotkeyModifier::shift));
+    check(withShift && withShift->key == combo->key &&
+          withShift->modifiers == (combo->modifiers | HotkeyModifier::shift));
     const auto second = HotkeyConflict::check(canonical(*combo), QStringLiteral("cmd+f5"));
-    check(second && second->reason == HotkeyConflict::Reason::unparseable && second->firstAction == HotkeyAction::quickAdd);
+    check(second && second->reason == HotkeyConflict::Reason::unparseable &&
+          second->firstAction == HotkeyAction::quickAdd);
     return 0;
 }

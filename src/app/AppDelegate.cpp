@@ -110,8 +110,8 @@ void AppDelegate::applicationDidFinishLaunching()
     m_sounds = std::make_unique<SoundService>(*m_settings, *m_chimes);
     m_notificationCenter = std::make_unique<platform::FreedesktopNotifications>();
     m_notifier = std::make_unique<NotificationService>(*m_notificationCenter, *m_settings);
-    m_activeTasks = std::make_unique<ActiveTaskService>(m_store->viewContext(), *m_settings, m_clock, m_days.get(),
-                                                        m_tasks.get());
+    m_activeTasks =
+        std::make_unique<ActiveTaskService>(m_store->viewContext(), *m_settings, m_clock, m_days.get(), m_tasks.get());
     m_countdown = std::make_unique<CountdownService>(*m_activeTasks, *m_notifier, *m_sounds, *m_settings, m_clock);
     m_defaults = UserDefaults::open();
     m_routineRepository = std::make_unique<RoutineRepository>(m_store->viewContext(), m_clock);
@@ -119,17 +119,18 @@ void AppDelegate::applicationDidFinishLaunching()
                                                   *m_tasks, *m_days);
     m_rollover = std::make_unique<RolloverService>(m_store->viewContext(), m_calendar, m_clock, *m_days, *m_tasks,
                                                    *m_routineRepository, *m_defaults);
-    m_popoverModel = std::make_unique<PopoverModel>(PopoverModel::Services{
-        *m_activeTasks, *m_countdown, *m_sounds, *m_settings, *m_routineRepository, *m_routines, *m_rollover,
-        m_calendar, m_clock});
+    m_popoverModel = std::make_unique<PopoverModel>(
+        PopoverModel::Services{*m_activeTasks, *m_countdown, *m_sounds, *m_settings, *m_routineRepository, *m_routines,
+                               *m_rollover, m_calendar, m_clock});
     m_popover = std::make_unique<PopoverManager>(*m_popoverModel, *m_ui);
     m_quickAddDraft = std::make_unique<QuickAddDraft>(*m_tasks, *m_days, m_calendar, m_clock);
     m_quickAdd = std::make_unique<QuickAddWindowController>(*m_quickAddDraft, *m_ui);
     m_routinesWindow = std::make_unique<RoutinesWindowController>(*m_routineRepository, *m_ui);
     connect(m_popoverModel.get(), &PopoverModel::manageRoutinesRequested, this, &AppDelegate::showRoutines);
-    m_automation = std::make_unique<TaskAutomation>(
-        *m_activeTasks, *m_sounds, *m_popoverModel, m_calendar,
-        [this](const QList<Day *> &days, const Calendar &calendar) { return IcsWriter::write(days, calendar, m_clock()); });
+    m_automation = std::make_unique<TaskAutomation>(*m_activeTasks, *m_sounds, *m_popoverModel, m_calendar,
+                                                    [this](const QList<Day *> &days, const Calendar &calendar) {
+                                                        return IcsWriter::write(days, calendar, m_clock());
+                                                    });
 
     // 5. Launch at login follows its setting.
     m_loginItems = std::make_unique<LoginItemService>(*m_settings, m_options.executable);
@@ -173,24 +174,28 @@ void AppDelegate::installMainInterface()
     m_quickAdd->observeHotkeys(*m_notifications);
     m_hotkeyBackend = platform::chooseHotkeyBackend(QDBusConnection::sessionBus());
     m_popoverKeys = std::make_unique<PopoverKeyMonitor>(*m_popover, *m_notifications);
-    m_hotkeys = std::make_unique<HotkeyManager>(*m_settings, *m_notifications, m_hotkeyBackend.get(), m_popoverKeys.get());
-    connect(m_hotkeys.get(), &HotkeyManager::takenBySystem, this, [this](HotkeyAction action, const RecordedHotkey &hotkey) {
-        // Told in the popover, now or the next time it opens.
-        const QString message = HotkeyManager::takenMessage(action, hotkey);
-        if (m_popover->isVisible())
-            m_popoverModel->showToast(message);
-        else
-            connect(m_popover.get(), &PopoverManager::shown, m_popoverModel.get(),
-                    [model = m_popoverModel.get(), message] { model->showToast(message); }, Qt::SingleShotConnection);
-    });
+    m_hotkeys =
+        std::make_unique<HotkeyManager>(*m_settings, *m_notifications, m_hotkeyBackend.get(), m_popoverKeys.get());
+    connect(m_hotkeys.get(), &HotkeyManager::takenBySystem, this,
+            [this](HotkeyAction action, const RecordedHotkey &hotkey) {
+                // Told in the popover, now or the next time it opens.
+                const QString message = HotkeyManager::takenMessage(action, hotkey);
+                if (m_popover->isVisible())
+                    m_popoverModel->showToast(message);
+                else
+                    connect(
+                        m_popover.get(), &PopoverManager::shown, m_popoverModel.get(),
+                        [model = m_popoverModel.get(), message] { model->showToast(message); },
+                        Qt::SingleShotConnection);
+            });
     m_hotkeys->reload();
 
     // 3. The notification action router, 4. the idle monitor, 5. the widget
     // surface and 6. the rating prompt join here.
 
     // 3. The notification action router: done, extend, or the popover.
-    m_notificationRouter = std::make_unique<NotificationActionRouter>(*m_notificationCenter, *m_activeTasks, *m_sounds,
-                                                                      *m_popoverModel);
+    m_notificationRouter =
+        std::make_unique<NotificationActionRouter>(*m_notificationCenter, *m_activeTasks, *m_sounds, *m_popoverModel);
     connect(m_notificationRouter.get(), &NotificationActionRouter::popoverOpenRequested, this,
             &AppDelegate::onPopoverOpenRequested);
 
@@ -225,8 +230,8 @@ void AppDelegate::installMainInterface()
 
 void AppDelegate::onPopoverOpenRequested(const QString &reason, const QByteArray &activationToken)
 {
-    qCInfo(lcMenuBar).noquote()
-        << QStringLiteral("%1: %2").arg(QLatin1String(NotificationActionRouter::Constants::popoverOpenRequested), reason);
+    qCInfo(lcMenuBar).noquote() << QStringLiteral("%1: %2").arg(
+        QLatin1String(NotificationActionRouter::Constants::popoverOpenRequested), reason);
     // Wayland compositors give the focus to a window that shows the token.
     if (!activationToken.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", activationToken);

@@ -62,10 +62,10 @@ class AppDelegate : public QObject
 public:
     struct Options
     {
-        bool uiTest = false;            // --ui-test: skip onboarding
-        bool unitTestHost = false;      // TARNWELL_UNIT_TEST: stop after the first step
-        bool exitAfterInstall = false;  // TARNWELL_EXIT_AFTER_INSTALL: quit once installed (start-up measurement)
-        QString executable;             // what launch at login runs
+        bool uiTest = false; // --ui-test: skip onboarding
+        bool unitTestHost = false; // TARNWELL_UNIT_TEST: stop after the first step
+        bool exitAfterInstall = false; // TARNWELL_EXIT_AFTER_INSTALL: quit once installed (start-up measurement)
+        QString executable; // what launch at login runs
     };
 
     explicit AppDelegate(Options options, QObject *parent = nullptr);

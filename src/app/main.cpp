@@ -59,7 +59,8 @@ int main(int argc, char *argv[])
     parser.setApplicationDescription(QStringLiteral("Tarnwell: your day and its task in hand, in the tray."));
     parser.addHelpOption();
     parser.addOption({QStringLiteral("ui-test"), QStringLiteral("Start without onboarding (automated tests).")});
-    parser.addPositionalArgument(QStringLiteral("link"), QStringLiteral("tarnwell: links to open"), QStringLiteral("[link...]"));
+    parser.addPositionalArgument(QStringLiteral("link"), QStringLiteral("tarnwell: links to open"),
+                                 QStringLiteral("[link...]"));
     parser.process(app);
     const QStringList links = parser.positionalArguments();
 

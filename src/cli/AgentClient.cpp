@@ -44,9 +44,9 @@ bool AgentClient::handOver(const QStringList &links)
 
 bool AgentClient::activateAction(const QString &action)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(QLatin1String(serviceName), QLatin1String(objectPath),
-                                                          QStringLiteral("org.freedesktop.Application"),
-                                                          QStringLiteral("ActivateAction"));
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(QLatin1String(serviceName), QLatin1String(objectPath),
+                                       QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"));
     message << action << QVariantList() << QVariantMap();
     return m_connection.call(message, QDBus::Block, 2000).type() == QDBusMessage::ReplyMessage;
 }

@@ -106,8 +106,8 @@ Cli::~Cli() = default;
 
 const QStringList &Cli::subcommands()
 {
-    static const QStringList names{QStringLiteral("add"),   QStringLiteral("status"), QStringLiteral("list"),
-                                   QStringLiteral("done"),  QStringLiteral("start"),  QStringLiteral("pause"),
+    static const QStringList names{QStringLiteral("add"),    QStringLiteral("status"), QStringLiteral("list"),
+                                   QStringLiteral("done"),   QStringLiteral("start"),  QStringLiteral("pause"),
                                    QStringLiteral("toggle"), QStringLiteral("export"), QStringLiteral("import")};
     return names;
 }
@@ -136,8 +136,8 @@ int Cli::busFailure(const QDBusMessage &reply)
         return fail(noTask, TaskAutomation::noTaskInHandText());
     if (kind == QLatin1String("TaskNotFound"))
         return fail(noTask, reply.errorMessage());
-    if (kind == QLatin1String("InvalidArgument") || kind == QLatin1String("Validation")
-        || kind == QLatin1String("Import"))
+    if (kind == QLatin1String("InvalidArgument") || kind == QLatin1String("Validation") ||
+        kind == QLatin1String("Import"))
         return fail(invalid, reply.errorMessage());
     if (kind == QLatin1String("Store"))
         return fail(storeFailed, reply.errorMessage());
@@ -186,7 +186,8 @@ int Cli::add(const QStringList &arguments)
         return code;
 
     const QStringList given = words(parser);
-    if (given.isEmpty() == !parser.isSet(title) || (!parser.isSet(title) && (parser.isSet(minutes) || parser.isSet(urgent))))
+    if (given.isEmpty() == !parser.isSet(title) ||
+        (!parser.isSet(title) && (parser.isSet(minutes) || parser.isSet(urgent))))
         return fail(usage, CliTexts::usageError(CliTexts::lineOrTitle(), QStringLiteral("add")));
 
     QString stored;
@@ -194,7 +195,8 @@ int Cli::add(const QStringList &arguments)
         bool number = true;
         const qint64 planned = parser.isSet(minutes) ? parser.value(minutes).toLongLong(&number) : 0;
         if (!number)
-            return fail(usage, CliTexts::usageError(CliTexts::notANumber(parser.value(minutes)), QStringLiteral("add")));
+            return fail(usage,
+                        CliTexts::usageError(CliTexts::notANumber(parser.value(minutes)), QStringLiteral("add")));
         // Checked here as well, so that the refusal is in the user's language.
         AutomationArguments::text(parser.value(title), QStringLiteral("title"));
         AutomationArguments::plannedMinutes(planned);
@@ -272,8 +274,9 @@ int Cli::status(const QStringList &arguments)
     if (const int code = parse(parser, arguments); code >= 0)
         return code;
     if (!words(parser).isEmpty())
-        return fail(usage, CliTexts::usageError(CliTexts::unexpectedArguments(words(parser).join(u' ')),
-                                                QStringLiteral("status")));
+        return fail(
+            usage,
+            CliTexts::usageError(CliTexts::unexpectedArguments(words(parser).join(u' ')), QStringLiteral("status")));
     if (parser.isSet(followOption))
         return m_agentRunning ? follow(parser.isSet(json)) : fail(noAgent, CliTexts::followNeedsAgent());
 
@@ -342,8 +345,9 @@ int Cli::list(const QStringList &arguments)
     if (const int code = parse(parser, arguments); code >= 0)
         return code;
     if (!words(parser).isEmpty())
-        return fail(usage, CliTexts::usageError(CliTexts::unexpectedArguments(words(parser).join(u' ')),
-                                                QStringLiteral("list")));
+        return fail(
+            usage,
+            CliTexts::usageError(CliTexts::unexpectedArguments(words(parser).join(u' ')), QStringLiteral("list")));
     const auto date = AutomationArguments::day(parser.value(day));
 
     QJsonArray tasks;
@@ -367,7 +371,8 @@ int Cli::list(const QStringList &arguments)
     for (const QJsonValue &value : tasks) {
         const QJsonObject t = value.toObject();
         const bool done = t.value(QStringLiteral("completed")).toBool() || t.value(QStringLiteral("archived")).toBool();
-        QString line = (done ? QStringLiteral("[x] ") : QStringLiteral("[ ] ")) + t.value(QStringLiteral("title")).toString();
+        QString line =
+            (done ? QStringLiteral("[x] ") : QStringLiteral("[ ] ")) + t.value(QStringLiteral("title")).toString();
         if (t.contains(QStringLiteral("durationMinutes")))
             line += QStringLiteral(" · %1m").arg(t.value(QStringLiteral("durationMinutes")).toInt());
         if (t.value(QStringLiteral("urgent")).toBool())
@@ -381,10 +386,11 @@ int Cli::drive(const QString &command, const QStringList &arguments)
 {
     const bool done = command == QLatin1String("done");
     QCommandLineParser parser;
-    prepare(parser, arguments.value(0), done ? CliTexts::doneDescription()
-                                          : command == QLatin1String("start") ? CliTexts::startDescription()
-                                          : command == QLatin1String("pause") ? CliTexts::pauseDescription()
-                                                                              : CliTexts::toggleDescription());
+    prepare(parser, arguments.value(0),
+            done                                    ? CliTexts::doneDescription()
+                : command == QLatin1String("start") ? CliTexts::startDescription()
+                : command == QLatin1String("pause") ? CliTexts::pauseDescription()
+                                                    : CliTexts::toggleDescription());
     if (done)
         parser.addPositionalArgument(QStringLiteral("id"), CliTexts::idArgument(), QStringLiteral("[id]"));
     if (const int code = parse(parser, arguments); code >= 0)
@@ -430,10 +436,12 @@ int Cli::exportData(const QStringList &arguments)
     if (const int code = parse(parser, arguments); code >= 0)
         return code;
     if (!words(parser).isEmpty())
-        return fail(usage, CliTexts::usageError(CliTexts::unexpectedArguments(words(parser).join(u' ')),
-                                                QStringLiteral("export")));
+        return fail(
+            usage,
+            CliTexts::usageError(CliTexts::unexpectedArguments(words(parser).join(u' ')), QStringLiteral("export")));
     const auto kind = AutomationArguments::exportFormat(parser.value(format));
-    const TaskExchange::Range range{AutomationArguments::day(parser.value(from)), AutomationArguments::day(parser.value(to))};
+    const TaskExchange::Range range{AutomationArguments::day(parser.value(from)),
+                                    AutomationArguments::day(parser.value(to))};
     AutomationArguments::dayRange(range.from, range.to);
 
     QByteArray data;
@@ -480,7 +488,8 @@ int Cli::importFile(const QStringList &arguments)
         return code;
     const QStringList given = words(parser);
     if (given.size() != 1)
-        return fail(usage, CliTexts::usageError(CliTexts::unexpectedArguments(given.join(u' ')), QStringLiteral("import")));
+        return fail(usage,
+                    CliTexts::usageError(CliTexts::unexpectedArguments(given.join(u' ')), QStringLiteral("import")));
     QFile file(given.first());
     if (!file.open(QIODevice::ReadOnly))
         return fail(failure, CliTexts::cannotRead(given.first(), file.errorString()));

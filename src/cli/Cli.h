@@ -21,12 +21,12 @@ class Cli
 public:
     enum Exit {
         ok = 0,
-        failure = 1,      // the agent did not answer, or another failure
-        usage = 2,        // wrong options or arguments
-        invalid = 3,      // a title rule, a malformed argument or import file
-        storeFailed = 4,  // the store could not be opened, read or written
-        noAgent = 5,      // the command needs the running agent
-        noTask = 6,       // no task in hand, or no open task with that id
+        failure = 1, // the agent did not answer, or another failure
+        usage = 2, // wrong options or arguments
+        invalid = 3, // a title rule, a malformed argument or import file
+        storeFailed = 4, // the store could not be opened, read or written
+        noAgent = 5, // the command needs the running agent
+        noTask = 6, // no task in hand, or no open task with that id
     };
 
     Cli(QTextStream &out, QTextStream &err);

@@ -40,8 +40,8 @@ QString agentPath()
     const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/tarnwell-agent");
     if (QFileInfo(beside).isExecutable())
         return beside;
-    const QString installed = QDir::cleanPath(QCoreApplication::applicationDirPath()
-                                              + QStringLiteral("/../lib/tarnwell/tarnwell-agent"));
+    const QString installed =
+        QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/tarnwell/tarnwell-agent"));
     if (QFileInfo(installed).isExecutable())
         return installed;
     return QStringLiteral(TARNWELL_AGENT_INSTALLED);
@@ -63,8 +63,9 @@ int launch(int argc, char *argv[], const QStringList &arguments, QTextStream &er
     }
     if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("version"))) {
         QTextStream out(stdout);
-        out << (parser.isSet(QStringLiteral("help")) ? parser.helpText()
-                                                     : QStringLiteral("tarnwell %1\n").arg(QCoreApplication::applicationVersion()));
+        out << (parser.isSet(QStringLiteral("help"))
+                    ? parser.helpText()
+                    : QStringLiteral("tarnwell %1\n").arg(QCoreApplication::applicationVersion()));
         return Cli::ok;
     }
 
@@ -73,8 +74,8 @@ int launch(int argc, char *argv[], const QStringList &arguments, QTextStream &er
     if (agent.agentRunning()) {
         qCInfo(lcServices).noquote() << QStringLiteral("Tarnwell is already running; handing over");
         const bool handed = parser.isSet(QStringLiteral("action"))
-                                ? agent.activateAction(parser.value(QStringLiteral("action")))
-                                : agent.handOver(parser.positionalArguments());
+            ? agent.activateAction(parser.value(QStringLiteral("action")))
+            : agent.handOver(parser.positionalArguments());
         if (handed)
             return Cli::ok;
         err << QStringLiteral("tarnwell: ") << CliTexts::agentUnreachable(agent.connection().lastError().message())

@@ -7,8 +7,8 @@
 namespace tarnwell {
 
 namespace {
-constexpr std::array<const char *, 8> actionNames{"togglePopover", "quickAdd",  "completeActive", "addTask",
-                                                  "dayPrev",       "dayNext",   "jumpToToday",    "openReview"};
+constexpr std::array<const char *, 8> actionNames{"togglePopover", "quickAdd", "completeActive", "addTask",
+                                                  "dayPrev",       "dayNext",  "jumpToToday",    "openReview"};
 } // namespace
 
 QString rawValue(HotkeyAction action)

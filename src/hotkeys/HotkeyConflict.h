@@ -12,7 +12,7 @@ struct HotkeyConflict
 {
     enum class Reason { duplicate, unparseable };
 
-    QString rawValue;           // the offending text
+    QString rawValue; // the offending text
     HotkeyAction firstAction = HotkeyAction::togglePopover;
     HotkeyAction secondAction = HotkeyAction::togglePopover; // the same action when unparseable
     Reason reason = Reason::unparseable;

@@ -41,8 +41,9 @@ std::optional<HotkeyConflict> HotkeyManager::reload()
         for (const HotkeyBinding &binding : std::as_const(bindings)) {
             if (!m_globalHotkeys.contains(binding.action))
                 continue; // refused at once, and logged as such
-            const QString line = m_backend->answersLater() ? QStringLiteral("Asked for global hotkey %1 for action %2 through %3")
-                                                           : QStringLiteral("Registered global hotkey %1 for action %2 through %3");
+            const QString line = m_backend->answersLater()
+                ? QStringLiteral("Asked for global hotkey %1 for action %2 through %3")
+                : QStringLiteral("Registered global hotkey %1 for action %2 through %3");
             qCInfo(lcHotkeys).noquote() << line.arg(binding.raw, rawValue(binding.action), m_backend->name());
         }
     } else {

@@ -41,8 +41,8 @@ void addExtension(icalcomponent *todo, const char *name, qint64 value)
 
 QByteArray write(const QList<Day *> &days, const Calendar &calendar, const QDateTime &now)
 {
-    std::unique_ptr<icalcomponent, decltype(&icalcomponent_free)> root(
-        icalcomponent_new(ICAL_VCALENDAR_COMPONENT), &icalcomponent_free);
+    std::unique_ptr<icalcomponent, decltype(&icalcomponent_free)> root(icalcomponent_new(ICAL_VCALENDAR_COMPONENT),
+                                                                       &icalcomponent_free);
     icalcomponent_add_property(root.get(), icalproperty_new_version("2.0"));
     icalcomponent_add_property(root.get(), icalproperty_new_prodid("-//Tarnwell//Tarnwell//EN"));
     for (const Day *day : days) {

@@ -157,12 +157,15 @@ TaskExchange::ImportSummary TaskAutomation::importData(const QByteArray &documen
     if (document.size() > AutomationArguments::Limits::documentBytes)
         //: An import file is larger than we accept; %1 is the limit in megabytes
         //% "The file is too large to import (at most %1 MB)."
-        throw ImportError(qtTrId("error.import.tooLarge").arg(AutomationArguments::Limits::documentBytes / (1024 * 1024)));
+        throw ImportError(
+            qtTrId("error.import.tooLarge").arg(AutomationArguments::Limits::documentBytes / (1024 * 1024)));
     const TaskExchange::Document parsed = TaskExchange::read(document);
     const auto summary = TaskExchange::apply(parsed, m_activeTasks.context(), m_activeTasks.dayRepository());
     m_activeTasks.refresh();
-    qCInfo(lcServices).noquote()
-        << QStringLiteral("Imported %1 days, %2 tasks and %3 routines").arg(summary.days).arg(summary.tasks).arg(summary.routines);
+    qCInfo(lcServices).noquote() << QStringLiteral("Imported %1 days, %2 tasks and %3 routines")
+                                        .arg(summary.days)
+                                        .arg(summary.tasks)
+                                        .arg(summary.routines);
     return summary;
 }
 

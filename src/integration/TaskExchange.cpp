@@ -299,7 +299,8 @@ QByteArray exportJson(StoreContext &context, DayRepository &days, const Range &r
 
 QByteArray exportCsv(DayRepository &days, const Range &range)
 {
-    QString out = QStringLiteral("date,title,planned_minutes,actual_minutes,difference_minutes,urgent,completed_at\r\n");
+    QString out =
+        QStringLiteral("date,title,planned_minutes,actual_minutes,difference_minutes,urgent,completed_at\r\n");
     for (const Day *day : daysIn(days, range)) {
         const QString date = days.calendar().date(day->date()).toString(Qt::ISODate);
         for (const Task *t : orderedTasks(day)) {
@@ -308,8 +309,11 @@ QByteArray exportCsv(DayRepository &days, const Range &range)
             // Whole minutes, rounded half up, of the measured seconds.
             const qint64 actual = (qint64(t->actualSecondsFocused().value_or(0)) + 30) / 60;
             const auto planned = t->durationMinutes();
-            QStringList row{date, csvField(t->title()), planned ? QString::number(*planned) : QString(),
-                            QString::number(actual), planned ? QString::number(actual - *planned) : QString(),
+            QStringList row{date,
+                            csvField(t->title()),
+                            planned ? QString::number(*planned) : QString(),
+                            QString::number(actual),
+                            planned ? QString::number(actual - *planned) : QString(),
                             t->urgent() ? QStringLiteral("1") : QStringLiteral("0"),
                             t->completedAt() ? isoInstant(*t->completedAt()) : QString()};
             out += row.join(u',') + QStringLiteral("\r\n");
@@ -329,11 +333,12 @@ Document read(const QByteArray &json)
         throw ImportError(qtTrId("error.import.notJson").arg(line).arg(parseError.errorString()));
     }
     const QJsonObject root = doc.object();
-    if (!doc.isObject() || root.value(QStringLiteral("format")).toString() != QLatin1String(Constants::format)
-        || root.value(QStringLiteral("version")).toInt(-1) != Constants::version)
+    if (!doc.isObject() || root.value(QStringLiteral("format")).toString() != QLatin1String(Constants::format) ||
+        root.value(QStringLiteral("version")).toInt(-1) != Constants::version)
         //: Import refused: the JSON is not one of our exports; %1 is the expected format name, %2 the version
         //% "This is not a Tarnwell export (expected “format”: “%1” and “version”: %2)."
-        throw ImportError(qtTrId("error.import.notExport").arg(QLatin1String(Constants::format)).arg(Constants::version));
+        throw ImportError(
+            qtTrId("error.import.notExport").arg(QLatin1String(Constants::format)).arg(Constants::version));
 
     const RecordReader top(json, root, QString(), 1);
     Document document;

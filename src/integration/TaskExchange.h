@@ -116,10 +116,10 @@ Document read(const QByteArray &json);
 
 struct ImportSummary
 {
-    int days = 0;     // days created
-    int tasks = 0;    // tasks added
+    int days = 0; // days created
+    int tasks = 0; // tasks added
     int routines = 0; // routines added
-    int skipped = 0;  // tasks and routines whose id the store already holds
+    int skipped = 0; // tasks and routines whose id the store already holds
 };
 // Adds what the store does not hold yet, in one save. A failed save throws the
 // store's error and leaves the store as it was.

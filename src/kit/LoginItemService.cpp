@@ -33,8 +33,8 @@ LoginItemService::LoginItemService(AppSettingsStore &settings, QString command, 
 
 QString LoginItemService::autostartPath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-           + QStringLiteral("/autostart/org.tarnwell.Tarnwell.desktop");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+        QStringLiteral("/autostart/org.tarnwell.Tarnwell.desktop");
 }
 
 bool LoginItemService::isRegistered() const
@@ -65,7 +65,8 @@ void LoginItemService::apply()
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
-        qCWarning(lcServices).noquote() << QStringLiteral("Could not write the autostart entry %1: %2").arg(path, file.errorString());
+        qCWarning(lcServices).noquote()
+            << QStringLiteral("Could not write the autostart entry %1: %2").arg(path, file.errorString());
         return;
     }
     const QString entry = QStringLiteral("[Desktop Entry]\n"
@@ -78,7 +79,8 @@ void LoginItemService::apply()
                               .arg(quotedExec(m_command));
     file.write(entry.toUtf8());
     if (!file.commit())
-        qCWarning(lcServices).noquote() << QStringLiteral("Could not write the autostart entry %1: %2").arg(path, file.errorString());
+        qCWarning(lcServices).noquote()
+            << QStringLiteral("Could not write the autostart entry %1: %2").arg(path, file.errorString());
 }
 
 } // namespace tarnwell

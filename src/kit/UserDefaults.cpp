@@ -44,7 +44,8 @@ int UserDefaults::migrateLegacyDefaults(QSettings &current)
             current.setValue(key, legacy.value(key));
             ++copied;
         }
-        qCInfo(lcServices).noquote() << QStringLiteral("Carried %1 user defaults over from %2").arg(copied).arg(legacyPath());
+        qCInfo(lcServices).noquote()
+            << QStringLiteral("Carried %1 user defaults over from %2").arg(copied).arg(legacyPath());
     }
     current.setValue(QString::fromLatin1(Constants::migratedKey), true);
     current.sync();

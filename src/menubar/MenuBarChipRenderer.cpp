@@ -9,14 +9,14 @@ namespace tarnwell {
 
 MenuBarChipPalette MenuBarChipPalette::light()
 {
-    return {QColor(0, 0, 0, 60), QColor(0x55, 0x55, 0x5a), QColor(0x2f, 0x6f, 0xb0), QColor(0x2f, 0x80, 0x6c),
-            QColor(0xc2, 0x41, 0x2d), QColor(0x3a, 0x8f, 0x4a)};
+    return {QColor(0, 0, 0, 60),      QColor(0x55, 0x55, 0x5a), QColor(0x2f, 0x6f, 0xb0),
+            QColor(0x2f, 0x80, 0x6c), QColor(0xc2, 0x41, 0x2d), QColor(0x3a, 0x8f, 0x4a)};
 }
 
 MenuBarChipPalette MenuBarChipPalette::dark()
 {
-    return {QColor(255, 255, 255, 70), QColor(0xd8, 0xd8, 0xdc), QColor(0x7d, 0xb4, 0xf0), QColor(0x6f, 0xc9, 0xaf),
-            QColor(0xf4, 0x84, 0x72), QColor(0x86, 0xd0, 0x8f)};
+    return {QColor(255, 255, 255, 70), QColor(0xd8, 0xd8, 0xdc), QColor(0x7d, 0xb4, 0xf0),
+            QColor(0x6f, 0xc9, 0xaf),  QColor(0xf4, 0x84, 0x72), QColor(0x86, 0xd0, 0x8f)};
 }
 
 QColor MenuBarChipPalette::colour(MenuBarPresentation::State state) const
@@ -69,8 +69,8 @@ QImage MenuBarChipRenderer::render(const Key &key, int size)
     if (key.progressStep >= 0) {
         // The used share, clockwise from twelve o'clock; a full ring when overdue.
         const double share = key.state == MenuBarPresentation::State::overdue
-                                 ? 1.0
-                                 : double(key.progressStep) / MenuBarChipMetrics::progressSteps;
+            ? 1.0
+            : double(key.progressStep) / MenuBarChipMetrics::progressSteps;
         if (share > 0) {
             painter.setPen(QPen(colour, ring, Qt::SolidLine, Qt::FlatCap));
             painter.drawArc(circle, 90 * 16, -int(std::lround(share * 360 * 16)));

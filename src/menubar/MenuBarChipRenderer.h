@@ -14,7 +14,7 @@ struct MenuBarChipMetrics
 {
     static constexpr int logicalSize = 22;
     static constexpr int sizes[] = {22, 44}; // normal and double density
-    static constexpr double ringWidth = 2.5;  // at the logical size
+    static constexpr double ringWidth = 2.5; // at the logical size
     static constexpr double centreRadius = 3.5;
     // Steps of the progress arc: the icon changes at most this often per plan.
     static constexpr int progressSteps = 48;

@@ -61,8 +61,8 @@ void MenuBarController::install()
     connect(&m_activeTasks, &ActiveTaskService::activeTaskChanged, this, &MenuBarController::onActiveTaskChanged);
     connect(&m_countdown, &CountdownService::remainingSecondsChanged, this, &MenuBarController::rebuild);
     connect(&m_settings, &AppSettingsStore::settingChanged, this, [this](const QString &setting) {
-        if (setting == QLatin1String("menuBarMaxChars") || setting == QLatin1String("minimalIdleMode")
-            || setting == QLatin1String("language"))
+        if (setting == QLatin1String("menuBarMaxChars") || setting == QLatin1String("minimalIdleMode") ||
+            setting == QLatin1String("language"))
             rebuild();
     });
     m_pushedLabel.clear();
@@ -169,8 +169,8 @@ void MenuBarController::remove()
 void MenuBarController::onActiveTaskChanged(Task *task)
 {
     // The last open task of today was just completed: the day is done.
-    if (!task && m_lastActive && !m_lastActive->isDeleted() && m_lastActive->completed()
-        && m_activeTasks.queue().isEmpty()) {
+    if (!task && m_lastActive && !m_lastActive->isDeleted() && m_lastActive->completed() &&
+        m_activeTasks.queue().isEmpty()) {
         m_showingDayDone = true;
         m_dayDoneTimer.start();
     } else if (task) {
@@ -243,8 +243,8 @@ void MenuBarController::push()
         description = FocusTexts::status(FocusTime::timerState(*task));
         if (m_presentation.countdown) {
             const bool over = m_presentation.state == MenuBarPresentation::State::overdue;
-            description += QStringLiteral(" · ") + *m_presentation.countdown + QLatin1Char(' ')
-                           + (over ? FocusTexts::countdownOver() : FocusTexts::countdownLeft());
+            description += QStringLiteral(" · ") + *m_presentation.countdown + QLatin1Char(' ') +
+                (over ? FocusTexts::countdownOver() : FocusTexts::countdownLeft());
         }
     }
     const QString toolTipKey = title + QLatin1Char('\n') + description;

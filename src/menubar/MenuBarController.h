@@ -76,7 +76,6 @@ public:
     enum MenuId { openId = 1, quickAddId, timerId, completeId, separatorId, settingsId, quitId };
 
 private:
-
     void rebuild();
     void push();
     void updateMenu();

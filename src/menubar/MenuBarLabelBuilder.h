@@ -22,9 +22,9 @@ public:
 
     struct Inputs
     {
-        const Task *task = nullptr;                 // the task in hand
-        std::optional<qint64> remainingSeconds;     // the countdown's value for it
-        int maxChars = 16;                          // the menuBarMaxChars setting
+        const Task *task = nullptr; // the task in hand
+        std::optional<qint64> remainingSeconds; // the countdown's value for it
+        int maxChars = 16; // the menuBarMaxChars setting
         bool minimalIdleMode = false;
         bool showingDayDone = false;
     };

@@ -11,7 +11,7 @@ struct MenuBarPresentation
 {
     enum class State { idle, dayDone, noDuration, tracking, overdue };
 
-    QString title;                 // already truncated
+    QString title; // already truncated
     std::optional<QString> countdown;
     std::optional<double> progress; // share of the planned time used, 0...1
     State state = State::idle;

@@ -36,7 +36,7 @@ const EntityDescription &Task::description()
             {"day", "day_id", T::Reference, true, &Day::description},
         },
         {},
-        [] () -> ManagedObject * { return new Task; },
+        []() -> ManagedObject * { return new Task; },
     };
     return entity;
 }
@@ -52,7 +52,7 @@ const EntityDescription &Day::description()
             {"createdAt", "created_at", T::Date, true},
         },
         {{"tasks", &Task::description, Task::DayReference, true}},
-        [] () -> ManagedObject * { return new Day; },
+        []() -> ManagedObject * { return new Day; },
     };
     return entity;
 }
@@ -72,7 +72,7 @@ const EntityDescription &Routine::description()
             {"updatedAt", "updated_at", T::Date, true},
         },
         {{"items", &RoutineItem::description, RoutineItem::RoutineReference, true}},
-        [] () -> ManagedObject * { return new Routine; },
+        []() -> ManagedObject * { return new Routine; },
     };
     return entity;
 }
@@ -91,7 +91,7 @@ const EntityDescription &RoutineItem::description()
             {"routine", "routine_id", T::Reference, true, &Routine::description},
         },
         {},
-        [] () -> ManagedObject * { return new RoutineItem; },
+        []() -> ManagedObject * { return new RoutineItem; },
     };
     return entity;
 }
@@ -123,16 +123,31 @@ const EntityDescription &AppSettings::description()
             {"editHistoryEnabled", "edit_history_enabled", T::Bool, false},
         },
         {},
-        [] () -> ManagedObject * { return new AppSettings; },
+        []() -> ManagedObject * { return new AppSettings; },
     };
     return entity;
 }
 
-Task::Task() : ManagedObject(description()) {}
-Day::Day() : ManagedObject(description()) {}
-Routine::Routine() : ManagedObject(description()) {}
-RoutineItem::RoutineItem() : ManagedObject(description()) {}
-AppSettings::AppSettings() : ManagedObject(description()) {}
+Task::Task()
+    : ManagedObject(description())
+{
+}
+Day::Day()
+    : ManagedObject(description())
+{
+}
+Routine::Routine()
+    : ManagedObject(description())
+{
+}
+RoutineItem::RoutineItem()
+    : ManagedObject(description())
+{
+}
+AppSettings::AppSettings()
+    : ManagedObject(description())
+{
+}
 
 Day *Task::day() const
 {

@@ -17,8 +17,9 @@ namespace {
 
 [[noreturn]] void failToLoad(const QString &path, const QString &description)
 {
-    const QString url = path.isEmpty() ? QStringLiteral("<unknown>")
-                                       : (path == QLatin1String(":memory:") ? path : QUrl::fromLocalFile(path).toString());
+    const QString url = path.isEmpty()
+        ? QStringLiteral("<unknown>")
+        : (path == QLatin1String(":memory:") ? path : QUrl::fromLocalFile(path).toString());
     qCCritical(lcPersistence).noquote() << QStringLiteral("Failed to load store %1: %2").arg(url, description);
     qFatal("Failed to load persistent store: %s", qPrintable(description));
 }
@@ -106,8 +107,10 @@ void PersistenceController::save()
     try {
         m_context->save();
     } catch (const StoreError &error) {
-        qCCritical(lcPersistence).noquote()
-            << QStringLiteral("Core Data save failed: %1 (%2) - %3").arg(error.domain()).arg(error.code()).arg(error.description());
+        qCCritical(lcPersistence).noquote() << QStringLiteral("Core Data save failed: %1 (%2) - %3")
+                                                   .arg(error.domain())
+                                                   .arg(error.code())
+                                                   .arg(error.description());
     }
 }
 

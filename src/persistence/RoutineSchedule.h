@@ -18,10 +18,7 @@ struct RoutineSchedule
     static constexpr RoutineSchedule weekdays() { return {62}; } // Monday to Friday
 
     // False for a weekday outside 1...7.
-    constexpr bool contains(int weekday) const
-    {
-        return weekday >= 1 && weekday <= 7 && (mask >> (weekday - 1)) & 1;
-    }
+    constexpr bool contains(int weekday) const { return weekday >= 1 && weekday <= 7 && (mask >> (weekday - 1)) & 1; }
     constexpr Kind kind() const
     {
         if (mask == never().mask)

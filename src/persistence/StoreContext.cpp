@@ -63,8 +63,8 @@ const QString &StoreContext::selectSql(const EntityDescription &entity)
 {
     auto it = m_selectSql.find(&entity);
     if (it == m_selectSql.end())
-        it = m_selectSql.insert(&entity, QStringLiteral("SELECT %1 FROM %2")
-                                             .arg(sqlColumns(entity), QString::fromLatin1(entity.table)));
+        it = m_selectSql.insert(
+            &entity, QStringLiteral("SELECT %1 FROM %2").arg(sqlColumns(entity), QString::fromLatin1(entity.table)));
     return it.value();
 }
 
@@ -72,7 +72,7 @@ void StoreContext::bindValue(QSqlQuery &query, const AttributeDescription &attri
 {
     if (value.isNull()) {
         query.addBindValue(attribute.type == AttributeType::String && !attribute.optional ? QVariant(QStringLiteral(""))
-                                                                                           : QVariant());
+                                                                                          : QVariant());
         return;
     }
     switch (attribute.type) {
@@ -520,8 +520,8 @@ QList<ManagedObject *> StoreContext::relatedObjects(const ManagedObject *owner, 
     }
     const auto addChanged = [&](const QSet<ManagedObject *> &set) {
         for (ManagedObject *member : set) {
-            if (&member->entity() == &target && !member->isDeleted()
-                && member->value(relation.inverseAttribute).toUuid() == ownerId && !members.contains(member))
+            if (&member->entity() == &target && !member->isDeleted() &&
+                member->value(relation.inverseAttribute).toUuid() == ownerId && !members.contains(member))
                 members.append(member);
         }
     };

@@ -29,12 +29,12 @@ struct ChangeSet
 struct FetchRequest
 {
     const EntityDescription *entity = nullptr;
-    QString where;                                          // SQL condition, empty for all rows
-    QVariantList bindings;                                  // values for the `?` in `where`
-    std::function<bool(const ManagedObject &)> matches;     // the same condition in memory
-    QString orderBy;                                        // SQL ORDER BY, may be empty
+    QString where; // SQL condition, empty for all rows
+    QVariantList bindings; // values for the `?` in `where`
+    std::function<bool(const ManagedObject &)> matches; // the same condition in memory
+    QString orderBy; // SQL ORDER BY, may be empty
     std::function<bool(const ManagedObject *, const ManagedObject *)> lessThan; // the same order
-    int limit = 0;                                          // 0 = no limit
+    int limit = 0; // 0 = no limit
 };
 
 // The main (and only) context: a unit of work over the SQLite file.

@@ -111,7 +111,8 @@ void StoreMigrator::migrate(QSqlDatabase &db, const QString &filePath) const
     if (from == 0)
         qCInfo(lcPersistence).noquote() << QStringLiteral("Creating a new store at schema version %1").arg(to);
     else
-        qCInfo(lcPersistence).noquote() << QStringLiteral("Migrating the store from version %1 to %2").arg(from).arg(to);
+        qCInfo(lcPersistence).noquote()
+            << QStringLiteral("Migrating the store from version %1 to %2").arg(from).arg(to);
     exec(db, QStringLiteral("BEGIN IMMEDIATE"));
     try {
         for (int version = from; version < to; ++version) {

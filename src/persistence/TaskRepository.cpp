@@ -46,7 +46,8 @@ QList<Task *> TaskRepository::openTasks(const Day *day) const
     for (Task *t : tasks)
         if (!t->archived() && !t->completed())
             open.append(t);
-    std::stable_sort(open.begin(), open.end(), [](const Task *a, const Task *b) { return a->orderIndex() < b->orderIndex(); });
+    std::stable_sort(open.begin(), open.end(),
+                     [](const Task *a, const Task *b) { return a->orderIndex() < b->orderIndex(); });
     return open;
 }
 

@@ -22,7 +22,8 @@ AppearancePortal::AppearancePortal(QObject *parent)
         return;
     bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(onSettingChanged(QString, QString, QDBusVariant)));
-    QDBusMessage read = QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, QStringLiteral("Read"));
+    QDBusMessage read =
+        QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, QStringLiteral("Read"));
     read << appearanceGroup << colorScheme;
     const QDBusMessage reply = bus.call(read, QDBus::Block, 500);
     if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty())

@@ -73,14 +73,13 @@ ApplicationBus::Role ApplicationBus::claim()
         new ApplicationAdaptor(this);
         m_exported = bus.registerObject(QString::fromLatin1(Constants::objectPath), this);
     }
-    const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
-        bus.interface()->registerService(QString::fromLatin1(Constants::serviceName),
-                                         QDBusConnectionInterface::DontQueueService,
-                                         QDBusConnectionInterface::DontAllowReplacement);
+    const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply = bus.interface()->registerService(
+        QString::fromLatin1(Constants::serviceName), QDBusConnectionInterface::DontQueueService,
+        QDBusConnectionInterface::DontAllowReplacement);
     if (!reply.isValid()) {
-        qCWarning(lcServices).noquote()
-            << QStringLiteral("Could not ask for the name %1 (%2); running alone")
-                   .arg(QString::fromLatin1(Constants::serviceName), reply.error().message());
+        qCWarning(lcServices).noquote() << QStringLiteral("Could not ask for the name %1 (%2); running alone")
+                                               .arg(QString::fromLatin1(Constants::serviceName),
+                                                    reply.error().message());
         return m_role = Role::alone;
     }
     if (reply.value() == QDBusConnectionInterface::ServiceRegistered)
@@ -93,9 +92,9 @@ bool ApplicationBus::handOver(const QStringList &links)
 {
     QDBusMessage call;
     if (links.isEmpty()) {
-        call = QDBusMessage::createMethodCall(QString::fromLatin1(Constants::serviceName),
-                                              QString::fromLatin1(Constants::objectPath),
-                                              QString::fromLatin1(Constants::interfaceName), QStringLiteral("Activate"));
+        call = QDBusMessage::createMethodCall(
+            QString::fromLatin1(Constants::serviceName), QString::fromLatin1(Constants::objectPath),
+            QString::fromLatin1(Constants::interfaceName), QStringLiteral("Activate"));
         call << QVariantMap();
     } else {
         call = QDBusMessage::createMethodCall(QString::fromLatin1(Constants::serviceName),
@@ -105,7 +104,8 @@ bool ApplicationBus::handOver(const QStringList &links)
     }
     const QDBusMessage answer = QDBusConnection::sessionBus().call(call, QDBus::Block, 2000);
     if (answer.type() == QDBusMessage::ErrorMessage) {
-        qCWarning(lcServices).noquote() << QStringLiteral("The running Tarnwell did not answer: %1").arg(answer.errorMessage());
+        qCWarning(lcServices).noquote()
+            << QStringLiteral("The running Tarnwell did not answer: %1").arg(answer.errorMessage());
         return false;
     }
     return true;

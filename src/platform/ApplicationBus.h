@@ -14,9 +14,9 @@ class ApplicationBus : public QObject
     Q_OBJECT
 public:
     enum class Role {
-        primary,   // we own the name
+        primary, // we own the name
         secondary, // another process owns it
-        alone,     // no session bus: run by ourselves
+        alone, // no session bus: run by ourselves
     };
     struct Constants
     {

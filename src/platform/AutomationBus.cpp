@@ -78,9 +78,8 @@ QString AutomationBus::AddQuickTask(const QString &line)
 
 QString AutomationBus::Status()
 {
-    return answer<QString>([](TaskAutomation &a) {
-        return QString::fromUtf8(QJsonDocument(a.status()).toJson(QJsonDocument::Compact));
-    });
+    return answer<QString>(
+        [](TaskAutomation &a) { return QString::fromUtf8(QJsonDocument(a.status()).toJson(QJsonDocument::Compact)); });
 }
 
 QString AutomationBus::Tasks(const QString &day)

@@ -154,7 +154,7 @@ public Q_SLOTS:
     }
 
     QList<tarnwell::platform::DBusMenuItemProperties> GetGroupProperties(const QList<int> &ids,
-                                                                        const QStringList &propertyNames)
+                                                                         const QStringList &propertyNames)
     {
         DBusMenuItemPropertiesList result;
         for (int id : ids) {
@@ -341,9 +341,9 @@ QVariantMap DBusMenu::propertiesOf(int id, const QStringList &names) const
             if (!item->iconName.isEmpty())
                 properties.insert(QStringLiteral("icon-name"), item->iconName);
             if (item->toggle != DBusMenuItem::Toggle::none) {
-                properties.insert(QStringLiteral("toggle-type"), item->toggle == DBusMenuItem::Toggle::radio
-                                                                     ? QStringLiteral("radio")
-                                                                     : QStringLiteral("checkmark"));
+                properties.insert(QStringLiteral("toggle-type"),
+                                  item->toggle == DBusMenuItem::Toggle::radio ? QStringLiteral("radio")
+                                                                              : QStringLiteral("checkmark"));
                 properties.insert(QStringLiteral("toggle-state"), item->checked ? 1 : 0);
             }
         }

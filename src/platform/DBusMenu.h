@@ -113,8 +113,7 @@ public:
 
     // Makes the menu reachable at path on connection. The status item calls
     // this when the menu is handed to it.
-    bool exportOn(const QDBusConnection &connection,
-                  const QString &path = QString::fromLatin1(Constants::defaultPath));
+    bool exportOn(const QDBusConnection &connection, const QString &path = QString::fromLatin1(Constants::defaultPath));
     QString objectPath() const { return m_path; }
     bool isExported() const { return m_connection.has_value(); }
 

@@ -31,7 +31,8 @@ void DayChangeObserver::start()
         return;
     m_fd = ::timerfd_create(CLOCK_REALTIME, TFD_CLOEXEC | TFD_NONBLOCK);
     if (m_fd < 0) {
-        qCWarning(lcServices).noquote() << QStringLiteral("Could not create the midnight timer: %1").arg(QString::fromLocal8Bit(strerror(errno)));
+        qCWarning(lcServices).noquote()
+            << QStringLiteral("Could not create the midnight timer: %1").arg(QString::fromLocal8Bit(strerror(errno)));
         return;
     }
     m_notifier = new QSocketNotifier(m_fd, QSocketNotifier::Read, this);
@@ -48,12 +49,13 @@ void DayChangeObserver::rearm()
     if (m_fd < 0)
         return;
     m_next = m_calendar.nextStartOfDay(m_clock());
-    itimerspec spec {};
+    itimerspec spec{};
     const qint64 msecs = m_next.toMSecsSinceEpoch();
     spec.it_value.tv_sec = time_t(msecs / 1000);
     spec.it_value.tv_nsec = long(msecs % 1000) * 1000000L;
     if (::timerfd_settime(m_fd, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &spec, nullptr) != 0)
-        qCWarning(lcServices).noquote() << QStringLiteral("Could not arm the midnight timer: %1").arg(QString::fromLocal8Bit(strerror(errno)));
+        qCWarning(lcServices).noquote()
+            << QStringLiteral("Could not arm the midnight timer: %1").arg(QString::fromLocal8Bit(strerror(errno)));
 }
 
 void DayChangeObserver::systemTimeZoneChanged()

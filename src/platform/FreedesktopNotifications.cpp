@@ -53,8 +53,8 @@ FreedesktopNotifications::FreedesktopNotifications(QDBusConnection bus, QObject 
     , m_bus(std::move(bus))
 {
     if (!m_bus.isConnected()) {
-        qCWarning(lcServices).noquote()
-            << QStringLiteral("No session bus; the countdown and its chime go on without desktop notifications");
+        qCWarning(lcServices).noquote() << QStringLiteral(
+            "No session bus; the countdown and its chime go on without desktop notifications");
         m_absenceLogged = true;
         return;
     }
@@ -77,7 +77,8 @@ FreedesktopNotifications::~FreedesktopNotifications() = default;
 
 void FreedesktopNotifications::queryCapabilities()
 {
-    const QDBusMessage call = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("GetCapabilities"));
+    const QDBusMessage call =
+        QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("GetCapabilities"));
     whenFinished(m_bus.asyncCall(call), this, [this](const QDBusPendingCall &finished) {
         QDBusPendingReply<QStringList> reply = finished;
         if (reply.isError()) {

@@ -60,8 +60,8 @@ private:
     bool m_supportsActions = true;
     bool m_absenceLogged = false;
     QHash<QString, uint> m_serverIds; // request identifier -> server id
-    QHash<uint, Shown> m_shown;        // server id -> what it shows
-    QHash<uint, QByteArray> m_tokens;  // server id -> activation token of the coming action
+    QHash<uint, Shown> m_shown; // server id -> what it shows
+    QHash<uint, QByteArray> m_tokens; // server id -> activation token of the coming action
     QHash<QString, Pending> m_pending; // request identifiers whose Notify has not answered yet
 };
 

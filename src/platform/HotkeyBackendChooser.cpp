@@ -12,7 +12,8 @@ namespace tarnwell::platform {
 std::unique_ptr<GlobalHotkeyBackend> chooseHotkeyBackend(const QDBusConnection &bus, QObject *parent)
 {
     if (const uint version = PortalHotkeyBackend::version(bus)) {
-        qCInfo(lcHotkeys).noquote() << QStringLiteral("Global hotkeys through the GlobalShortcuts portal (version %1)").arg(version);
+        qCInfo(lcHotkeys).noquote()
+            << QStringLiteral("Global hotkeys through the GlobalShortcuts portal (version %1)").arg(version);
         return std::make_unique<PortalHotkeyBackend>(bus, parent);
     }
     if (KGlobalAccelHotkeyBackend::available(bus)) {
@@ -23,8 +24,9 @@ std::unique_ptr<GlobalHotkeyBackend> chooseHotkeyBackend(const QDBusConnection &
         qCInfo(lcHotkeys).noquote() << QStringLiteral("Global hotkeys through X11 key grabs");
         return x11;
     }
-    qCWarning(lcHotkeys).noquote() << QStringLiteral("No global hotkey service on platform %1 (no shortcuts portal, no kglobalaccel, not X11)")
-                                          .arg(QGuiApplication::platformName());
+    qCWarning(lcHotkeys).noquote()
+        << QStringLiteral("No global hotkey service on platform %1 (no shortcuts portal, no kglobalaccel, not X11)")
+               .arg(QGuiApplication::platformName());
     return nullptr;
 }
 

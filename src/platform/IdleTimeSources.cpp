@@ -39,8 +39,8 @@ IdleSecondsProvider dbusSource(const QDBusConnection &bus, const QString &servic
 
 bool waylandSession()
 {
-    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
-        || qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
+    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+        qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
 }
 
 } // namespace
@@ -102,7 +102,8 @@ IdleSecondsProvider find(const QDBusConnection &bus)
             return source;
         }
     }
-    qCInfo(lcServices).noquote() << QStringLiteral("No idle-time source answers (ext-idle-notify-v1 is not supported yet)");
+    qCInfo(lcServices).noquote() << QStringLiteral(
+        "No idle-time source answers (ext-idle-notify-v1 is not supported yet)");
     return {};
 }
 

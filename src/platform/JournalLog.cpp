@@ -57,7 +57,9 @@ bool stderrIsJournal()
     const auto parts = stream.split(':');
     if (parts.size() != 2)
         return false;
-    struct stat st {};
+    struct stat st
+    {
+    };
     if (fstat(fileno(stderr), &st) != 0)
         return false;
     return parts[0].toULongLong() == st.st_dev && parts[1].toULongLong() == st.st_ino;
@@ -66,7 +68,8 @@ bool stderrIsJournal()
 void installLogHandler()
 {
     if (qEnvironmentVariableIsEmpty("QT_MESSAGE_PATTERN"))
-        qSetMessagePattern(QStringLiteral("%{time hh:mm:ss.zzz} %{if-category}%{category} %{endif}%{type}: %{message}"));
+        qSetMessagePattern(
+            QStringLiteral("%{time hh:mm:ss.zzz} %{if-category}%{category} %{endif}%{type}: %{message}"));
     qInstallMessageHandler(stderrIsJournal() ? journalHandler : stderrHandler);
 }
 

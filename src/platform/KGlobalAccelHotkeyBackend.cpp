@@ -47,16 +47,35 @@ int KGlobalAccelHotkeyBackend::qtKeyCode(const HotkeyCombo &combo)
         code = Qt::Key_0 + (int(key) - int(HotkeyKey::digit0));
     else {
         switch (key) {
-        case HotkeyKey::returnKey: code = Qt::Key_Return; break;
-        case HotkeyKey::escape: code = Qt::Key_Escape; break;
-        case HotkeyKey::tab: code = Qt::Key_Tab; break;
-        case HotkeyKey::space: code = Qt::Key_Space; break;
-        case HotkeyKey::deleteKey: code = Qt::Key_Delete; break;
-        case HotkeyKey::up: code = Qt::Key_Up; break;
-        case HotkeyKey::down: code = Qt::Key_Down; break;
-        case HotkeyKey::left: code = Qt::Key_Left; break;
-        case HotkeyKey::right: code = Qt::Key_Right; break;
-        default: break;
+        case HotkeyKey::returnKey:
+            code = Qt::Key_Return;
+            break;
+        case HotkeyKey::escape:
+            code = Qt::Key_Escape;
+            break;
+        case HotkeyKey::tab:
+            code = Qt::Key_Tab;
+            break;
+        case HotkeyKey::space:
+            code = Qt::Key_Space;
+            break;
+        case HotkeyKey::deleteKey:
+            code = Qt::Key_Delete;
+            break;
+        case HotkeyKey::up:
+            code = Qt::Key_Up;
+            break;
+        case HotkeyKey::down:
+            code = Qt::Key_Down;
+            break;
+        case HotkeyKey::left:
+            code = Qt::Key_Left;
+            break;
+        case HotkeyKey::right:
+            code = Qt::Key_Right;
+            break;
+        default:
+            break;
         }
     }
     if (combo.modifiers & HotkeyModifier::command)
@@ -81,7 +100,8 @@ QStringList KGlobalAccelHotkeyBackend::actionId(HotkeyAction action) const
 void KGlobalAccelHotkeyBackend::setBindings(const QList<HotkeyBinding> &bindings)
 {
     for (const HotkeyAction action : std::as_const(m_registered)) {
-        QDBusMessage call = QDBusMessage::createMethodCall(service, daemonPath, daemonInterface, QStringLiteral("unregister"));
+        QDBusMessage call =
+            QDBusMessage::createMethodCall(service, daemonPath, daemonInterface, QStringLiteral("unregister"));
         call << QString::fromLatin1(Constants::component) << rawValue(action);
         m_bus.call(call, QDBus::Block, 2000);
     }
@@ -89,11 +109,13 @@ void KGlobalAccelHotkeyBackend::setBindings(const QList<HotkeyBinding> &bindings
 
     QList<HotkeyAction> refusedActions;
     for (const HotkeyBinding &binding : bindings) {
-        QDBusMessage doRegister = QDBusMessage::createMethodCall(service, daemonPath, daemonInterface, QStringLiteral("doRegister"));
+        QDBusMessage doRegister =
+            QDBusMessage::createMethodCall(service, daemonPath, daemonInterface, QStringLiteral("doRegister"));
         doRegister << actionId(binding.action);
         m_bus.call(doRegister, QDBus::Block, 2000);
         const int key = qtKeyCode(binding.combo);
-        QDBusMessage set = QDBusMessage::createMethodCall(service, daemonPath, daemonInterface, QStringLiteral("setShortcut"));
+        QDBusMessage set =
+            QDBusMessage::createMethodCall(service, daemonPath, daemonInterface, QStringLiteral("setShortcut"));
         set << actionId(binding.action) << QVariant::fromValue(QList<int>{key}) << (setPresent | noAutoloading);
         const QDBusReply<QList<int>> given = m_bus.call(set, QDBus::Block, 2000);
         if (!given.isValid()) {
@@ -116,11 +138,13 @@ void KGlobalAccelHotkeyBackend::listen()
 {
     if (!m_componentPath.isEmpty())
         return;
-    QDBusMessage get = QDBusMessage::createMethodCall(service, daemonPath, daemonInterface, QStringLiteral("getComponent"));
+    QDBusMessage get =
+        QDBusMessage::createMethodCall(service, daemonPath, daemonInterface, QStringLiteral("getComponent"));
     get << QString::fromLatin1(Constants::component);
     const QDBusReply<QDBusObjectPath> path = m_bus.call(get, QDBus::Block, 2000);
     if (!path.isValid()) {
-        qCWarning(lcHotkeys).noquote() << QStringLiteral("kglobalaccel has no component for us: %1").arg(path.error().message());
+        qCWarning(lcHotkeys).noquote()
+            << QStringLiteral("kglobalaccel has no component for us: %1").arg(path.error().message());
         return;
     }
     m_componentPath = path.value().path();

@@ -42,8 +42,8 @@ LinuxSessionEvents::LinuxSessionEvents(QDBusConnection systemBus, QDBusConnectio
         takeSleepInhibitor();
         findSession();
     } else {
-        qCWarning(lcServices).noquote()
-            << QStringLiteral("No system bus; sleep, screen lock and user switches are not seen through logind");
+        qCWarning(lcServices).noquote() << QStringLiteral(
+            "No system bus; sleep, screen lock and user switches are not seen through logind");
     }
     if (m_session.isConnected()) {
         // GNOME and others use the long path, KDE the short one.
@@ -59,7 +59,8 @@ LinuxSessionEvents::~LinuxSessionEvents() = default;
 
 void LinuxSessionEvents::takeSleepInhibitor()
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(login1, managerPath, managerInterface, QStringLiteral("Inhibit"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(login1, managerPath, managerInterface, QStringLiteral("Inhibit"));
     call << QStringLiteral("sleep") << QStringLiteral("Tarnwell")
          << QStringLiteral("Pausing the focus timer before sleep") << QStringLiteral("delay");
     whenFinished(m_system.asyncCall(call), this, [this](const QDBusPendingCall &finished) {

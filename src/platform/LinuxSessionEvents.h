@@ -34,7 +34,8 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void onPrepareForSleep(bool sleeping);
-    void onSessionPropertiesChanged(const QString &interface, const QVariantMap &changed, const QStringList &invalidated);
+    void onSessionPropertiesChanged(const QString &interface, const QVariantMap &changed,
+                                    const QStringList &invalidated);
     void onScreenSaverActiveChanged(bool active);
 
 private:

@@ -46,7 +46,6 @@ const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.Global
 const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 
-
 QString keyName(HotkeyKey key)
 {
     if (key >= HotkeyKey::a && key <= HotkeyKey::z)
@@ -82,9 +81,8 @@ uint PortalHotkeyBackend::version(const QDBusConnection &bus)
 {
     if (!bus.isConnected())
         return 0;
-    QDBusMessage get = QDBusMessage::createMethodCall(portalService, portalPath,
-                                                      QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                      QStringLiteral("Get"));
+    QDBusMessage get = QDBusMessage::createMethodCall(
+        portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     get << shortcutsInterface << QStringLiteral("version");
     const QDBusMessage reply = bus.call(get, QDBus::Block, 1000);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
@@ -150,10 +148,11 @@ void PortalHotkeyBackend::setBindings(const QList<HotkeyBinding> &bindings)
     // Listen before asking, so a quick answer is not missed.
     m_bus.connect(portalService, m_pendingRequest, requestInterface, QStringLiteral("Response"), this,
                   SLOT(onSessionCreated(uint, QVariantMap)));
-    QDBusMessage create = QDBusMessage::createMethodCall(portalService, portalPath, shortcutsInterface,
-                                                         QStringLiteral("CreateSession"));
-    create << QVariantMap{{QStringLiteral("handle_token"), token},
-                          {QStringLiteral("session_handle_token"), QStringLiteral("tarnwell_session%1").arg(m_generation)}};
+    QDBusMessage create =
+        QDBusMessage::createMethodCall(portalService, portalPath, shortcutsInterface, QStringLiteral("CreateSession"));
+    create << QVariantMap{
+        {QStringLiteral("handle_token"), token},
+        {QStringLiteral("session_handle_token"), QStringLiteral("tarnwell_session%1").arg(m_generation)}};
     m_bus.asyncCall(create);
 }
 
@@ -168,8 +167,8 @@ void PortalHotkeyBackend::onSessionCreated(uint response, const QVariantMap &res
     }
     const QVariant handle = results.value(QStringLiteral("session_handle"));
     m_session = handle.canConvert<QDBusObjectPath>() && handle.userType() == qMetaTypeId<QDBusObjectPath>()
-                    ? handle.value<QDBusObjectPath>().path()
-                    : handle.toString();
+        ? handle.value<QDBusObjectPath>().path()
+        : handle.toString();
     bind();
 }
 
@@ -184,8 +183,8 @@ void PortalHotkeyBackend::bind()
     m_pendingRequest = nextRequestPath(&token);
     m_bus.connect(portalService, m_pendingRequest, requestInterface, QStringLiteral("Response"), this,
                   SLOT(onBound(uint, QVariantMap)));
-    QDBusMessage call = QDBusMessage::createMethodCall(portalService, portalPath, shortcutsInterface,
-                                                       QStringLiteral("BindShortcuts"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(portalService, portalPath, shortcutsInterface, QStringLiteral("BindShortcuts"));
     call << QVariant::fromValue(QDBusObjectPath(m_session)) << QVariant::fromValue(shortcuts) << QString()
          << QVariantMap{{QStringLiteral("handle_token"), token}};
     m_bus.asyncCall(call);
@@ -196,7 +195,8 @@ void PortalHotkeyBackend::onBound(uint response, const QVariantMap &results)
     m_bus.disconnect(portalService, m_pendingRequest, requestInterface, QStringLiteral("Response"), this,
                      SLOT(onBound(uint, QVariantMap)));
     if (response != 0) {
-        qCWarning(lcHotkeys).noquote() << QStringLiteral("The shortcuts portal did not bind our shortcuts (%1)").arg(response);
+        qCWarning(lcHotkeys).noquote()
+            << QStringLiteral("The shortcuts portal did not bind our shortcuts (%1)").arg(response);
         refuseAll();
         return;
     }
@@ -207,14 +207,16 @@ void PortalHotkeyBackend::onBound(uint response, const QVariantMap &results)
     for (const HotkeyBinding &binding : std::as_const(m_bindings)) {
         const auto found = std::find_if(bound.cbegin(), bound.cend(),
                                         [&](const PortalShortcut &s) { return s.id == rawValue(binding.action); });
-        const QString trigger = found == bound.cend() ? QString()
-                                                      : found->properties.value(QStringLiteral("trigger_description")).toString();
+        const QString trigger = found == bound.cend()
+            ? QString()
+            : found->properties.value(QStringLiteral("trigger_description")).toString();
         if (trigger.isEmpty()) {
             // The desktop kept the shortcut without a key: ours is taken there.
             Q_EMIT refused(binding.action);
             continue;
         }
-        qCInfo(lcHotkeys).noquote() << QStringLiteral("The shortcuts portal bound %1 to %2").arg(rawValue(binding.action), trigger);
+        qCInfo(lcHotkeys).noquote()
+            << QStringLiteral("The shortcuts portal bound %1 to %2").arg(rawValue(binding.action), trigger);
     }
 }
 

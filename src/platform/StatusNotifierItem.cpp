@@ -228,8 +228,8 @@ void StatusNotifierItem::exportItem()
     }
     if (!m_connection.registerObject(QString::fromLatin1(Constants::objectPath), this,
                                      QDBusConnection::ExportAdaptors)) {
-        qCWarning(lcMenuBar).noquote() << QStringLiteral("Could not export the status item: %1")
-                                              .arg(m_connection.lastError().message());
+        qCWarning(lcMenuBar).noquote()
+            << QStringLiteral("Could not export the status item: %1").arg(m_connection.lastError().message());
         return;
     }
     m_exported = true;
@@ -356,8 +356,7 @@ void StatusNotifierItem::setIcon(const QImage &image)
     }
     StatusNotifierPixmaps pixmaps;
     for (int height : {Constants::smallIconHeight, Constants::largeIconHeight}) {
-        const QImage sized =
-            image.height() == height ? image : image.scaledToHeight(height, Qt::SmoothTransformation);
+        const QImage sized = image.height() == height ? image : image.scaledToHeight(height, Qt::SmoothTransformation);
         pixmaps.append(StatusNotifierPixmap::fromImage(sized));
     }
     setPixmaps(pixmaps, {});

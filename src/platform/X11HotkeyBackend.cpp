@@ -142,8 +142,8 @@ void X11HotkeyBackend::setBindings(const QList<HotkeyBinding> &bindings)
         QList<Grab> made;
         bool taken = false;
         for (const uint16_t variant : lockVariants) {
-            const xcb_void_cookie_t cookie = xcb_grab_key_checked(m_connection, 1, m_root, uint16_t(mask | variant), keycode,
-                                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+            const xcb_void_cookie_t cookie = xcb_grab_key_checked(m_connection, 1, m_root, uint16_t(mask | variant),
+                                                                  keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
             if (xcb_generic_error_t *error = xcb_request_check(m_connection, cookie)) {
                 taken = taken || error->error_code == badAccess;
                 std::free(error);

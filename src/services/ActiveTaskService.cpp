@@ -22,8 +22,8 @@ ActiveTaskService::ActiveTaskService(StoreContext &context, AppSettingsStore &se
         m_dayRepository = m_ownDayRepository.get();
     }
     if (!m_taskRepository) {
-        m_ownTaskRepository = std::make_unique<TaskRepository>(context, m_dayRepository->calendar(), m_clock,
-                                                               *m_dayRepository);
+        m_ownTaskRepository =
+            std::make_unique<TaskRepository>(context, m_dayRepository->calendar(), m_clock, *m_dayRepository);
         m_taskRepository = m_ownTaskRepository.get();
     }
     // With `this` as context object the connection ends with the service.
@@ -42,7 +42,8 @@ void ActiveTaskService::refresh()
         m_queue = today ? m_taskRepository->openTasks(today) : QList<Task *>();
     } catch (const StoreError &error) {
         // Unreadable store: publish no task in hand rather than a stale one.
-        qCCritical(lcServices).noquote() << QStringLiteral("ActiveTaskService refresh failed: %1").arg(error.description());
+        qCCritical(lcServices).noquote()
+            << QStringLiteral("ActiveTaskService refresh failed: %1").arg(error.description());
         m_queue.clear();
     }
     Q_EMIT queueChanged(m_queue);

@@ -18,8 +18,7 @@ CountdownService::CountdownService(ActiveTaskService &activeTaskService, Duratio
     , m_settingsStore(settingsStore)
     , m_clock(std::move(clock))
 {
-    connect(&activeTaskService, &ActiveTaskService::activeTaskChanged, this,
-            [this](Task *task) { evaluate(task); });
+    connect(&activeTaskService, &ActiveTaskService::activeTaskChanged, this, [this](Task *task) { evaluate(task); });
     evaluate(activeTaskService.activeTask());
     if (tickInterval.count() > 0) {
         m_tick.setInterval(tickInterval);
@@ -81,8 +80,8 @@ void CountdownService::reconcileShownWarning(const Task *task)
     if (!m_shownWarning)
         return;
     const FireKey &shown = m_shownWarning->key;
-    if (task && task == shown.objectID && !task->completed() && task->durationMinutes()
-        && qint64(*task->durationMinutes()) * 60 == shown.totalSeconds)
+    if (task && task == shown.objectID && !task->completed() && task->durationMinutes() &&
+        qint64(*task->durationMinutes()) * 60 == shown.totalSeconds)
         return;
     const std::optional<QUuid> taskID = m_shownWarning->taskID;
     m_shownWarning.reset();

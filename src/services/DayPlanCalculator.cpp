@@ -18,8 +18,8 @@ std::optional<QDateTime> DayPlanCalculator::workdayEnd(std::optional<int> minute
     return calendar.atMinuteOfDay(now, *minutes);
 }
 
-DayPlan DayPlanCalculator::plan(const QList<Task *> &tasks, std::optional<qint64> runningRemainingSeconds,
-                                bool isToday, const QDateTime &now, const std::optional<QDateTime> &workdayEnd)
+DayPlan DayPlanCalculator::plan(const QList<Task *> &tasks, std::optional<qint64> runningRemainingSeconds, bool isToday,
+                                const QDateTime &now, const std::optional<QDateTime> &workdayEnd)
 {
     if (tasks.isEmpty())
         return DayPlan::empty();
@@ -36,7 +36,8 @@ DayPlan DayPlanCalculator::plan(const QList<Task *> &tasks, std::optional<qint64
                 result.overflow.append(tasks[i]);
             continue;
         }
-        const qint64 seconds = inHand ? std::max<qint64>(0, runningRemainingSeconds.value_or(0)) : std::max<qint64>(0, qint64(*planned) * 60);
+        const qint64 seconds = inHand ? std::max<qint64>(0, runningRemainingSeconds.value_or(0))
+                                      : std::max<qint64>(0, qint64(*planned) * 60);
         result.totalSeconds += seconds;
         if (isToday && workdayEnd) {
             const QDateTime finish = now.addSecs(result.totalSeconds);

@@ -13,10 +13,10 @@ namespace tarnwell {
 // Whether the work still queued for a day fits before the end of the workday.
 struct DayPlan
 {
-    qint64 totalSeconds = 0;              // planned seconds still ahead, never negative
-    std::optional<QDateTime> finishDate;  // now + total; only for today and a total above 0
-    qint64 untimedCount = 0;              // open tasks without a planned duration
-    QList<Task *> overflow;               // tasks that end after the workday end, in queue order
+    qint64 totalSeconds = 0; // planned seconds still ahead, never negative
+    std::optional<QDateTime> finishDate; // now + total; only for today and a total above 0
+    qint64 untimedCount = 0; // open tasks without a planned duration
+    QList<Task *> overflow; // tasks that end after the workday end, in queue order
     bool runsPastWorkday = false;
 
     static const DayPlan &empty();

@@ -43,8 +43,8 @@ DayPlanFooterText::Lines DayPlanFooterText::lines(const DayPlan &plan, bool isTo
     }
     if (isToday && workdayEnd) {
         const QString time = formatTime(*workdayEnd, calendar, locale);
-        out.workdayEnd = now < *workdayEnd ? PlanningTexts::dayPlanWorkdayEnds(time)
-                                           : PlanningTexts::dayPlanWorkdayEnded(time);
+        out.workdayEnd =
+            now < *workdayEnd ? PlanningTexts::dayPlanWorkdayEnds(time) : PlanningTexts::dayPlanWorkdayEnded(time);
         parts << PlanningTexts::dayPlanWorkday(time);
     }
     if (!plan.overflow.isEmpty())

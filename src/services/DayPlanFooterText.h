@@ -14,12 +14,12 @@ class DayPlanFooterText
 public:
     struct Lines
     {
-        QString planned;       // "1h 41m planned"; empty when nothing timed is left
-        QString finish;        // "Done 21:53"; only with a finish date
-        QString workdayEnd;    // "Workday ends 18:00" / "Workday ended 18:00"; only today
-        QString overflow;      // how many tasks do not fit; empty when none
-        QString untimed;       // how many tasks have no duration; empty when none
-        QString summary;       // planned, finish and workday end on one line
+        QString planned; // "1h 41m planned"; empty when nothing timed is left
+        QString finish; // "Done 21:53"; only with a finish date
+        QString workdayEnd; // "Workday ends 18:00" / "Workday ended 18:00"; only today
+        QString overflow; // how many tasks do not fit; empty when none
+        QString untimed; // how many tasks have no duration; empty when none
+        QString summary; // planned, finish and workday end on one line
         QString accessibleSummary;
     };
 

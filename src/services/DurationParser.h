@@ -21,7 +21,7 @@ public:
 
     // Longer suffixes come before their own tails ("min" before "m").
     static const QStringList &minuteSuffixes(); // min, dak, dk, m
-    static const QStringList &hourSuffixes();   // saat, std, hrs, hr, sa, h
+    static const QStringList &hourSuffixes(); // saat, std, hrs, hr, sa, h
 
     // Minutes in 1...9999, or none when the text is not a duration.
     static std::optional<int> parse(const QString &text);

@@ -53,8 +53,8 @@ void IdleMonitor::start()
     m_connections << connect(&m_activeTasks, &ActiveTaskService::activeTaskChanged, this,
                              &IdleMonitor::activeTaskChanged);
     if (!m_idleSeconds) {
-        qCWarning(lcServices).noquote()
-            << QStringLiteral("IdleMonitor could not build the any-input event type; idle checks are off");
+        qCWarning(lcServices).noquote() << QStringLiteral(
+            "IdleMonitor could not build the any-input event type; idle checks are off");
         return;
     }
     if (m_pollInterval.count() > 0)

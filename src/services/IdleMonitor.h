@@ -52,8 +52,8 @@ public:
     // events nothing pauses on sleep or lock. A zero poll interval starts no
     // poll timer (tests call poll()).
     IdleMonitor(ActiveTaskService &activeTaskService, AppSettingsStore &settingsStore, IdleSecondsProvider idleSeconds,
-                SessionEvents *session, Clock clock,
-                std::chrono::milliseconds pollInterval = Constants::pollInterval, QObject *parent = nullptr);
+                SessionEvents *session, Clock clock, std::chrono::milliseconds pollInterval = Constants::pollInterval,
+                QObject *parent = nullptr);
     ~IdleMonitor() override;
 
     // The stored threshold mapped into 5, 10, 15 or 0 (off): negative values

@@ -25,9 +25,9 @@ struct NotificationContent
     QString identifier;
     QString title;
     QString body;
-    QString category;                 // "DURATION_COMPLETE", or empty
+    QString category; // "DURATION_COMPLETE", or empty
     QList<NotificationAction> actions; // the buttons, in order; a click on the notification is "default"
-    QString taskID;                   // the task's id as a UUID string
+    QString taskID; // the task's id as a UUID string
     Urgency urgency = Urgency::normal;
 };
 

@@ -37,7 +37,7 @@ qsizetype QuickAddSyntaxParser::separatorPosition(QStringView text)
 }
 
 std::optional<QuickAddSyntaxParser::Tail> QuickAddSyntaxParser::parseTail(QStringView tail, const QDateTime &now,
-                                                                           const Calendar &calendar)
+                                                                          const Calendar &calendar)
 {
     Tail result;
     QVarLengthArray<QStringView, 8> durationWords;

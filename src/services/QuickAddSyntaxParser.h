@@ -12,10 +12,10 @@ namespace tarnwell {
 // What one quick-add line asks for.
 struct QuickAddResult
 {
-    QString title;                         // trimmed, never empty
-    std::optional<int> durationMinutes;    // 1...9999
+    QString title; // trimmed, never empty
+    std::optional<int> durationMinutes; // 1...9999
     bool urgent = false;
-    std::optional<int> dayOffset;          // 0...6; the window may overwrite it
+    std::optional<int> dayOffset; // 0...6; the window may overwrite it
 
     friend bool operator==(const QuickAddResult &, const QuickAddResult &) = default;
 };

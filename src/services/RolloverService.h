@@ -15,8 +15,8 @@ namespace tarnwell {
 // Unfinished tasks of the seven days before today, offered for carrying over.
 struct RolloverCandidate
 {
-    QList<Task *> tasks;   // oldest day first, queue order within a day
-    QDateTime oldestDate;  // date of the oldest day that gave a task
+    QList<Task *> tasks; // oldest day first, queue order within a day
+    QDateTime oldestDate; // date of the oldest day that gave a task
 
     friend bool operator==(const RolloverCandidate &, const RolloverCandidate &) = default;
 };

@@ -122,7 +122,8 @@ int RoutineService::applyDueRoutines()
             routine->setLastAppliedDate(now);
             m_context.save();
         } catch (const StoreError &error) {
-            qCCritical(lcServices).noquote() << QStringLiteral("Routine materialize failed: %1").arg(error.description());
+            qCCritical(lcServices).noquote()
+                << QStringLiteral("Routine materialize failed: %1").arg(error.description());
         } catch (const RepositoryError &error) {
             qCCritical(lcServices).noquote()
                 << QStringLiteral("Routine materialize failed: %1").arg(error.localizedDescription());

@@ -14,8 +14,8 @@ SoundService::~SoundService() = default;
 
 const QStringList &SoundService::soundNames()
 {
-    static const QStringList names{QStringLiteral("Glass"), QStringLiteral("Tink"),  QStringLiteral("Ping"),
-                                   QStringLiteral("Purr"),  QStringLiteral("Pop"),   QStringLiteral("Hero"),
+    static const QStringList names{QStringLiteral("Glass"),    QStringLiteral("Tink"), QStringLiteral("Ping"),
+                                   QStringLiteral("Purr"),     QStringLiteral("Pop"),  QStringLiteral("Hero"),
                                    QStringLiteral("Submarine")};
     return names;
 }

@@ -14,7 +14,8 @@ void complete(const QUuid &taskID, ActiveTaskService &activeTaskService, SoundSe
     try {
         task = activeTaskService.context().existingObject<Task>(taskID);
     } catch (const StoreError &error) {
-        qCCritical(lcServices).noquote() << QStringLiteral("TaskCompletionFlow lookupTask failed: %1").arg(error.description());
+        qCCritical(lcServices).noquote()
+            << QStringLiteral("TaskCompletionFlow lookupTask failed: %1").arg(error.description());
         return;
     }
     if (!task)
@@ -33,7 +34,8 @@ void complete(const QUuid &taskID, ActiveTaskService &activeTaskService, SoundSe
     try {
         activeTaskService.taskRepository().complete(task, now, focused);
     } catch (const StoreError &error) {
-        qCCritical(lcServices).noquote() << QStringLiteral("TaskCompletionFlow complete failed: %1").arg(error.description());
+        qCCritical(lcServices).noquote()
+            << QStringLiteral("TaskCompletionFlow complete failed: %1").arg(error.description());
         return;
     }
 

@@ -54,8 +54,9 @@ QString storedText(TarnwellLanguageOption language)
 
 TarnwellLanguageOption languageFromStored(const QString &text)
 {
-    for (auto option : {TarnwellLanguageOption::english, TarnwellLanguageOption::turkish, TarnwellLanguageOption::german,
-                        TarnwellLanguageOption::spanish, TarnwellLanguageOption::french}) {
+    for (auto option :
+         {TarnwellLanguageOption::english, TarnwellLanguageOption::turkish, TarnwellLanguageOption::german,
+          TarnwellLanguageOption::spanish, TarnwellLanguageOption::french}) {
         if (storedText(option) == text)
             return option;
     }

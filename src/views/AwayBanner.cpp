@@ -30,9 +30,7 @@ QString AwayBanner::awayDuration(qint64 seconds)
         return qtTrId("activeTask.away.minutes", int(minutes));
     //% "%1 h %2 min"
     //: Length of an idle gap of an hour or more: %1 hours, %2 minutes (two digits)
-    return qtTrId("activeTask.away.hoursMinutes")
-        .arg(minutes / 60)
-        .arg(minutes % 60, 2, 10, QLatin1Char('0'));
+    return qtTrId("activeTask.away.hoursMinutes").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0'));
 }
 
 QString AwayBanner::promptText() const

@@ -36,7 +36,8 @@ const QHash<QString, std::function<Drawing()>> &drawings()
     static const QHash<QString, std::function<Drawing()>> table{
         {QStringLiteral("previous"), [] { return Drawing{chevron(true)}; }},
         {QStringLiteral("next"), [] { return Drawing{chevron(false)}; }},
-        {QStringLiteral("menu"), [] {
+        {QStringLiteral("menu"),
+         [] {
              QPainterPath p;
              for (qreal y : {6.0, 12.0, 18.0}) {
                  p.moveTo(4, y);
@@ -44,11 +45,16 @@ const QHash<QString, std::function<Drawing()>> &drawings()
              }
              return Drawing{p};
          }},
-        {QStringLiteral("more"), [] { return Drawing{dots({{5, 12}, {12, 12}, {19, 12}}, 1.9), false}; }},
-        {QStringLiteral("handle"), [] {
+        {QStringLiteral("more"),
+         [] {
+             return Drawing{dots({{5, 12}, {12, 12}, {19, 12}}, 1.9), false};
+         }},
+        {QStringLiteral("handle"),
+         [] {
              return Drawing{dots({{9, 6}, {15, 6}, {9, 12}, {15, 12}, {9, 18}, {15, 18}}, 1.6), false};
          }},
-        {QStringLiteral("today"), [] {
+        {QStringLiteral("today"),
+         [] {
              QPainterPath p;
              p.addRoundedRect(QRectF(4, 5.5, 16, 14.5), 2.5, 2.5);
              p.moveTo(4, 10);
@@ -60,7 +66,8 @@ const QHash<QString, std::function<Drawing()>> &drawings()
              p.addEllipse(QPointF(12, 15), 1.4, 1.4);
              return Drawing{p};
          }},
-        {QStringLiteral("urgent"), [] {
+        {QStringLiteral("urgent"),
+         [] {
              // A flag on its pole.
              QPainterPath p;
              p.moveTo(6, 21);

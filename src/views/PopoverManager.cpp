@@ -120,9 +120,10 @@ void PopoverManager::show(const QPoint &anchor)
 
 void PopoverManager::observeHotkeys(NamedNotifications &center)
 {
-    center.observe(QString::fromLatin1(HotkeyManager::Constants::firedNotification), this, [this](const QVariantMap &info) {
-        onHotkey(info.value(QString::fromLatin1(HotkeyManager::Constants::actionKey)).toString());
-    });
+    center.observe(QString::fromLatin1(HotkeyManager::Constants::firedNotification), this,
+                   [this](const QVariantMap &info) {
+                       onHotkey(info.value(QString::fromLatin1(HotkeyManager::Constants::actionKey)).toString());
+                   });
 }
 
 void PopoverManager::onHotkey(const QString &name)

@@ -37,8 +37,8 @@ PopoverModel::PopoverModel(Services services, QObject *parent)
     , m_clock(std::move(services.clock))
     , m_tasks(new TaskListModel(this))
     , m_editor(new TaskEditor(m_activeTasks, services.routineService, this))
-    , m_draft(new QuickAddDraft(m_activeTasks.taskRepository(), m_activeTasks.dayRepository(), m_calendar, m_clock,
-                                this))
+    , m_draft(
+          new QuickAddDraft(m_activeTasks.taskRepository(), m_activeTasks.dayRepository(), m_calendar, m_clock, this))
 {
     m_toastTimer.setSingleShot(true);
     m_toastTimer.setInterval(Constants::toastMilliseconds);
@@ -179,8 +179,8 @@ void PopoverModel::refreshFooter()
     const QDateTime at = now();
     const QList<Task *> open = openTasks();
     const std::optional<QDateTime> end = DayPlanCalculator::workdayEnd(m_settings.workdayEndMinutes(), at, m_calendar);
-    const DayPlan plan = DayPlanCalculator::plan(open, isToday() ? m_countdown.remainingSeconds() : std::nullopt,
-                                                 isToday(), at, end);
+    const DayPlan plan =
+        DayPlanCalculator::plan(open, isToday() ? m_countdown.remainingSeconds() : std::nullopt, isToday(), at, end);
     const DayPlanFooterText::Lines lines = DayPlanFooterText::lines(plan, isToday(), end, at, m_calendar);
     Footer footer{lines.summary, lines.accessibleSummary, lines.workdayEnd, lines.overflow, lines.untimed};
     const bool overflowChanged = plan.overflow != m_overflow;
@@ -306,8 +306,7 @@ void PopoverModel::extendTaskInHand(int minutes)
     const qint64 added = minutes > 0 ? minutes : extendMinutes();
     attempt([&] {
         m_activeTasks.taskRepository().updateTask(task, task->title(), task->notes(),
-                                                  qint64(task->durationMinutes().value_or(0)) + added,
-                                                  task->dueDate());
+                                                  qint64(task->durationMinutes().value_or(0)) + added, task->dueDate());
     });
 }
 
@@ -362,9 +361,8 @@ void PopoverModel::moveToTomorrow(const QString &id)
     TaskRepository &repository = m_activeTasks.taskRepository();
     const TaskRepository::TaskDayPlacement placement = repository.placement(t);
     if (attempt([&] { repository.moveToNextDay(t); })) {
-        showToast(ViewTexts::movedToTomorrow(t->title()), [this, t, placement] {
-            attempt([&] { m_activeTasks.taskRepository().restore(t, placement); });
-        });
+        showToast(ViewTexts::movedToTomorrow(t->title()),
+                  [this, t, placement] { attempt([&] { m_activeTasks.taskRepository().restore(t, placement); }); });
     }
 }
 

@@ -113,8 +113,8 @@ bool QuickAddDraft::commit()
     QUuid id;
     try {
         Day *day = m_days.fetchOrCreateDay(m_calendar.startOfDayAdding(m_clock(), offset));
-        const std::optional<qint64> minutes = m_parsed->durationMinutes
-            ? std::optional<qint64>(*m_parsed->durationMinutes) : std::nullopt;
+        const std::optional<qint64> minutes =
+            m_parsed->durationMinutes ? std::optional<qint64>(*m_parsed->durationMinutes) : std::nullopt;
         id = m_tasks.createTask(m_parsed->title, minutes, m_parsed->urgent, day)->id();
     } catch (const RepositoryError &error) {
         setError(error.localizedDescription());

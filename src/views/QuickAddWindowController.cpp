@@ -32,10 +32,12 @@ QuickAddWindowController::~QuickAddWindowController()
 
 void QuickAddWindowController::observeHotkeys(NamedNotifications &center)
 {
-    center.observe(QString::fromLatin1(HotkeyManager::Constants::firedNotification), this, [this](const QVariantMap &info) {
-        if (info.value(QString::fromLatin1(HotkeyManager::Constants::actionKey)).toString() == rawValue(HotkeyAction::quickAdd))
-            show();
-    });
+    center.observe(QString::fromLatin1(HotkeyManager::Constants::firedNotification), this,
+                   [this](const QVariantMap &info) {
+                       if (info.value(QString::fromLatin1(HotkeyManager::Constants::actionKey)).toString() ==
+                           rawValue(HotkeyAction::quickAdd))
+                           show();
+                   });
 }
 
 void QuickAddWindowController::show()
@@ -51,8 +53,7 @@ void QuickAddWindowController::show()
     if (QScreen *screen = QGuiApplication::primaryScreen()) {
         // Centred, in the upper third, where the eye is.
         const QRect area = screen->availableGeometry();
-        m_window->setPosition(area.left() + (area.width() - m_window->width()) / 2,
-                              area.top() + area.height() / 4);
+        m_window->setPosition(area.left() + (area.width() - m_window->width()) / 2, area.top() + area.height() / 4);
     }
     const bool wasVisible = m_window->isVisible();
     m_window->show();

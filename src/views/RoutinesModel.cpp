@@ -259,8 +259,8 @@ void RoutinesModel::updateCurrent(const QUuid &id, bool forget)
 // nothing did (a field being typed in keeps its text).
 void RoutinesModel::announce()
 {
-    const Shown now{m_current, m_currentId, currentName(),
-                    hasRow(m_current) ? m_rows[m_current].mask : qint16(0), m_customChosen};
+    const Shown now{m_current, m_currentId, currentName(), hasRow(m_current) ? m_rows[m_current].mask : qint16(0),
+                    m_customChosen};
     const Shown before = std::exchange(m_shown, now);
     if (before.row != now.row || before.id != now.id)
         Q_EMIT currentIndexChanged();

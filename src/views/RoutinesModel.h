@@ -49,8 +49,8 @@ protected:
                 beginRemoveRows({}, i, i);
                 m_rows.removeAt(i);
                 endRemoveRows();
-            } else if (after.size() == n && i + 1 < n && before[i] == after[i + 1] && before[i + 1] == after[i]
-                       && before.mid(i + 2) == after.mid(i + 2)) {
+            } else if (after.size() == n && i + 1 < n && before[i] == after[i + 1] && before[i + 1] == after[i] &&
+                       before.mid(i + 2) == after.mid(i + 2)) {
                 beginMoveRows({}, i + 1, i + 1, {}, i);
                 m_rows.move(i + 1, i);
                 endMoveRows();

@@ -93,14 +93,20 @@ QString TaskEditor::setRepeat(const QString &id, int choice)
         return {};
     RoutineSchedule schedule;
     switch (choice) {
-    case never: schedule = RoutineSchedule::never(); break;
-    case everyDay: schedule = RoutineSchedule::everyDay(); break;
-    case weekdays: schedule = RoutineSchedule::weekdays(); break;
-    default: return {}; // chosen weekdays are set in the routines window
+    case never:
+        schedule = RoutineSchedule::never();
+        break;
+    case everyDay:
+        schedule = RoutineSchedule::everyDay();
+        break;
+    case weekdays:
+        schedule = RoutineSchedule::weekdays();
+        break;
+    default:
+        return {}; // chosen weekdays are set in the routines window
     }
     try {
-        if (choice != never && m_routines.schedule(t).kind() == RoutineSchedule::Kind::never
-            && !t->routineItemID()) {
+        if (choice != never && m_routines.schedule(t).kind() == RoutineSchedule::Kind::never && !t->routineItemID()) {
             // A task of its own: it becomes a routine of one, and this task is
             // that routine's today, so loading it today adds nothing twice.
             Routine *routine = m_routines.saveQueue({t}, t->title());

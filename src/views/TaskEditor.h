@@ -28,8 +28,8 @@ public:
 
     // Saves every field; returns the text to show in place, empty when saved.
     // A duration that cannot be read changes nothing.
-    Q_INVOKABLE QString save(const QString &id, const QString &title, const QString &notes,
-                             const QString &duration, const QDateTime &dueDate);
+    Q_INVOKABLE QString save(const QString &id, const QString &title, const QString &notes, const QString &duration,
+                             const QDateTime &dueDate);
     QString save(Task *task, const QString &title, const QString &notes, std::optional<qint64> minutes,
                  const QDateTime &dueDate);
     // The planned time as the field shows it ("1h 30m"), empty when unplanned.

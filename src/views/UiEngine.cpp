@@ -52,7 +52,8 @@ QQuickWindow *UiEngine::createWindow(const QString &file, const QVariantMap &pro
     QQmlComponent component(&engine(), QUrl(QStringLiteral("qrc:/Tarnwell/Views/") + file));
     QObject *object = component.createWithInitialProperties(properties);
     if (!object) {
-        qCCritical(lcServices).noquote() << QStringLiteral("Could not create %1: %2").arg(file, component.errorString());
+        qCCritical(lcServices).noquote()
+            << QStringLiteral("Could not create %1: %2").arg(file, component.errorString());
         return nullptr;
     }
     auto *window = qobject_cast<QQuickWindow *>(object);
@@ -74,8 +75,8 @@ void UiEngine::track(QQuickWindow *window)
 void UiEngine::visibilityChanged()
 {
     m_windows.removeAll(nullptr);
-    const bool anyVisible = std::any_of(m_windows.cbegin(), m_windows.cend(),
-                                        [](const QPointer<QWindow> &w) { return w->isVisible(); });
+    const bool anyVisible =
+        std::any_of(m_windows.cbegin(), m_windows.cend(), [](const QPointer<QWindow> &w) { return w->isVisible(); });
     if (anyVisible)
         m_idle.stop();
     else

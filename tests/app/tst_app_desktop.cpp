@@ -19,7 +19,8 @@ private Q_SLOTS:
         QDBusConnection panel = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
         WatcherObject object;
         auto *watcher = new FakeWatcher(&object);
-        QVERIFY(panel.registerObject(QStringLiteral("/StatusNotifierWatcher"), &object, QDBusConnection::ExportAdaptors));
+        QVERIFY(
+            panel.registerObject(QStringLiteral("/StatusNotifierWatcher"), &object, QDBusConnection::ExportAdaptors));
         QVERIFY(panel.registerService(QStringLiteral("org.kde.StatusNotifierWatcher")));
 
         QTemporaryDir home;

@@ -72,7 +72,8 @@ private Q_SLOTS:
     {
         const QString home = freshHome();
         App app(home, {QStringLiteral("--ui-test")}, {QStringLiteral("TARNWELL_UNIT_TEST=1")});
-        QVERIFY2(app.waitFor(QStringLiteral("Running under the unit-test host; nothing else starts")), qPrintable(app.log()));
+        QVERIFY2(app.waitFor(QStringLiteral("Running under the unit-test host; nothing else starts")),
+                 qPrintable(app.log()));
         app.terminate();
         QVERIFY(app.finish());
         QCOMPARE(app.process().exitCode(), 0);
@@ -95,7 +96,8 @@ private Q_SLOTS:
         QVERIFY2(!QFile::exists(file + QStringLiteral("-wal")), qPrintable(app.log()));
         QVERIFY(QFile::exists(file));
         const QString log = app.log();
-        QVERIFY2(log.indexOf(QStringLiteral("Removed the status item")) < log.indexOf(QStringLiteral("Closed the store")),
+        QVERIFY2(log.indexOf(QStringLiteral("Removed the status item")) <
+                     log.indexOf(QStringLiteral("Closed the store")),
                  qPrintable(log));
     }
 

@@ -45,8 +45,9 @@ private Q_SLOTS:
         QCOMPARE(intent.perform(runner), QStringLiteral("Added “Call the bank” to Tarnwell."));
         Day *today = f.service.dayRepository().day(f.time.now);
         const QList<Task *> queue = f.service.taskRepository().openTasks(today);
-        QCOMPARE(titles(queue), (QStringList{QStringLiteral("Call the bank"), QStringLiteral("a"), QStringLiteral("b"),
-                                             QStringLiteral("c")}));
+        QCOMPARE(titles(queue),
+                 (QStringList{QStringLiteral("Call the bank"), QStringLiteral("a"), QStringLiteral("b"),
+                              QStringLiteral("c")}));
         for (int i = 0; i < queue.size(); ++i)
             QCOMPARE(queue[i]->orderIndex(), i);
         QCOMPARE(queue.first()->durationMinutes(), std::optional<qint32>(20));
@@ -56,7 +57,8 @@ private Q_SLOTS:
     {
         FocusFixture f;
         AddTaskIntentRunner runner(f.service.dayRepository(), f.service.taskRepository());
-        QCOMPARE(runner.run(QStringLiteral("x"), std::nullopt, false), AddTaskIntentRunner::Outcome{QStringLiteral("x")});
+        QCOMPARE(runner.run(QStringLiteral("x"), std::nullopt, false),
+                 AddTaskIntentRunner::Outcome{QStringLiteral("x")});
         QVERIFY(f.service.dayRepository().day(f.time.now));
         QVERIFY_THROWS_EXCEPTION(RepositoryError, runner.run(QStringLiteral("   "), std::nullopt, false));
         QVERIFY_THROWS_EXCEPTION(RepositoryError, runner.run(QString(201, u'x'), std::nullopt, false));
@@ -71,20 +73,34 @@ private Q_SLOTS:
         QTest::newRow("title at the limit") << "text" << QString(2000, u'x') << true;
         QTest::newRow("title over the limit") << "text" << QString(2001, u'x') << false;
         QTest::newRow("NUL") << "text" << QStringLiteral("a") + QChar(u'\0') << false;
-        QTest::newRow("minutes 9999") << "minutes" << "9999" << true;
-        QTest::newRow("minutes 10000") << "minutes" << "10000" << false;
-        QTest::newRow("minutes negative is unplanned") << "minutes" << "-5" << true;
-        QTest::newRow("date") << "day" << "2026-02-28" << true;
-        QTest::newRow("no such date") << "day" << "2026-02-30" << false;
-        QTest::newRow("date with time") << "day" << "2026-02-28T10:00" << false;
-        QTest::newRow("short date") << "day" << "2026-2-8" << false;
-        QTest::newRow("uuid") << "id" << "0f8fad5b-d9cb-469f-a165-70867728950e" << true;
-        QTest::newRow("braced uuid") << "id" << "{0f8fad5b-d9cb-469f-a165-70867728950e}" << true;
-        QTest::newRow("half braced") << "id" << "{0f8fad5b-d9cb-469f-a165-70867728950e" << false;
-        QTest::newRow("not hex") << "id" << "0f8fad5b-d9cb-469f-a165-70867728950g" << false;
-        QTest::newRow("nil uuid") << "id" << "00000000-0000-0000-0000-000000000000" << false;
-        QTest::newRow("format") << "format" << "ics" << true;
-        QTest::newRow("bad format") << "format" << "xml" << false;
+        QTest::newRow("minutes 9999") << "minutes"
+                                      << "9999" << true;
+        QTest::newRow("minutes 10000") << "minutes"
+                                       << "10000" << false;
+        QTest::newRow("minutes negative is unplanned") << "minutes"
+                                                       << "-5" << true;
+        QTest::newRow("date") << "day"
+                              << "2026-02-28" << true;
+        QTest::newRow("no such date") << "day"
+                                      << "2026-02-30" << false;
+        QTest::newRow("date with time") << "day"
+                                        << "2026-02-28T10:00" << false;
+        QTest::newRow("short date") << "day"
+                                    << "2026-2-8" << false;
+        QTest::newRow("uuid") << "id"
+                              << "0f8fad5b-d9cb-469f-a165-70867728950e" << true;
+        QTest::newRow("braced uuid") << "id"
+                                     << "{0f8fad5b-d9cb-469f-a165-70867728950e}" << true;
+        QTest::newRow("half braced") << "id"
+                                     << "{0f8fad5b-d9cb-469f-a165-70867728950e" << false;
+        QTest::newRow("not hex") << "id"
+                                 << "0f8fad5b-d9cb-469f-a165-70867728950g" << false;
+        QTest::newRow("nil uuid") << "id"
+                                  << "00000000-0000-0000-0000-000000000000" << false;
+        QTest::newRow("format") << "format"
+                                << "ics" << true;
+        QTest::newRow("bad format") << "format"
+                                    << "xml" << false;
     }
     void argumentChecks()
     {
@@ -120,22 +136,22 @@ private Q_SLOTS:
         source.service.taskRepository().createTask(QStringLiteral("Later"), 10, true, tomorrow);
         RoutineRepository routines(source.store->viewContext(), source.time.clock());
         routines.createRoutine(QStringLiteral("Morning"), {{QStringLiteral("Stretch"), 5, QStringLiteral("slow")}});
-        const QByteArray json = TaskExchange::exportJson(source.store->viewContext(), source.service.dayRepository(), {},
-                                                         source.time.now);
+        const QByteArray json =
+            TaskExchange::exportJson(source.store->viewContext(), source.service.dayRepository(), {}, source.time.now);
 
         FocusFixture target;
-        const auto summary = TaskExchange::apply(TaskExchange::read(json), target.store->viewContext(),
-                                                 target.service.dayRepository());
+        const auto summary =
+            TaskExchange::apply(TaskExchange::read(json), target.store->viewContext(), target.service.dayRepository());
         QCOMPARE(summary.days, 2);
         QCOMPARE(summary.tasks, 3);
         QCOMPARE(summary.routines, 1);
-        const QByteArray again = TaskExchange::exportJson(target.store->viewContext(), target.service.dayRepository(), {},
-                                                          source.time.now);
+        const QByteArray again =
+            TaskExchange::exportJson(target.store->viewContext(), target.service.dayRepository(), {}, source.time.now);
         QCOMPARE(QString::fromUtf8(again).split(u'\n'), QString::fromUtf8(json).split(u'\n'));
 
         // A second import of the same file adds nothing.
-        const auto repeat = TaskExchange::apply(TaskExchange::read(json), target.store->viewContext(),
-                                                target.service.dayRepository());
+        const auto repeat =
+            TaskExchange::apply(TaskExchange::read(json), target.store->viewContext(), target.service.dayRepository());
         QCOMPARE(repeat.tasks + repeat.days + repeat.routines, 0);
         QCOMPARE(repeat.skipped, 4);
 
@@ -162,8 +178,8 @@ private Q_SLOTS:
         FocusFixture source;
         source.add(QStringLiteral("first"));
         source.add(QStringLiteral("second"), 30);
-        QByteArray json = TaskExchange::exportJson(source.store->viewContext(), source.service.dayRepository(), {},
-                                                   source.time.now);
+        QByteArray json =
+            TaskExchange::exportJson(source.store->viewContext(), source.service.dayRepository(), {}, source.time.now);
         // Spoil the second task's record only.
         const qsizetype second = json.indexOf("\"second\"");
         const QByteArray key = edit.left(edit.indexOf(':') + 1);
@@ -195,8 +211,8 @@ private Q_SLOTS:
         Task *done = f.add(QStringLiteral("Long title, with; commas and a line\nbreak ") + QString(80, u'é'), 45);
         f.service.taskRepository().complete(done, f.time.now, 600);
         f.add(QStringLiteral("open"));
-        const QByteArray ics = IcsWriter::write(TaskExchange::daysIn(f.service.dayRepository(), {}), Calendar(),
-                                                f.time.now);
+        const QByteArray ics =
+            IcsWriter::write(TaskExchange::daysIn(f.service.dayRepository(), {}), Calendar(), f.time.now);
         icalcomponent *root = icalparser_parse_string(ics.constData());
         QVERIFY(root);
         int todos = 0, completed = 0;

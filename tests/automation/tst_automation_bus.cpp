@@ -31,9 +31,9 @@ class AutomationBusTest : public QObject
     // Calls over the caller's own connection while this thread's loop serves the agent side.
     QDBusMessage call(const QString &method, const QVariantList &arguments = {})
     {
-        QDBusMessage message = QDBusMessage::createMethodCall(
-            QStringLiteral("org.tarnwell.Tarnwell"), QStringLiteral("/org/tarnwell/Tarnwell"),
-            QStringLiteral("org.tarnwell.Tarnwell1"), method);
+        QDBusMessage message = QDBusMessage::createMethodCall(QStringLiteral("org.tarnwell.Tarnwell"),
+                                                              QStringLiteral("/org/tarnwell/Tarnwell"),
+                                                              QStringLiteral("org.tarnwell.Tarnwell1"), method);
         message.setArguments(arguments);
         QDBusPendingCall pending = m_caller.asyncCall(message, 5000);
         QElapsedTimer timer;
@@ -87,12 +87,16 @@ private Q_SLOTS:
         QCOMPARE(reply.arguments().value(0).toString(), QStringLiteral("Call Bob"));
         QTRY_VERIFY(changed.count() > 0);
 
-        const QJsonObject status = QJsonDocument::fromJson(call(QStringLiteral("Status")).arguments().value(0).toString().toUtf8()).object();
+        const QJsonObject status =
+            QJsonDocument::fromJson(call(QStringLiteral("Status")).arguments().value(0).toString().toUtf8()).object();
         QStringList order;
         for (const QJsonValue &t : status.value(QStringLiteral("queue")).toArray())
             order << t.toObject().value(QStringLiteral("title")).toString();
-        QCOMPARE(order, (QStringList{QStringLiteral("Call Bob"), QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
-        QCOMPARE(status.value(QStringLiteral("active")).toObject().value(QStringLiteral("remainingSeconds")).toInt(), 900);
+        QCOMPARE(
+            order,
+            (QStringList{QStringLiteral("Call Bob"), QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+        QCOMPARE(status.value(QStringLiteral("active")).toObject().value(QStringLiteral("remainingSeconds")).toInt(),
+                 900);
     }
 
     void refusalsAreBusErrorsAndChangeNothing_data()
@@ -105,15 +109,23 @@ private Q_SLOTS:
                                      << "";
         QTest::newRow("201 characters") << "AddTask" << QVariantList{QString(201, u'x'), 0, false} << "Validation"
                                         << "200";
-        QTest::newRow("too many minutes") << "AddTask" << QVariantList{QStringLiteral("x"), 10000, false}
-                                          << "InvalidArgument" << "9999";
-        QTest::newRow("huge text") << "AddQuickTask" << QVariantList{QString(100000, u'x')} << "InvalidArgument" << "";
-        QTest::newRow("lone mark") << "AddQuickTask" << QVariantList{QStringLiteral("!")} << "InvalidArgument" << "";
-        QTest::newRow("bad id") << "Complete" << QVariantList{QStringLiteral("1234")} << "InvalidArgument" << "1234";
-        QTest::newRow("unknown id") << "Complete" << QVariantList{QUuid::createUuid().toString()} << "TaskNotFound" << "";
-        QTest::newRow("bad day") << "Tasks" << QVariantList{QStringLiteral("yesterday")} << "InvalidArgument" << "";
-        QTest::newRow("bad import") << "Import" << QVariantList{QByteArray("[]")} << "Import" << "";
-        QTest::newRow("nothing in hand") << "Start" << QVariantList{} << "NoTaskInHand" << "";
+        QTest::newRow("too many minutes")
+            << "AddTask" << QVariantList{QStringLiteral("x"), 10000, false} << "InvalidArgument"
+            << "9999";
+        QTest::newRow("huge text") << "AddQuickTask" << QVariantList{QString(100000, u'x')} << "InvalidArgument"
+                                   << "";
+        QTest::newRow("lone mark") << "AddQuickTask" << QVariantList{QStringLiteral("!")} << "InvalidArgument"
+                                   << "";
+        QTest::newRow("bad id") << "Complete" << QVariantList{QStringLiteral("1234")} << "InvalidArgument"
+                                << "1234";
+        QTest::newRow("unknown id") << "Complete" << QVariantList{QUuid::createUuid().toString()} << "TaskNotFound"
+                                    << "";
+        QTest::newRow("bad day") << "Tasks" << QVariantList{QStringLiteral("yesterday")} << "InvalidArgument"
+                                 << "";
+        QTest::newRow("bad import") << "Import" << QVariantList{QByteArray("[]")} << "Import"
+                                    << "";
+        QTest::newRow("nothing in hand") << "Start" << QVariantList{} << "NoTaskInHand"
+                                         << "";
     }
     void refusalsAreBusErrorsAndChangeNothing()
     {
@@ -141,10 +153,13 @@ private Q_SLOTS:
         m_f->time.advance(90'000);
         QCOMPARE(call(QStringLiteral("Toggle")).type(), QDBusMessage::ReplyMessage);
         QCOMPARE(m_f->service.activeTask()->actualSecondsFocused(), std::optional<qint32>(90));
-        QCOMPARE(call(QStringLiteral("Complete"), {QString()}).arguments().value(0).toString(), QStringLiteral("Write"));
+        QCOMPARE(call(QStringLiteral("Complete"), {QString()}).arguments().value(0).toString(),
+                 QStringLiteral("Write"));
         QCOMPARE(m_f->service.activeTask()->title(), QStringLiteral("Next"));
         QVERIFY(m_f->rec.nextUp.isEmpty()); // no next-up screen for a script
-        const QJsonArray tasks = QJsonDocument::fromJson(call(QStringLiteral("Tasks"), {QString()}).arguments().value(0).toString().toUtf8()).array();
+        const QJsonArray tasks =
+            QJsonDocument::fromJson(call(QStringLiteral("Tasks"), {QString()}).arguments().value(0).toString().toUtf8())
+                .array();
         QCOMPARE(tasks.size(), 2);
         QCOMPARE(tasks.at(1).toObject().value(QStringLiteral("focusedSeconds")).toInt(), 90);
     }

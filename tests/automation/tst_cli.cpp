@@ -67,8 +67,9 @@ private Q_SLOTS:
         Result r = run(home, {QStringLiteral("add"), QStringLiteral("Write report · 45m")});
         QCOMPARE(r.code, 0);
         QCOMPARE(r.out, QStringLiteral("Added “Write report” to Tarnwell.\n"));
-        r = run(home, {QStringLiteral("add"), QStringLiteral("--title"), QStringLiteral(" Call Bob "),
-                       QStringLiteral("--minutes"), QStringLiteral("15"), QStringLiteral("--urgent")});
+        r = run(home,
+                {QStringLiteral("add"), QStringLiteral("--title"), QStringLiteral(" Call Bob "),
+                 QStringLiteral("--minutes"), QStringLiteral("15"), QStringLiteral("--urgent")});
         QCOMPARE(r.code, 0);
 
         r = run(home, {QStringLiteral("status"), QStringLiteral("--json")});
@@ -84,7 +85,10 @@ private Q_SLOTS:
 
         // Exit codes: usage, invalid input, agent needed.
         QCOMPARE(run(home, {QStringLiteral("add")}).code, 2);
-        QCOMPARE(run(home, {QStringLiteral("add"), QStringLiteral("x"), QStringLiteral("--minutes"), QStringLiteral("5")}).code, 2);
+        QCOMPARE(
+            run(home, {QStringLiteral("add"), QStringLiteral("x"), QStringLiteral("--minutes"), QStringLiteral("5")})
+                .code,
+            2);
         QCOMPARE(run(home, {QStringLiteral("list"), QStringLiteral("--bogus")}).code, 2);
         r = run(home, {QStringLiteral("add"), QStringLiteral("--title"), QString(201, u'x')});
         QCOMPARE(r.code, 3);
@@ -118,7 +122,8 @@ private Q_SLOTS:
         const auto withoutStamp = [](QString text) {
             return text.remove(QRegularExpression(QStringLiteral("\"exportedAt\"[^\n]*\n")));
         };
-        QCOMPARE(withoutStamp(run(other, {QStringLiteral("export")}).out), withoutStamp(run(home, {QStringLiteral("export")}).out));
+        QCOMPARE(withoutStamp(run(other, {QStringLiteral("export")}).out),
+                 withoutStamp(run(home, {QStringLiteral("export")}).out));
 
         QFile spoilt(home + QStringLiteral("/bad.json"));
         QVERIFY(spoilt.open(QIODevice::WriteOnly));
@@ -130,7 +135,8 @@ private Q_SLOTS:
         run(fresh, {QStringLiteral("add"), QStringLiteral("Mine")});
         r = run(fresh, {QStringLiteral("import"), spoilt.fileName()});
         QCOMPARE(r.code, 3);
-        QVERIFY2(r.err.contains(QLatin1String("orderIndex")) && r.err.contains(QLatin1String("Line ")), qPrintable(r.err));
+        QVERIFY2(r.err.contains(QLatin1String("orderIndex")) && r.err.contains(QLatin1String("Line ")),
+                 qPrintable(r.err));
         QCOMPARE(listJson(fresh).size(), 1);
 
         r = run(home, {QStringLiteral("export"), QStringLiteral("--format"), QStringLiteral("ics")});
@@ -169,13 +175,17 @@ private Q_SLOTS:
         QVERIFY2(agent.waitFor(QStringLiteral("Interface installed")), qPrintable(agent.log()));
         for (const char *title : {"a", "b", "c"})
             QCOMPARE(run(home, {QStringLiteral("add"), QString::fromLatin1(title)}).code, 0);
-        QCOMPARE(run(home, {QStringLiteral("add"), QStringLiteral("--title"), QStringLiteral("First"),
-                            QStringLiteral("--urgent")}).code, 0);
+        QCOMPARE(
+            run(home,
+                {QStringLiteral("add"), QStringLiteral("--title"), QStringLiteral("First"), QStringLiteral("--urgent")})
+                .code,
+            0);
         QVERIFY(agent.waitFor(QStringLiteral("Added a task from outside: First")));
 
         QProcess follow;
         follow.setProcessEnvironment(environmentFor(home));
-        follow.start(QStringLiteral(TARNWELL_BINARY), {QStringLiteral("status"), QStringLiteral("--follow"), QStringLiteral("--json")});
+        follow.start(QStringLiteral(TARNWELL_BINARY),
+                     {QStringLiteral("status"), QStringLiteral("--follow"), QStringLiteral("--json")});
         // One line per change: wait for the line that shows the change asked for
         // (a change may also bring lines whose only news is the time focused).
         const auto lineWhere = [&follow](const std::function<bool(const QJsonObject &)> &wanted) {
@@ -214,9 +224,10 @@ private Q_SLOTS:
         for (int i = 0; i < 4; ++i) {
             auto *p = new QProcess(this);
             p->setProcessEnvironment(environmentFor(home));
-            p->start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"),
-                                                 QStringLiteral("for n in 1 2 3 4 5; do \"$0\" add \"w%1-$n\" || exit 1; done").arg(i),
-                                                 QStringLiteral(TARNWELL_BINARY)});
+            p->start(QStringLiteral("/bin/sh"),
+                     {QStringLiteral("-c"),
+                      QStringLiteral("for n in 1 2 3 4 5; do \"$0\" add \"w%1-$n\" || exit 1; done").arg(i),
+                      QStringLiteral(TARNWELL_BINARY)});
             writers << p;
         }
         for (QProcess *p : writers) {

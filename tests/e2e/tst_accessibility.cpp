@@ -72,7 +72,8 @@ private:
         if (controls.isEmpty())
             QTest::qFail("no controls on screen", __FILE__, __LINE__);
         else if (!unnamed.isEmpty())
-            QTest::qFail(qPrintable(QStringLiteral("without a name: ") + unnamed.join(QStringLiteral(", "))), __FILE__, __LINE__);
+            QTest::qFail(qPrintable(QStringLiteral("without a name: ") + unnamed.join(QStringLiteral(", "))), __FILE__,
+                         __LINE__);
         return untranslated;
     }
 
@@ -88,7 +89,8 @@ private Q_SLOTS:
         QVERIFY2(app.waitFor(QStringLiteral("Interface installed"), patience), qPrintable(app.log()));
         QTRY_VERIFY_WITH_TIMEOUT(panel.registrations() > 0, patience);
         panel.activate(1500, 0);
-        const QString missed = keyboard::enterLine(m_reader, app.pid(), taskTitle + QStringLiteral(" ~ 30m"), taskTitle, patience);
+        const QString missed =
+            keyboard::enterLine(m_reader, app.pid(), taskTitle + QStringLiteral(" ~ 30m"), taskTitle, patience);
         if (!missed.isEmpty())
             qWarning().noquote() << missed;
         QVERIFY(missed.isEmpty());
@@ -121,8 +123,10 @@ private Q_SLOTS:
         const QStringList untranslated = checkControls(popover, language);
         if (QTest::currentTestFailed())
             return;
-        QVERIFY2(untranslated.isEmpty(), qPrintable(QStringLiteral("in English: ") + untranslated.join(QStringLiteral(", "))));
-        const auto rows = popover.find([](const AtSpiNode &n) { return n.showing && n.role == QLatin1String("list item"); });
+        QVERIFY2(untranslated.isEmpty(),
+                 qPrintable(QStringLiteral("in English: ") + untranslated.join(QStringLiteral(", "))));
+        const auto rows =
+            popover.find([](const AtSpiNode &n) { return n.showing && n.role == QLatin1String("list item"); });
         QVERIFY2(rows.size() == 1 && rows.first()->name == taskTitle, "the task is not read as a list row");
 
         // The card names its task and reads out the time left, as it runs.
@@ -136,9 +140,9 @@ private Q_SLOTS:
         QVERIFY2(card, "the task in hand's card has no accessible name");
         QVERIFY2(card->description.contains(clock), qPrintable(card->description));
         const QString before = card->description;
-        QTRY_VERIFY_WITH_TIMEOUT((popover = m_reader.application(app.pid()), cardOf(popover))
-                                     && cardOf(popover)->description.contains(clock)
-                                     && cardOf(popover)->description != before,
+        QTRY_VERIFY_WITH_TIMEOUT((popover = m_reader.application(app.pid()), cardOf(popover)) &&
+                                     cardOf(popover)->description.contains(clock) &&
+                                     cardOf(popover)->description != before,
                                  patience);
 
         // Quick add, opened by a link handed to the running program.

@@ -36,20 +36,22 @@ constexpr int patience = 30000;
 QRect popoverGeometry()
 {
     QProcess search;
-    search.start(QStringLiteral("xdotool"), {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                             QStringLiteral("--classname"), QStringLiteral("tarnwell")});
+    search.start(QStringLiteral("xdotool"),
+                 {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--classname"),
+                  QStringLiteral("tarnwell")});
     search.waitForFinished();
     const auto ids = QString::fromUtf8(search.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     if (ids.isEmpty())
         return {};
     QProcess geometry;
-    geometry.start(QStringLiteral("xdotool"), {QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), ids.last()});
+    geometry.start(QStringLiteral("xdotool"),
+                   {QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), ids.last()});
     geometry.waitForFinished();
     QHash<QString, int> values;
     for (const QString &line : QString::fromUtf8(geometry.readAllStandardOutput()).split(QLatin1Char('\n')))
         values.insert(line.section(QLatin1Char('='), 0, 0), line.section(QLatin1Char('='), 1).toInt());
-    return QRect(values.value(QStringLiteral("X")), values.value(QStringLiteral("Y")), values.value(QStringLiteral("WIDTH")),
-                 values.value(QStringLiteral("HEIGHT")));
+    return QRect(values.value(QStringLiteral("X")), values.value(QStringLiteral("Y")),
+                 values.value(QStringLiteral("WIDTH")), values.value(QStringLiteral("HEIGHT")));
 }
 
 QImage capturePopover()
@@ -57,13 +59,14 @@ QImage capturePopover()
     const QRect popover = popoverGeometry();
     if (!popover.isValid())
         return {};
-    return QGuiApplication::primaryScreen()->grabWindow(0).copy(popover).toImage().convertToFormat(QImage::Format_RGB32);
+    return QGuiApplication::primaryScreen()->grabWindow(0).copy(popover).toImage().convertToFormat(
+        QImage::Format_RGB32);
 }
 
 bool near(QRgb pixel, const QColor &color, int tolerance = 2)
 {
-    return qAbs(qRed(pixel) - color.red()) <= tolerance && qAbs(qGreen(pixel) - color.green()) <= tolerance
-        && qAbs(qBlue(pixel) - color.blue()) <= tolerance;
+    return qAbs(qRed(pixel) - color.red()) <= tolerance && qAbs(qGreen(pixel) - color.green()) <= tolerance &&
+        qAbs(qBlue(pixel) - color.blue()) <= tolerance;
 }
 
 // Empty when the capture is drawn in the palette: its most common colour is
@@ -103,7 +106,8 @@ void capture(const QString &name, bool dark)
     QImage image;
     QTRY_VERIFY2_WITH_TIMEOUT(paletteMismatch(image = capturePopover(), dark).isEmpty(),
                               qPrintable(name + QStringLiteral(": ") + paletteMismatch(image, dark)), patience);
-    const QString dir = qEnvironmentVariable("TARNWELL_ARTIFACTS", QDir::currentPath() + QStringLiteral("/test-artifacts"));
+    const QString dir =
+        qEnvironmentVariable("TARNWELL_ARTIFACTS", QDir::currentPath() + QStringLiteral("/test-artifacts"));
     QDir().mkpath(dir);
     QVERIFY(image.save(dir + QLatin1Char('/') + name));
 }
@@ -150,8 +154,9 @@ private Q_SLOTS:
                 qWarning().noquote() << missed << "\nstore:" << store.tasks().join(u',');
             QVERIFY(missed.isEmpty());
         }
-        QCOMPARE(store.tasks(), (QStringList{QStringLiteral("Write report|45|1|0|0"), QStringLiteral("Plan the sprint|-|0|0|0"),
-                                             QStringLiteral("Call Alex|15|0|0|0")}));
+        QCOMPARE(store.tasks(),
+                 (QStringList{QStringLiteral("Write report|45|1|0|0"), QStringLiteral("Plan the sprint|-|0|0|0"),
+                              QStringLiteral("Call Alex|15|0|0|0")}));
         QTRY_COMPARE_WITH_TIMEOUT(panel.label(), QStringLiteral("Write report  45m"), patience);
 
         panel.clickMenu(Panel::menuTimer);
@@ -189,7 +194,8 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(panel.registrations() > 0, patience);
         panel.activate(1500, 0);
         QVERIFY2(app.waitFor(QStringLiteral("Popover shown"), patience), qPrintable(app.log()));
-        QVERIFY(keyboard::waitUntil([&] { return keyboard::focusedFieldHolds(m_reader, app.pid(), QString()); }, patience));
+        QVERIFY(
+            keyboard::waitUntil([&] { return keyboard::focusedFieldHolds(m_reader, app.pid(), QString()); }, patience));
         panel.clickMenu(Panel::menuTimer);
         capture(QStringLiteral("popover-%1-%2.png").arg(theme, language), theme == QLatin1String("dark"));
 

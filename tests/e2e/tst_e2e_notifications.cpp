@@ -36,9 +36,9 @@ public:
     {
         if (m_watcher->services.isEmpty())
             return {};
-        QDBusMessage get = QDBusMessage::createMethodCall(m_watcher->services.last(), QStringLiteral("/StatusNotifierItem"),
-                                                          QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                          QStringLiteral("Get"));
+        QDBusMessage get =
+            QDBusMessage::createMethodCall(m_watcher->services.last(), QStringLiteral("/StatusNotifierItem"),
+                                           QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
         get << QStringLiteral("org.kde.StatusNotifierItem") << QStringLiteral("XAyatanaLabel");
         QDBusPendingCallWatcher pending(m_bus.asyncCall(get, 5000));
         if (!pending.isFinished())

@@ -22,7 +22,11 @@ struct Recorder : ChimeLibrary, DurationCompletionNotifier, CompletionPresenter
 {
     struct Player : ChimePlayer
     {
-        Player(Recorder &r, QString n) : recorder(r), name(std::move(n)) {}
+        Player(Recorder &r, QString n)
+            : recorder(r)
+            , name(std::move(n))
+        {
+        }
         bool isPlaying() const override { return playing; }
         void stop() override { playing = false, recorder.log << name + QStringLiteral(" stop"); }
         void setVolume(double v) override { recorder.log << name + QStringLiteral(" volume %1").arg(v); }
@@ -37,8 +41,14 @@ struct Recorder : ChimeLibrary, DurationCompletionNotifier, CompletionPresenter
         return std::make_unique<Player>(*this, name);
     }
     void notifyDurationComplete(Task &t) override { log << QStringLiteral("complete ") + t.title(); }
-    void notifyEndingSoon(Task &t, int minutes) override { log << QStringLiteral("endingSoon %1 %2").arg(t.title()).arg(minutes); }
-    void withdrawEndingSoon(const std::optional<QUuid> &id) override { log << QStringLiteral("withdraw ") + id.value_or(QUuid()).toString(); }
+    void notifyEndingSoon(Task &t, int minutes) override
+    {
+        log << QStringLiteral("endingSoon %1 %2").arg(t.title()).arg(minutes);
+    }
+    void withdrawEndingSoon(const std::optional<QUuid> &id) override
+    {
+        log << QStringLiteral("withdraw ") + id.value_or(QUuid()).toString();
+    }
     void presentNextUp(const NextUpModalContext &c) override { nextUp << c; }
     void updatePresentation() override { log << QStringLiteral("update"); }
 

@@ -91,9 +91,12 @@ private Q_SLOTS:
 
     void discardTakesRunningTimeThenBanked()
     {
-        struct Row { int running, banked, discard, startMoves, bankedAfter, away; }; // running -1: stopped; away -1: no write
-        for (const Row r : {Row{120, 1000, 300, 120, 820, 300}, Row{-1, 100, 300, 0, 0, 100}, Row{500, 0, 300, 300, 0, 300},
-                            Row{120, 1000, 0, 0, 1000, -1}, Row{-1, 0, 300, 0, 0, -1}}) {
+        struct Row
+        {
+            int running, banked, discard, startMoves, bankedAfter, away;
+        }; // running -1: stopped; away -1: no write
+        for (const Row r : {Row{120, 1000, 300, 120, 820, 300}, Row{-1, 100, 300, 0, 0, 100},
+                            Row{500, 0, 300, 300, 0, 300}, Row{120, 1000, 0, 0, 1000, -1}, Row{-1, 0, 300, 0, 0, -1}}) {
             FocusFixture f;
             Task *t = f.add(QStringLiteral("T"));
             if (r.banked > 0)
@@ -126,9 +129,11 @@ private Q_SLOTS:
         QVERIFY(!done->activeStartedAt());
         QCOMPARE(f.service.activeTask(), next);
         QVERIFY(!next->activeStartedAt());
-        QCOMPARE(f.rec.nextUp, (QList<NextUpModalContext>{{QStringLiteral("Done"), 300, QStringLiteral("Next"), 40, next->id()}}));
-        QCOMPARE(f.rec.take(), (QStringList{QStringLiteral("Glass load"), QStringLiteral("Glass volume 1"),
-                                            QStringLiteral("Glass play"), QStringLiteral("update")}));
+        QCOMPARE(f.rec.nextUp,
+                 (QList<NextUpModalContext>{{QStringLiteral("Done"), 300, QStringLiteral("Next"), 40, next->id()}}));
+        QCOMPARE(f.rec.take(),
+                 (QStringList{QStringLiteral("Glass load"), QStringLiteral("Glass volume 1"),
+                              QStringLiteral("Glass play"), QStringLiteral("update")}));
 
         // Without the next-up screen only the update; an unknown task does nothing.
         TaskCompletionFlow::complete(next->id(), f.service, f.sound, f.rec, false);
@@ -142,10 +147,12 @@ private Q_SLOTS:
         FocusFixture f;
         Task *t = f.add(QStringLiteral("T"));
         QSqlQuery(f.store->viewContext().database()).exec(QStringLiteral("PRAGMA query_only = ON"));
-        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^ActiveTaskService startTimer save failed: .+")));
+        QTest::ignoreMessage(QtCriticalMsg,
+                             QRegularExpression(QStringLiteral("^ActiveTaskService startTimer save failed: .+")));
         f.service.startTimer(t);
         QVERIFY(t->activeStartedAt());
-        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^TaskCompletionFlow complete failed: .+")));
+        QTest::ignoreMessage(QtCriticalMsg,
+                             QRegularExpression(QStringLiteral("^TaskCompletionFlow complete failed: .+")));
         TaskCompletionFlow::complete(t->id(), f.service, f.sound, f.rec);
         QVERIFY(f.rec.log.isEmpty()); // no chime, no next-up screen
         QSqlQuery(f.store->viewContext().database()).exec(QStringLiteral("PRAGMA query_only = OFF"));
@@ -154,15 +161,18 @@ private Q_SLOTS:
         Task *open = f.add(QStringLiteral("Open"));
         QCOMPARE(f.service.activeTask(), open);
         f.store->viewContext().database().close(); // unreadable: no task in hand rather than a stale one
-        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^ActiveTaskService refresh failed: .+")));
+        QTest::ignoreMessage(QtCriticalMsg,
+                             QRegularExpression(QStringLiteral("^ActiveTaskService refresh failed: .+")));
         f.service.refresh();
         QVERIFY(!f.service.activeTask());
     }
 
     void clockFormat()
     {
-        const QList<std::pair<qint64, QString>> rows{{3599, QStringLiteral("59:59")},  {3600, QStringLiteral("1:00:00")},
-                                                     {-5, QStringLiteral("+00:05")},   {-75, QStringLiteral("+01:15")},
+        const QList<std::pair<qint64, QString>> rows{{3599, QStringLiteral("59:59")},
+                                                     {3600, QStringLiteral("1:00:00")},
+                                                     {-5, QStringLiteral("+00:05")},
+                                                     {-75, QStringLiteral("+01:15")},
                                                      {-3661, QStringLiteral("+1:01:01")}};
         for (const auto &[seconds, text] : rows)
             QCOMPARE(DurationFormat::clock(seconds), text);

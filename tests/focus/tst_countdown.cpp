@@ -12,7 +12,8 @@
 namespace {
 const QString endingSoon5 = QStringLiteral("endingSoon T 5");
 const QStringList warningChime{QStringLiteral("Glass volume 0.4"), QStringLiteral("Glass play")};
-const QStringList endChime{QStringLiteral("Glass stop"), QStringLiteral("Glass volume 1"), QStringLiteral("Glass play")};
+const QStringList endChime{QStringLiteral("Glass stop"), QStringLiteral("Glass volume 1"),
+                           QStringLiteral("Glass play")};
 } // namespace
 
 class CountdownTest : public QObject
@@ -49,7 +50,10 @@ private Q_SLOTS:
 
     void plansThatNeverWarn()
     {
-        struct Row { int warningMinutes, plannedMinutes, bankedMinutes; };
+        struct Row
+        {
+            int warningMinutes, plannedMinutes, bankedMinutes;
+        };
         // Started inside the span, a plan as long as the span, warnings off.
         for (const Row r : {Row{5, 25, 21}, Row{5, 5, 0}, Row{0, 25, 0}}) {
             FocusFixture f;
@@ -112,7 +116,8 @@ private Q_SLOTS:
         f.service.startTimer(f.add(QStringLiteral("T"), 2));
         f.store->viewContext().database().close(); // any query from here on would throw
         f.tick(125);
-        QCOMPARE(f.rec.log.filter(QStringLiteral(" T")), (QStringList{QStringLiteral("endingSoon T 1"), QStringLiteral("complete T")}));
+        QCOMPARE(f.rec.log.filter(QStringLiteral(" T")),
+                 (QStringList{QStringLiteral("endingSoon T 1"), QStringLiteral("complete T")}));
     }
 
     void runningTimerOutlivesTheProcessAndTicksWriteNothing()
@@ -137,7 +142,8 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         second.saves = 0;
         const auto fileState = [&] {
-            return std::tuple(QFileInfo(path).size(), QFileInfo(path).lastModified(), QFileInfo(path + QStringLiteral("-wal")).size());
+            return std::tuple(QFileInfo(path).size(), QFileInfo(path).lastModified(),
+                              QFileInfo(path + QStringLiteral("-wal")).size());
         };
         const auto before = fileState();
         QTest::qWait(20); // so that a write would show in the modification time
@@ -157,13 +163,17 @@ private Q_SLOTS:
         f.settings.setChimeSoundName(QStringLiteral("Tink"));
         f.sound.play(SoundService::Cue::warning);
         f.sound.play(SoundService::Cue::end);
-        QCOMPARE(f.rec.take(), (QStringList{QStringLiteral("Tink load"), QStringLiteral("Tink volume 0.4"), QStringLiteral("Tink play"),
-                                            QStringLiteral("Tink stop"), QStringLiteral("Tink volume 1"), QStringLiteral("Tink play")}));
+        QCOMPARE(
+            f.rec.take(),
+            (QStringList{QStringLiteral("Tink load"), QStringLiteral("Tink volume 0.4"), QStringLiteral("Tink play"),
+                         QStringLiteral("Tink stop"), QStringLiteral("Tink volume 1"), QStringLiteral("Tink play")}));
         f.settings.setSoundEnabled(false);
         f.sound.play(SoundService::Cue::end);
         QVERIFY(f.rec.log.isEmpty());
         f.sound.preview(QStringLiteral("Basso")); // unknown names fall back to the default
-        QCOMPARE(f.rec.take(), (QStringList{QStringLiteral("Glass load"), QStringLiteral("Glass volume 1"), QStringLiteral("Glass play")}));
+        QCOMPARE(f.rec.take(),
+                 (QStringList{QStringLiteral("Glass load"), QStringLiteral("Glass volume 1"),
+                              QStringLiteral("Glass play")}));
     }
 };
 

@@ -43,8 +43,9 @@ struct Fixture
     QStringList fired;
     Fixture()
     {
-        center.observe(QString::fromLatin1(HotkeyManager::Constants::firedNotification), &center,
-                       [this](const QVariantMap &info) { fired.append(info.value(QStringLiteral("action")).toString()); });
+        center.observe(
+            QString::fromLatin1(HotkeyManager::Constants::firedNotification), &center,
+            [this](const QVariantMap &info) { fired.append(info.value(QStringLiteral("action")).toString()); });
     }
 };
 
@@ -75,7 +76,8 @@ private Q_SLOTS:
         };
         row("defaults", QStringLiteral("cmd+shift+j"), combo(HotkeyKey::j, Mod::command | Mod::shift));
         row("upper case", QStringLiteral("CMD+SHIFT+J"), combo(HotkeyKey::j, Mod::command | Mod::shift));
-        row("blanks everywhere", QStringLiteral("  Ctrl + Alt + Space \t"), combo(HotkeyKey::space, Mod::control | Mod::option));
+        row("blanks everywhere", QStringLiteral("  Ctrl + Alt + Space \t"),
+            combo(HotkeyKey::space, Mod::control | Mod::option));
         row("long words", QStringLiteral("command+option+control+shift+tab"),
             combo(HotkeyKey::tab, Mod::command | Mod::option | Mod::control | Mod::shift));
         row("empty pieces dropped", QStringLiteral("cmd++j+"), combo(HotkeyKey::j, Mod::command));
@@ -113,9 +115,11 @@ private Q_SLOTS:
     void displayForm()
     {
         QCOMPARE(HotkeyChordFormatter::display(QStringLiteral("cmd+shift+j")), QStringLiteral("Super+Shift+J"));
-        QCOMPARE(HotkeyChordFormatter::display(QStringLiteral(" Ctrl + Alt + Space ")), QStringLiteral("Ctrl+Alt+Space"));
+        QCOMPARE(HotkeyChordFormatter::display(QStringLiteral(" Ctrl + Alt + Space ")),
+                 QStringLiteral("Ctrl+Alt+Space"));
         // One symbol per word, in the order written; unknown words drop out.
-        QCOMPARE(HotkeyChordFormatter::display(QStringLiteral("shift+hyper+cmd+cmd+up")), QStringLiteral("Shift+Super+Super+\u2191"));
+        QCOMPARE(HotkeyChordFormatter::display(QStringLiteral("shift+hyper+cmd+cmd+up")),
+                 QStringLiteral("Shift+Super+Super+\u2191"));
         QCOMPARE(HotkeyChordFormatter::display(QStringLiteral("opt+enter")), QStringLiteral("Alt+Enter"));
         QCOMPARE(HotkeyChordFormatter::display(QStringLiteral("control+7")), QStringLiteral("Ctrl+7"));
         // A key the map does not know is shown as typed.
@@ -137,8 +141,9 @@ private Q_SLOTS:
         QVERIFY(duplicate->description().contains(QStringLiteral("togglePopover and quickAdd")));
         // The popover's text is checked first.
         const auto bothBad = HotkeyConflict::check(QStringLiteral("cmd+"), QStringLiteral("cmd+shift+f5"));
-        QCOMPARE(bothBad, (HotkeyConflict{QStringLiteral("cmd+"), HotkeyAction::togglePopover, HotkeyAction::togglePopover,
-                                          Reason::unparseable}));
+        QCOMPARE(bothBad,
+                 (HotkeyConflict{QStringLiteral("cmd+"), HotkeyAction::togglePopover, HotkeyAction::togglePopover,
+                                 Reason::unparseable}));
         const auto second = HotkeyConflict::check(QStringLiteral("cmd+j"), QStringLiteral("cmd+shift+f5"));
         QCOMPARE(second->firstAction, HotkeyAction::quickAdd);
         QCOMPARE(second->rawValue, QStringLiteral("cmd+shift+f5"));
@@ -191,8 +196,8 @@ private Q_SLOTS:
         f.manager.reload();
         const auto before = f.manager.globalHotkeys();
         f.settings.setHotkeyQuickAdd(QStringLiteral("CMD+SHIFT+J"));
-        QTest::ignoreMessage(QtWarningMsg,
-                             "Hotkey conflict detected: duplicate: togglePopover and quickAdd both use \"CMD+SHIFT+J\"");
+        QTest::ignoreMessage(
+            QtWarningMsg, "Hotkey conflict detected: duplicate: togglePopover and quickAdd both use \"CMD+SHIFT+J\"");
         const auto conflict = f.manager.reload();
         QVERIFY(conflict);
         QCOMPARE(conflict->reason, HotkeyConflict::Reason::duplicate);

@@ -52,8 +52,10 @@ private Q_SLOTS:
         AppProcess app(home);
         QVERIFY2(app.waitFor(QStringLiteral("Interface installed")), qPrintable(app.log()));
         QVERIFY(app.log().contains(QStringLiteral("Global hotkeys through X11 key grabs")));
-        QVERIFY(app.log().contains(QStringLiteral("Registered global hotkey cmd+shift+j for action togglePopover through x11")));
-        QVERIFY(app.log().contains(QStringLiteral("Registered global hotkey cmd+shift+a for action quickAdd through x11")));
+        QVERIFY(app.log().contains(
+            QStringLiteral("Registered global hotkey cmd+shift+j for action togglePopover through x11")));
+        QVERIFY(
+            app.log().contains(QStringLiteral("Registered global hotkey cmd+shift+a for action quickAdd through x11")));
 
         xdotool({QStringLiteral("key"), QStringLiteral("super+shift+a")});
         QVERIFY2(app.waitFor(QStringLiteral("Quick add shown")), qPrintable(app.log()));

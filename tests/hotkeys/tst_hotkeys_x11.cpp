@@ -48,8 +48,8 @@ public:
     bool grab(uint32_t keysym, uint16_t mask)
     {
         xcb_keycode_t *codes = xcb_key_symbols_get_keycode(m_symbols, keysym);
-        const auto cookie = xcb_grab_key_checked(m_connection, 1, m_root, mask, codes[0], XCB_GRAB_MODE_ASYNC,
-                                                 XCB_GRAB_MODE_ASYNC);
+        const auto cookie =
+            xcb_grab_key_checked(m_connection, 1, m_root, mask, codes[0], XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
         free(codes);
         xcb_generic_error_t *error = xcb_request_check(m_connection, cookie);
         free(error);
@@ -74,8 +74,9 @@ struct Fixture
     QStringList fired;
     Fixture()
     {
-        center.observe(QString::fromLatin1(HotkeyManager::Constants::firedNotification), &center,
-                       [this](const QVariantMap &info) { fired.append(info.value(QStringLiteral("action")).toString()); });
+        center.observe(
+            QString::fromLatin1(HotkeyManager::Constants::firedNotification), &center,
+            [this](const QVariantMap &info) { fired.append(info.value(QStringLiteral("action")).toString()); });
     }
 };
 
@@ -134,8 +135,9 @@ private Q_SLOTS:
         QVERIFY(other.grab('j', superShift));
         Fixture f;
         QSignalSpy taken(&f.manager, &HotkeyManager::takenBySystem);
-        QTest::ignoreMessage(QtWarningMsg, "Global hotkey cmd+shift+j for action togglePopover is already taken by the "
-                                           "desktop or another program");
+        QTest::ignoreMessage(QtWarningMsg,
+                             "Global hotkey cmd+shift+j for action togglePopover is already taken by the "
+                             "desktop or another program");
         QCOMPARE(f.manager.reload(), std::nullopt);
         QCOMPARE(taken.size(), 1);
         QCOMPARE(taken[0][0].value<HotkeyAction>(), HotkeyAction::togglePopover);

@@ -62,14 +62,30 @@ private Q_SLOTS:
     {
         Translations english;
         QVERIFY(english.install(QStringLiteral("en")));
-        const QList<QKeySequence::StandardKey> editing{
-            QKeySequence::Copy, QKeySequence::Cut, QKeySequence::Paste, QKeySequence::Undo, QKeySequence::Redo,
-            QKeySequence::SelectAll, QKeySequence::Delete, QKeySequence::Backspace, QKeySequence::DeleteStartOfWord,
-            QKeySequence::DeleteEndOfWord, QKeySequence::DeleteEndOfLine, QKeySequence::MoveToNextWord,
-            QKeySequence::MoveToPreviousWord, QKeySequence::MoveToStartOfLine, QKeySequence::MoveToEndOfLine,
-            QKeySequence::MoveToStartOfDocument, QKeySequence::MoveToEndOfDocument, QKeySequence::SelectNextWord,
-            QKeySequence::SelectPreviousWord, QKeySequence::SelectStartOfLine, QKeySequence::SelectEndOfLine,
-            QKeySequence::InsertParagraphSeparator, QKeySequence::InsertLineSeparator, QKeySequence::Cancel};
+        const QList<QKeySequence::StandardKey> editing{QKeySequence::Copy,
+                                                       QKeySequence::Cut,
+                                                       QKeySequence::Paste,
+                                                       QKeySequence::Undo,
+                                                       QKeySequence::Redo,
+                                                       QKeySequence::SelectAll,
+                                                       QKeySequence::Delete,
+                                                       QKeySequence::Backspace,
+                                                       QKeySequence::DeleteStartOfWord,
+                                                       QKeySequence::DeleteEndOfWord,
+                                                       QKeySequence::DeleteEndOfLine,
+                                                       QKeySequence::MoveToNextWord,
+                                                       QKeySequence::MoveToPreviousWord,
+                                                       QKeySequence::MoveToStartOfLine,
+                                                       QKeySequence::MoveToEndOfLine,
+                                                       QKeySequence::MoveToStartOfDocument,
+                                                       QKeySequence::MoveToEndOfDocument,
+                                                       QKeySequence::SelectNextWord,
+                                                       QKeySequence::SelectPreviousWord,
+                                                       QKeySequence::SelectStartOfLine,
+                                                       QKeySequence::SelectEndOfLine,
+                                                       QKeySequence::InsertParagraphSeparator,
+                                                       QKeySequence::InsertLineSeparator,
+                                                       QKeySequence::Cancel};
         QList<QKeySequence> seen;
         for (const BuiltInShortcut &shortcut : builtInShortcuts()) {
             const QKeySequence keys(QString::fromLatin1(shortcut.keys), QKeySequence::PortableText);

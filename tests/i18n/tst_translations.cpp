@@ -94,7 +94,8 @@ private Q_SLOTS:
         for (const Message &source : english) {
             QVERIFY2(byId.contains(source.id), qPrintable(language + QStringLiteral(": missing ") + source.id));
             const Message &m = byId[source.id];
-            QVERIFY2(!m.unfinished && !m.translations.isEmpty(), qPrintable(language + QStringLiteral(": untranslated ") + m.id));
+            QVERIFY2(!m.unfinished && !m.translations.isEmpty(),
+                     qPrintable(language + QStringLiteral(": untranslated ") + m.id));
             for (const QString &text : m.translations) {
                 QVERIFY2(!text.trimmed().isEmpty(), qPrintable(language + QStringLiteral(": empty form of ") + m.id));
                 QCOMPARE(placeholders(text), placeholders(source.source));
@@ -103,8 +104,11 @@ private Q_SLOTS:
                 ++copies;
         }
         // A few words are the same in two languages; a table of English copies is not a translation.
-        QVERIFY2(copies * 10 <= english.size(), qPrintable(QStringLiteral("%1 of %2 %3 texts equal the English ones")
-                                                               .arg(copies).arg(english.size()).arg(language)));
+        QVERIFY2(copies * 10 <= english.size(),
+                 qPrintable(QStringLiteral("%1 of %2 %3 texts equal the English ones")
+                                .arg(copies)
+                                .arg(english.size())
+                                .arg(language)));
     }
 
     void compiledTablesLoadWithEnglishUnderneath()

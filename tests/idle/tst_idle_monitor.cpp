@@ -38,8 +38,8 @@ struct IdleFixture : FocusFixture
 
     qint64 idle = 0;
     FakeSession session;
-    IdleMonitor monitor{service, settings, [this] { return std::optional<qint64>(idle); }, &session, time.clock(),
-                        std::chrono::milliseconds(0)};
+    IdleMonitor monitor{service,  settings,     [this] { return std::optional<qint64>(idle); },
+                        &session, time.clock(), std::chrono::milliseconds(0)};
     Task *task = nullptr;
 };
 

@@ -17,15 +17,15 @@ private Q_SLOTS:
         QVERIFY(qEnvironmentVariableIsSet("DISPLAY"));
         const auto idle = IdleTimeSources::xScreenSaver();
         QVERIFY2(idle, "the X server has no XScreenSaver extension");
-        QVERIFY(QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("mousemove"), QStringLiteral("10"),
-                                                              QStringLiteral("10")}) == 0);
+        QVERIFY(QProcess::execute(QStringLiteral("xdotool"),
+                                  {QStringLiteral("mousemove"), QStringLiteral("10"), QStringLiteral("10")}) == 0);
         const qint64 first = idle().value_or(-1);
         QVERIFY(first >= 0 && first <= 1);
         QTest::qWait(2100);
         const qint64 later = idle().value_or(-1);
         QVERIFY2(later >= first + 2, qPrintable(QString::number(later)));
-        QVERIFY(QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("mousemove"), QStringLiteral("200"),
-                                                              QStringLiteral("120")}) == 0);
+        QVERIFY(QProcess::execute(QStringLiteral("xdotool"),
+                                  {QStringLiteral("mousemove"), QStringLiteral("200"), QStringLiteral("120")}) == 0);
         QTRY_VERIFY(idle().value_or(-1) < later);
     }
 };

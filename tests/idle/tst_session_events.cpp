@@ -26,9 +26,9 @@ struct SessionFixture : FocusFixture
 
 void screenSaverActive(bool active)
 {
-    QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/ScreenSaver"),
-                                                     QStringLiteral("org.freedesktop.ScreenSaver"),
-                                                     QStringLiteral("ActiveChanged"));
+    QDBusMessage signal =
+        QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/ScreenSaver"),
+                                   QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("ActiveChanged"));
     signal << active;
     QDBusConnection::sessionBus().send(signal);
 }

@@ -43,10 +43,14 @@ private Q_SLOTS:
                     QCOMPARE(images[0].format(), QImage::Format_ARGB32);
                     if (state == State::idle && running)
                         continue; // nothing in hand never runs
-                    QVERIFY2(!seen.contains(images[0]), qPrintable(QStringLiteral("state %1 running %2 dark %3 looks like another")
-                                                                       .arg(int(state)).arg(running).arg(dark)));
+                    QVERIFY2(!seen.contains(images[0]),
+                             qPrintable(QStringLiteral("state %1 running %2 dark %3 looks like another")
+                                            .arg(int(state))
+                                            .arg(running)
+                                            .arg(dark)));
                     seen << images[0];
-                    images[1].save(QDir(out).filePath(QStringLiteral("chip-%1-%2-%3.png").arg(int(state)).arg(running).arg(dark)));
+                    images[1].save(
+                        QDir(out).filePath(QStringLiteral("chip-%1-%2-%3.png").arg(int(state)).arg(running).arg(dark)));
                 }
             }
         }

@@ -42,9 +42,9 @@ private:
     }
     QVariant property(const QString &service, const QString &name)
     {
-        QDBusMessage get = QDBusMessage::createMethodCall(service, QStringLiteral("/StatusNotifierItem"),
-                                                          QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                          QStringLiteral("Get"));
+        QDBusMessage get =
+            QDBusMessage::createMethodCall(service, QStringLiteral("/StatusNotifierItem"),
+                                           QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
         get << QStringLiteral("org.kde.StatusNotifierItem") << name;
         return call(get).arguments().value(0).value<QDBusVariant>().variant();
     }
@@ -80,7 +80,8 @@ private Q_SLOTS:
         MenuBarController::Actions actions;
         actions.togglePopover = [&](const QPoint &at) { popoverClicks << at; };
         actions.completeActive = [&] { ++completions; };
-        MenuBarController controller(f.service, f.countdown, f.settings, [] { return false; }, actions);
+        MenuBarController controller(
+            f.service, f.countdown, f.settings, [] { return false; }, actions);
         controller.install();
         const QString service = controller.statusItem()->serviceName();
         QTRY_VERIFY(m_watcher->services.contains(service));
@@ -88,8 +89,9 @@ private Q_SLOTS:
 
         PanelRecorder recorder;
         for (const char *member : {"XAyatanaNewLabel", "NewIcon", "NewToolTip"})
-            QVERIFY(m_panel.connect(service, QStringLiteral("/StatusNotifierItem"), QStringLiteral("org.kde.StatusNotifierItem"),
-                                    QString::fromLatin1(member), &recorder, SLOT(record(QDBusMessage))));
+            QVERIFY(m_panel.connect(service, QStringLiteral("/StatusNotifierItem"),
+                                    QStringLiteral("org.kde.StatusNotifierItem"), QString::fromLatin1(member),
+                                    &recorder, SLOT(record(QDBusMessage))));
 
         Task *task = f.add(QStringLiteral("Write the quarterly report"), 25);
         QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  25m"));
@@ -113,9 +115,9 @@ private Q_SLOTS:
         QVERIFY(!(icon(service) == before));
 
         // A click on the item opens the popover where the panel says.
-        QDBusMessage activate = QDBusMessage::createMethodCall(service, QStringLiteral("/StatusNotifierItem"),
-                                                               QStringLiteral("org.kde.StatusNotifierItem"),
-                                                               QStringLiteral("Activate"));
+        QDBusMessage activate =
+            QDBusMessage::createMethodCall(service, QStringLiteral("/StatusNotifierItem"),
+                                           QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
         activate << 300 << 4;
         call(activate);
         QTRY_COMPARE(popoverClicks, QList<QPoint>{QPoint(300, 4)});
@@ -145,8 +147,8 @@ private Q_SLOTS:
         MenuBarController::Actions actions;
         actions.togglePopover = [&](const QPoint &) { ++toggles; };
         actions.openToday = [&] { ++opens; };
-        auto controller = std::make_unique<MenuBarController>(f.service, f.countdown, f.settings,
-                                                              [] { return false; }, actions);
+        auto controller = std::make_unique<MenuBarController>(
+            f.service, f.countdown, f.settings, [] { return false; }, actions);
         controller->install();
         const QString service = controller->statusItem()->serviceName();
         QTRY_VERIFY(m_watcher->services.contains(service));
@@ -159,10 +161,9 @@ private Q_SLOTS:
 
         // Removing the status item takes its name and object off the bus.
         controller.reset();
-        QDBusMessage owner = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
-                                                            QStringLiteral("/org/freedesktop/DBus"),
-                                                            QStringLiteral("org.freedesktop.DBus"),
-                                                            QStringLiteral("NameHasOwner"));
+        QDBusMessage owner = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+            QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
         owner << service;
         QTRY_VERIFY(!call(owner).arguments().value(0).toBool());
     }

@@ -36,13 +36,17 @@ private Q_SLOTS:
         QTest::newRow("fits exactly") << QStringLiteral("12345678") << 8 << QStringLiteral("12345678");
         QTest::newRow("ten into eight") << QStringLiteral("1234567890") << 8 << (QStringLiteral("1234567") + e);
         QTest::newRow("limit 5 acts as 8") << QStringLiteral("1234567890") << 5 << (QStringLiteral("1234567") + e);
-        QTest::newRow("limit 40 acts as 32") << QString(40, QLatin1Char('x')) << 40 << (QString(31, QLatin1Char('x')) + e);
-        QTest::newRow("emoji are one character each") << (QStringLiteral("Plan ") + family + family + QStringLiteral("!"))
-                                                      << 8 << (QStringLiteral("Plan ") + family + family + QStringLiteral("!"));
-        QTest::newRow("emoji cut whole") << (QStringLiteral("Call ") + family + family + family + family + QStringLiteral("s"))
+        QTest::newRow("limit 40 acts as 32")
+            << QString(40, QLatin1Char('x')) << 40 << (QString(31, QLatin1Char('x')) + e);
+        QTest::newRow("emoji are one character each")
+            << (QStringLiteral("Plan ") + family + family + QStringLiteral("!")) << 8
+            << (QStringLiteral("Plan ") + family + family + QStringLiteral("!"));
+        QTest::newRow("emoji cut whole") << (QStringLiteral("Call ") + family + family + family + family +
+                                             QStringLiteral("s"))
                                          << 8 << (QStringLiteral("Call ") + family + family + e);
         QTest::newRow("combining marks stay with their letter")
-            << QStringLiteral("Cafe\u0301 re\u0301sume\u0301 du jour") << 8 << (QStringLiteral("Cafe\u0301 re\u0301") + e);
+            << QStringLiteral("Cafe\u0301 re\u0301sume\u0301 du jour") << 8
+            << (QStringLiteral("Cafe\u0301 re\u0301") + e);
     }
     void truncation()
     {
@@ -73,15 +77,24 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<double>("progress");
         QTest::addColumn<int>("state");
-        QTest::newRow("fresh 25 minutes") << 25 << std::optional<qint64>(1500) << QStringLiteral("25m") << 0.0 << int(State::tracking);
-        QTest::newRow("no countdown yet") << 25 << std::optional<qint64>() << QStringLiteral("25m") << 0.0 << int(State::tracking);
-        QTest::newRow("59 seconds left") << 25 << std::optional<qint64>(59) << QStringLiteral("0m") << 1441.0 / 1500 << int(State::tracking);
-        QTest::newRow("nothing left") << 25 << std::optional<qint64>(0) << QStringLiteral("0m") << 1.0 << int(State::overdue);
-        QTest::newRow("61 seconds over") << 25 << std::optional<qint64>(-61) << QStringLiteral("-1m") << 1.0 << int(State::overdue);
-        QTest::newRow("an hour and five") << 120 << std::optional<qint64>(3900) << QStringLiteral("1h 5m") << 0.4583333 << int(State::tracking);
-        QTest::newRow("two hours") << 180 << std::optional<qint64>(7200) << QStringLiteral("2h") << 1.0 / 3 << int(State::tracking);
-        QTest::newRow("more left than planned") << 10 << std::optional<qint64>(900) << QStringLiteral("15m") << 0.0 << int(State::tracking);
-        QTest::newRow("two hours over") << 30 << std::optional<qint64>(-7260) << QStringLiteral("-2h 1m") << 1.0 << int(State::overdue);
+        QTest::newRow("fresh 25 minutes")
+            << 25 << std::optional<qint64>(1500) << QStringLiteral("25m") << 0.0 << int(State::tracking);
+        QTest::newRow("no countdown yet")
+            << 25 << std::optional<qint64>() << QStringLiteral("25m") << 0.0 << int(State::tracking);
+        QTest::newRow("59 seconds left") << 25 << std::optional<qint64>(59) << QStringLiteral("0m") << 1441.0 / 1500
+                                         << int(State::tracking);
+        QTest::newRow("nothing left") << 25 << std::optional<qint64>(0) << QStringLiteral("0m") << 1.0
+                                      << int(State::overdue);
+        QTest::newRow("61 seconds over") << 25 << std::optional<qint64>(-61) << QStringLiteral("-1m") << 1.0
+                                         << int(State::overdue);
+        QTest::newRow("an hour and five")
+            << 120 << std::optional<qint64>(3900) << QStringLiteral("1h 5m") << 0.4583333 << int(State::tracking);
+        QTest::newRow("two hours") << 180 << std::optional<qint64>(7200) << QStringLiteral("2h") << 1.0 / 3
+                                   << int(State::tracking);
+        QTest::newRow("more left than planned")
+            << 10 << std::optional<qint64>(900) << QStringLiteral("15m") << 0.0 << int(State::tracking);
+        QTest::newRow("two hours over") << 30 << std::optional<qint64>(-7260) << QStringLiteral("-2h 1m") << 1.0
+                                        << int(State::overdue);
     }
     void countdownAndProgress()
     {

@@ -90,7 +90,8 @@ private Q_SLOTS:
         QCOMPARE(warning.summary, QStringLiteral("Write the report"));
         QCOMPARE(warning.body, QStringLiteral("5 minutes left"));
         QCOMPARE(warning.actions, (QStringList{QStringLiteral("default"), QString()}));
-        QCOMPARE(warning.hints.value(QStringLiteral("desktop-entry")).toString(), QStringLiteral("org.tarnwell.Tarnwell"));
+        QCOMPARE(warning.hints.value(QStringLiteral("desktop-entry")).toString(),
+                 QStringLiteral("org.tarnwell.Tarnwell"));
         QCOMPARE(warning.hints.value(QStringLiteral("urgency")).userType(), QMetaType::UChar);
         QCOMPARE(warning.hints.value(QStringLiteral("urgency")).toInt(), 1);
 
@@ -100,8 +101,9 @@ private Q_SLOTS:
         const auto done = server.notifications.at(1);
         QVERIFY(done.replacesId == 0 && done.id != warning.id);
         QCOMPARE(done.body, QStringLiteral("25 minutes done"));
-        QCOMPARE(done.actions, (QStringList{QStringLiteral("default"), QString(), QStringLiteral("DONE"),
-                                            QStringLiteral("Done"), QStringLiteral("PLUS_TEN"), QStringLiteral("+10 min")}));
+        QCOMPARE(done.actions,
+                 (QStringList{QStringLiteral("default"), QString(), QStringLiteral("DONE"), QStringLiteral("Done"),
+                              QStringLiteral("PLUS_TEN"), QStringLiteral("+10 min")}));
         QCOMPARE(done.hints.value(QStringLiteral("urgency")).toInt(), 2);
         QTRY_COMPARE(f.center.serverId(QStringLiteral("tarnwell.duration.") + idText(t)), done.id);
 

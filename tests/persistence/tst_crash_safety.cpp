@@ -59,7 +59,8 @@ private Q_SLOTS:
                 if (it.value())
                     QVERIFY2(stored.value(it.key()), qPrintable(QStringLiteral("lost completion of %1").arg(it.key())));
             }
-            qInfo("round %d: %d tasks saved before the kill, %lld in the store", round, created, qlonglong(stored.size()));
+            qInfo("round %d: %d tasks saved before the kill, %lld in the store", round, created,
+                  qlonglong(stored.size()));
         }
         QVERIFY(promised.size() > rounds); // the writer really wrote
     }

@@ -63,15 +63,16 @@ private Q_SLOTS:
         const int empty = int(RepositoryError::Kind::titleEmpty);
         const int tooLong = int(RepositoryError::Kind::titleTooLong);
         const QString family = QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467"); // one character
-        const QString accented = QStringLiteral("e\u0301");                                  // one character
-        const QString flag = QStringLiteral("\U0001F1F9\U0001F1F7");                          // one character
+        const QString accented = QStringLiteral("e\u0301"); // one character
+        const QString flag = QStringLiteral("\U0001F1F9\U0001F1F7"); // one character
         QTest::newRow("blanks") << QStringLiteral("   ") << empty << QString();
         QTest::newRow("newlines and tabs") << QStringLiteral("\n\t \n") << empty << QString();
         QTest::newRow("trimmed") << QStringLiteral("  Write report\n") << -1 << QStringLiteral("Write report");
         QTest::newRow("200 letters") << repeat(QStringLiteral("a"), 200) << -1 << repeat(QStringLiteral("a"), 200);
         QTest::newRow("201 letters") << repeat(QStringLiteral("a"), 201) << tooLong << QString();
-        QTest::newRow("200 after trimming") << (QStringLiteral("   ") + repeat(QStringLiteral("b"), 200) + QStringLiteral("   "))
-                                            << -1 << repeat(QStringLiteral("b"), 200);
+        QTest::newRow("200 after trimming")
+            << (QStringLiteral("   ") + repeat(QStringLiteral("b"), 200) + QStringLiteral("   ")) << -1
+            << repeat(QStringLiteral("b"), 200);
         QTest::newRow("200 emoji families") << repeat(family, 200) << -1 << repeat(family, 200);
         QTest::newRow("201 emoji families") << repeat(family, 201) << tooLong << QString();
         QTest::newRow("200 combining accents") << repeat(accented, 200) << -1 << repeat(accented, 200);
@@ -177,7 +178,8 @@ private Q_SLOTS:
         QCOMPARE(before.dayDate, f.calendar.startOfDay(f.time.now));
 
         QVERIFY(!f.days.day(f.calendar.startOfDayAdding(f.time.now, 1)));
-        Task *waiting = f.add(QStringLiteral("waiting"), false, f.days.fetchOrCreateDay(f.calendar.startOfDayAdding(f.time.now, 1)));
+        Task *waiting = f.add(QStringLiteral("waiting"), false,
+                              f.days.fetchOrCreateDay(f.calendar.startOfDayAdding(f.time.now, 1)));
         f.tasks.moveToNextDay(b);
         Day *tomorrow = b->day();
         QCOMPARE(tomorrow->date(), f.calendar.startOfDayAdding(f.time.now, 1));

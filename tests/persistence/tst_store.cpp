@@ -160,8 +160,8 @@ private Q_SLOTS:
         };
         open.limit = 2;
 
-        a->setCompleted(true);                 // stored as open, open no more
-        c->setOrderIndex(-1);                  // moves to the front in memory
+        a->setCompleted(true); // stored as open, open no more
+        c->setOrderIndex(-1); // moves to the front in memory
         Task *d = makeTask(context, day, QStringLiteral("d"), -2); // inserted, first of all
         QCOMPARE(context.fetch<Task>(open), (QList<Task *>{d, c}));
         context.deleteObject(d);
@@ -224,8 +224,9 @@ private Q_SLOTS:
         QCOMPARE(task->title(), QStringLiteral("changed"));
         QVERIFY(added->isInserted());
 
-        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QStringLiteral(
-                                                "^Core Data save failed: SQLite \\(\\d+\\) - .*readonly.*")));
+        QTest::ignoreMessage(
+            QtCriticalMsg,
+            QRegularExpression(QStringLiteral("^Core Data save failed: SQLite \\(\\d+\\) - .*readonly.*")));
         store.save(); // logs, does not throw
         QVERIFY(context.hasChanges());
 
@@ -246,7 +247,8 @@ private Q_SLOTS:
 
         OtherConnection other(store.storePath());
         const QString id = task->id().toString(QUuid::WithoutBraces);
-        QVERIFY(other.exec(QStringLiteral("UPDATE tasks SET title = 'theirs', notes = 'their notes' WHERE id = '%1'").arg(id)));
+        QVERIFY(other.exec(
+            QStringLiteral("UPDATE tasks SET title = 'theirs', notes = 'their notes' WHERE id = '%1'").arg(id)));
         task->setTitle(QStringLiteral("mine again"));
         context.save();
         context.refreshObject(task);
@@ -302,12 +304,14 @@ private Q_SLOTS:
             auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("direct"));
             db.setDatabaseName(file);
             QVERIFY(db.open());
-            const StoreMigrator broken(steps + QStringList{
-                QStringLiteral("ALTER TABLE tasks ADD COLUMN color TEXT;\nSELECT * FROM no_such_table;")});
+            const StoreMigrator broken(
+                steps +
+                QStringList{QStringLiteral("ALTER TABLE tasks ADD COLUMN color TEXT;\nSELECT * FROM no_such_table;")});
             QVERIFY_THROWS_EXCEPTION(StoreError, broken.migrate(db, file));
             QCOMPARE(StoreMigrator::userVersion(db), current);
             QSqlQuery columns(db);
-            QVERIFY(columns.exec(QStringLiteral("SELECT count(*) FROM pragma_table_info('tasks') WHERE name = 'color'")));
+            QVERIFY(
+                columns.exec(QStringLiteral("SELECT count(*) FROM pragma_table_info('tasks') WHERE name = 'color'")));
             QVERIFY(columns.next());
             QCOMPARE(columns.value(0).toInt(), 0);
             db.close();
@@ -315,8 +319,10 @@ private Q_SLOTS:
         QSqlDatabase::removeDatabase(QStringLiteral("direct"));
 
         // An additive step: the data stays, the old file is copied aside first.
-        const StoreMigrator next(steps + QStringList{
-            QStringLiteral("ALTER TABLE tasks ADD COLUMN color TEXT;\nCREATE INDEX tasks_by_color ON tasks(color);")});
+        const StoreMigrator next(
+            steps +
+            QStringList{QStringLiteral(
+                "ALTER TABLE tasks ADD COLUMN color TEXT;\nCREATE INDEX tasks_by_color ON tasks(color);")});
         {
             PersistenceController store(file, next);
             FetchRequest all;

@@ -22,7 +22,8 @@ struct PlanningFixture
     tarnwell::TaskRepository tasks{context, calendar, time.clock(), days};
     tarnwell::RoutineRepository routines{context, time.clock()};
     tarnwell::RoutineService routineService{context, calendar, time.clock(), routines, tasks, days};
-    QSettings defaults{QSettings::IniFormat, QSettings::UserScope, QStringLiteral("tarnwell"), QStringLiteral("tarnwell")};
+    QSettings defaults{QSettings::IniFormat, QSettings::UserScope, QStringLiteral("tarnwell"),
+                       QStringLiteral("tarnwell")};
     tarnwell::RolloverService rollover{context, calendar, time.clock(), days, tasks, routines, defaults};
 
     // The start of the day `offset` days from today.

@@ -65,15 +65,24 @@ private Q_SLOTS:
         // Now is 10:00; an end at 12:00 leaves 7200 seconds.
         QTest::newRow("untimed only") << L{-1, -1, -1} << qint64(-1) << true << 720 << qint64(0) << 3 << L{} << false;
         QTest::newRow("fits") << L{30, 60, -1} << qint64(600) << true << 720 << qint64(4200) << 1 << L{} << false;
-        QTest::newRow("in hand in overtime") << L{30, 60} << qint64(-300) << true << 720 << qint64(3600) << 0 << L{} << false;
-        QTest::newRow("in hand without countdown") << L{30, 60} << qint64(-1) << true << 720 << qint64(3600) << 0 << L{} << false;
-        QTest::newRow("finish exactly at the end") << L{60, 60} << qint64(3600) << true << 720 << qint64(7200) << 0 << L{} << false;
-        QTest::newRow("one second over") << L{60, 60, -1, 5} << qint64(3601) << true << 720 << qint64(7501) << 1 << L{1, 2, 3} << true;
-        QTest::newRow("in hand alone runs past") << L{300, -1} << qint64(9000) << true << 720 << qint64(9000) << 1 << L{1} << true;
-        QTest::newRow("end already passed") << L{30, -1, 20} << qint64(0) << true << 540 << qint64(1200) << 1 << L{1, 2} << true;
-        QTest::newRow("workday end off") << L{600, 600} << qint64(36000) << true << -1 << qint64(72000) << 0 << L{} << false;
-        QTest::newRow("end 1440 is off") << L{600, 600} << qint64(36000) << true << 1440 << qint64(72000) << 0 << L{} << false;
-        QTest::newRow("another day") << L{600, -1, 600} << qint64(5) << false << 720 << qint64(72000) << 1 << L{} << false;
+        QTest::newRow("in hand in overtime")
+            << L{30, 60} << qint64(-300) << true << 720 << qint64(3600) << 0 << L{} << false;
+        QTest::newRow("in hand without countdown")
+            << L{30, 60} << qint64(-1) << true << 720 << qint64(3600) << 0 << L{} << false;
+        QTest::newRow("finish exactly at the end")
+            << L{60, 60} << qint64(3600) << true << 720 << qint64(7200) << 0 << L{} << false;
+        QTest::newRow("one second over") << L{60, 60, -1, 5} << qint64(3601) << true << 720 << qint64(7501) << 1
+                                         << L{1, 2, 3} << true;
+        QTest::newRow("in hand alone runs past")
+            << L{300, -1} << qint64(9000) << true << 720 << qint64(9000) << 1 << L{1} << true;
+        QTest::newRow("end already passed")
+            << L{30, -1, 20} << qint64(0) << true << 540 << qint64(1200) << 1 << L{1, 2} << true;
+        QTest::newRow("workday end off") << L{600, 600} << qint64(36000) << true << -1 << qint64(72000) << 0 << L{}
+                                         << false;
+        QTest::newRow("end 1440 is off") << L{600, 600} << qint64(36000) << true << 1440 << qint64(72000) << 0 << L{}
+                                         << false;
+        QTest::newRow("another day") << L{600, -1, 600} << qint64(5) << false << 720 << qint64(72000) << 1 << L{}
+                                     << false;
     }
     void plan()
     {
@@ -88,8 +97,8 @@ private Q_SLOTS:
         const Queue queue(minutes);
         const auto end = DayPlanCalculator::workdayEnd(endMinutes, tenAm, calendar);
         QCOMPARE(end.has_value(), endMinutes >= 0 && endMinutes < 1440);
-        const DayPlan plan = DayPlanCalculator::plan(queue.tasks, remaining >= 0 ? std::optional(remaining) : std::nullopt,
-                                                     today, tenAm, end);
+        const DayPlan plan = DayPlanCalculator::plan(
+            queue.tasks, remaining >= 0 ? std::optional(remaining) : std::nullopt, today, tenAm, end);
         QCOMPARE(plan.totalSeconds, total);
         QCOMPARE(plan.untimedCount, untimed);
         QList<Task *> expected;
@@ -127,8 +136,8 @@ private Q_SLOTS:
         QCOMPARE(lines.overflow, QStringLiteral("dayPlan.overflowCount(1|%1)"));
         const auto ahead = DayPlanFooterText::lines(plan, true, end, tenAm.addSecs(-7200), calendar, QLocale::c());
         QCOMPARE(ahead.workdayEnd, QStringLiteral("dayPlan.workdayEnds(%n|09:00)"));
-        const auto otherDay = DayPlanFooterText::lines(DayPlanCalculator::plan(queue.tasks, {}, false, tenAm, end), false,
-                                                       end, tenAm, calendar);
+        const auto otherDay = DayPlanFooterText::lines(DayPlanCalculator::plan(queue.tasks, {}, false, tenAm, end),
+                                                       false, end, tenAm, calendar);
         QVERIFY(otherDay.finish.isEmpty() && otherDay.workdayEnd.isEmpty());
         QCOMPARE(otherDay.planned, QStringLiteral("dayPlan.planned(%n|30m)"));
         QCoreApplication::removeTranslator(&keys);

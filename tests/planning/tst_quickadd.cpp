@@ -12,7 +12,7 @@ namespace {
 const Calendar calendar;
 // Wednesday 4 March 2026, 10:00 local time.
 const QDateTime wednesday = QDate(2026, 3, 4).startOfDay(calendar.timeZone()).addSecs(10 * 3600);
-}
+} // namespace
 
 class QuickAddTest : public QObject
 {
@@ -23,13 +23,12 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("title"); // empty: nothing to add
-        QTest::addColumn<int>("minutes");   // 0: none
+        QTest::addColumn<int>("minutes"); // 0: none
         QTest::addColumn<bool>("urgent");
-        QTest::addColumn<int>("day");       // -1: none
+        QTest::addColumn<int>("day"); // -1: none
         const auto row = [](const char *name, const QString &text, const QString &title, int minutes = 0,
-                            bool urgent = false, int day = -1) {
-            QTest::newRow(name) << text << title << minutes << urgent << day;
-        };
+                            bool urgent = false,
+                            int day = -1) { QTest::newRow(name) << text << title << minutes << urgent << day; };
         const QString plan = QStringLiteral("Plan");
         row("empty", QString(), QString());
         row("blanks", QStringLiteral(" \n\t "), QString());
@@ -69,7 +68,8 @@ private Q_SLOTS:
         row("duration then day", QStringLiteral("Plan · 30m morgen"), plan, 30, false, 1);
         row("day then duration", QStringLiteral("Plan · morgen 30m"), plan, 30, false, 1);
         row("day then two words", QStringLiteral("Plan · tomorrow 1h 30m"), plan, 90, false, 1);
-        row("duration on both sides", QStringLiteral("Plan · 30m tomorrow 10m"), QStringLiteral("Plan · 30m tomorrow 10m"));
+        row("duration on both sides", QStringLiteral("Plan · 30m tomorrow 10m"),
+            QStringLiteral("Plan · 30m tomorrow 10m"));
         row("weekday", QStringLiteral("Plan · friday"), plan, 0, false, 2);
         row("today's weekday", QStringLiteral("Plan · Mittwoch"), plan, 0, false, 0);
         row("mar is no day", QStringLiteral("Plan · mar"), QStringLiteral("Plan · mar"));
@@ -98,13 +98,38 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("minutes"); // 0: not a duration
         const QList<std::pair<const char *, int>> rows{
-            {"45", 45},        {"~30m", 30},      {" 1 h 30 m ", 90}, {"1h30min", 90},  {"1hr30", 90},
-            {"2hrs", 120},     {"1H30M", 90},     {"1.5h", 90},       {".5h", 30},      {"1sa30dk", 90},
-            {"1saat15", 75},   {"3std", 180},     {"90dak", 90},      {"0.5", 1},       {"2.5m", 3},
-            {"0.4", 0},        {"1,5h", 0},       {"1e3", 0},         {"-5", 0},        {"0", 0},
-            {"9999", 9999},    {"10000", 0},      {"166.65h", 9999},  {"166.7h", 0},    {"h", 0},
-            {"m", 0},          {"", 0},           {"1h1h", 0},        {"1h30s", 0},     {"1.2.3", 0},
-            {"1h99999999999999999999", 0},        {"99999999999999999999999h", 0},
+            {"45", 45},
+            {"~30m", 30},
+            {" 1 h 30 m ", 90},
+            {"1h30min", 90},
+            {"1hr30", 90},
+            {"2hrs", 120},
+            {"1H30M", 90},
+            {"1.5h", 90},
+            {".5h", 30},
+            {"1sa30dk", 90},
+            {"1saat15", 75},
+            {"3std", 180},
+            {"90dak", 90},
+            {"0.5", 1},
+            {"2.5m", 3},
+            {"0.4", 0},
+            {"1,5h", 0},
+            {"1e3", 0},
+            {"-5", 0},
+            {"0", 0},
+            {"9999", 9999},
+            {"10000", 0},
+            {"166.65h", 9999},
+            {"166.7h", 0},
+            {"h", 0},
+            {"m", 0},
+            {"", 0},
+            {"1h1h", 0},
+            {"1h30s", 0},
+            {"1.2.3", 0},
+            {"1h99999999999999999999", 0},
+            {"99999999999999999999999h", 0},
         };
         for (const auto &[text, minutes] : rows)
             QTest::newRow(text[0] ? text : "(empty)") << QString::fromUtf8(text) << minutes;
@@ -120,13 +145,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("word");
         QTest::addColumn<int>("offset"); // from Wednesday; -1: no day word
-        const QStringList today{QStringLiteral("Bugün"), QStringLiteral("BUGUN"), QStringLiteral("heute"),
-                                QStringLiteral("HOY"), QStringLiteral("aujourd’hui"), QStringLiteral("Aujourd'hui.")};
-        const QStringList tomorrow{QStringLiteral("tmrw"), QStringLiteral("Yarın"), QStringLiteral("YARIN"),
-                                   QStringLiteral("yarin"), QStringLiteral("MAÑANA"), QStringLiteral("manana"),
+        const QStringList today{QStringLiteral("Bugün"), QStringLiteral("BUGUN"),       QStringLiteral("heute"),
+                                QStringLiteral("HOY"),   QStringLiteral("aujourd’hui"), QStringLiteral("Aujourd'hui.")};
+        const QStringList tomorrow{QStringLiteral("tmrw"),      QStringLiteral("Yarın"),  QStringLiteral("YARIN"),
+                                   QStringLiteral("yarin"),     QStringLiteral("MAÑANA"), QStringLiteral("manana"),
                                    QStringLiteral("mañana..."), QStringLiteral("demain")};
-        const QStringList none{QStringLiteral("mar"), QStringLiteral("car"), QStringLiteral("Mi."),
-                               QStringLiteral("sa"), QStringLiteral("soon"), QStringLiteral("..."),
+        const QStringList none{QStringLiteral("mar"),    QStringLiteral("car"),  QStringLiteral("Mi."),
+                               QStringLiteral("sa"),     QStringLiteral("soon"), QStringLiteral("..."),
                                QStringLiteral("aujourd")};
         for (const QString &w : today)
             QTest::newRow(qPrintable(w)) << w << 0;
@@ -184,7 +209,8 @@ private Q_SLOTS:
         const QLocale saved;
         QLocale::setDefault(QLocale(QStringLiteral("tr_TR")));
         QCOMPARE(QuickAddDayVocabulary::normalize(QStringLiteral(" YARIN. ")), QStringLiteral("yarin"));
-        QCOMPARE(QuickAddDayVocabulary::buildWeekdayTable().indexByName, QuickAddDayVocabulary::weekdayTable().indexByName);
+        QCOMPARE(QuickAddDayVocabulary::buildWeekdayTable().indexByName,
+                 QuickAddDayVocabulary::weekdayTable().indexByName);
         QLocale::setDefault(saved);
     }
 };

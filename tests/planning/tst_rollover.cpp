@@ -37,7 +37,8 @@ private Q_SLOTS:
         const auto candidate = f.rollover.candidate();
         QVERIFY(candidate);
         QCOMPARE(f.titles(candidate->tasks),
-                 (QStringList{QStringLiteral("seven days ago"), QStringLiteral("yesterday a"), QStringLiteral("yesterday b")}));
+                 (QStringList{QStringLiteral("seven days ago"), QStringLiteral("yesterday a"),
+                              QStringLiteral("yesterday b")}));
         QCOMPARE(candidate->oldestDate, f.dayStart(-7));
         QVERIFY(!f.rollover.isFromYesterday(*candidate));
         f.rollover.archive(candidate->tasks.mid(0, 1));
@@ -89,7 +90,8 @@ private Q_SLOTS:
         f.rollover.rollForward(candidate->tasks);
         QVERIFY(!f.context.hasChanges());
         const auto queue = f.tasks.openTasks(f.day(0));
-        QCOMPARE(f.titles(queue), (QStringList{QStringLiteral("today"), QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+        QCOMPARE(f.titles(queue),
+                 (QStringList{QStringLiteral("today"), QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
         QCOMPARE(queue[0], existing);
         QCOMPARE(a->actualSecondsFocused(), 0);
         QCOMPARE(a->activeStartedAt(), std::nullopt);

@@ -20,7 +20,8 @@ private Q_SLOTS:
         QTest::newRow("every day") << 127 << QStringLiteral("011111110") << int(RoutineSchedule::Kind::everyDay);
         QTest::newRow("weekdays") << 62 << QStringLiteral("001111100") << int(RoutineSchedule::Kind::weekdays);
         QTest::newRow("sunday") << 1 << QStringLiteral("010000000") << int(RoutineSchedule::Kind::custom);
-        QTest::newRow("unused high bits") << 0x7F80 << QStringLiteral("000000000") << int(RoutineSchedule::Kind::custom);
+        QTest::newRow("unused high bits")
+            << 0x7F80 << QStringLiteral("000000000") << int(RoutineSchedule::Kind::custom);
     }
     void schedule()
     {
@@ -65,7 +66,8 @@ private Q_SLOTS:
         Day *today = f.day(0);
         QCOMPARE(f.routineService.load(morning, today), 2);
         const auto queue = f.tasks.openTasks(today);
-        QCOMPARE(f.titles(queue), (QStringList{QStringLiteral("already here"), QStringLiteral("stretch"), QStringLiteral("plan")}));
+        QCOMPARE(f.titles(queue),
+                 (QStringList{QStringLiteral("already here"), QStringLiteral("stretch"), QStringLiteral("plan")}));
         QCOMPARE(queue[1]->durationMinutes(), 15);
         QVERIFY(!f.context.hasChanges());
         // A finished routine task still counts as loaded.
@@ -123,7 +125,8 @@ private Q_SLOTS:
         f.routineService.load(byHand, f.day(0));
 
         QCOMPARE(f.routineService.applyDueRoutines(), 1);
-        QCOMPARE(f.titles(f.tasks.openTasks(f.day(0))), (QStringList{QStringLiteral("mail"), QStringLiteral("standup")}));
+        QCOMPARE(f.titles(f.tasks.openTasks(f.day(0))),
+                 (QStringList{QStringLiteral("mail"), QStringLiteral("standup")}));
         QCOMPARE(weekdays->lastAppliedDate(), f.time.now);
         QCOMPARE(byHand->lastAppliedDate(), f.time.now);
 
@@ -133,7 +136,8 @@ private Q_SLOTS:
 
         f.time.now = f.dayStart(3).addSecs(8 * 3600); // Saturday
         QCOMPARE(f.routineService.applyDueRoutines(), 2);
-        QCOMPARE(f.titles(f.tasks.openTasks(f.day(0))), (QStringList{QStringLiteral("groceries"), QStringLiteral("mail")}));
+        QCOMPARE(f.titles(f.tasks.openTasks(f.day(0))),
+                 (QStringList{QStringLiteral("groceries"), QStringLiteral("mail")}));
 
         // A date in the future (the clock was set back) counts as applied.
         const QDateTime saturday = f.time.now;

@@ -110,10 +110,11 @@ private Q_SLOTS:
         PersistenceController store(dir.filePath(QStringLiteral("observe.sqlite")));
         AppSettingsStore settings(store);
         QList<int> seenBefore;
-        const auto connection = connect(&settings, &AppSettingsStore::settingWillChange, this, [&](const QString &name) {
-            QCOMPARE(name, QStringLiteral("preEndWarningMinutes"));
-            seenBefore << settings.preEndWarningMinutes();
-        });
+        const auto connection =
+            connect(&settings, &AppSettingsStore::settingWillChange, this, [&](const QString &name) {
+                QCOMPARE(name, QStringLiteral("preEndWarningMinutes"));
+                seenBefore << settings.preEndWarningMinutes();
+            });
         settings.setPreEndWarningMinutes(5);
         settings.setPreEndWarningMinutes(3);
         QCOMPARE(seenBefore, (QList<int>{0, 5}));
@@ -189,7 +190,8 @@ private Q_SLOTS:
         int popovers = 0, quickAdds = 0;
         AppURLRouter router([&] { ++popovers; }, [&] { ++quickAdds; });
         if (route < 0)
-            QTest::ignoreMessage(QtCriticalMsg, qPrintable(QStringLiteral("Ignored a link Tarnwell does not own: ") + link));
+            QTest::ignoreMessage(QtCriticalMsg,
+                                 qPrintable(QStringLiteral("Ignored a link Tarnwell does not own: ") + link));
         router.handleURL(link);
         QCOMPARE(popovers + quickAdds, 0); // waits for the interface
         router.setInterfaceReady();

@@ -15,12 +15,12 @@
 
 struct AtSpiNode
 {
-    QString role;        // AT-SPI role name: "push button", "check box", "list item", ...
+    QString role; // AT-SPI role name: "push button", "check box", "list item", ...
     QString name;
     QString description;
     bool showing = false; // on screen: the item and all its ancestors visible (else no children read)
     bool focused = false; // holds the keyboard focus
-    QString text;         // what a text field holds
+    QString text; // what a text field holds
     QList<AtSpiNode> children;
 
     // Depth first: every node below and including this one for which `pick` holds.
@@ -46,11 +46,12 @@ struct AtSpiNode
     {
         if (!showing)
             return {};
-        QString out = QString(depth * 2, QLatin1Char(' ')) + QStringLiteral("[%1] \"%2\"%3%4%5\n")
-                                                              .arg(role, name)
-                                                              .arg(description.isEmpty() ? QString() : QStringLiteral(" (") + description + QLatin1Char(')'))
-                                                              .arg(focused ? QStringLiteral(" focused") : QString())
-                                                              .arg(isField() ? QStringLiteral(" text=\"") + text + QLatin1Char('"') : QString());
+        QString out = QString(depth * 2, QLatin1Char(' ')) +
+            QStringLiteral("[%1] \"%2\"%3%4%5\n")
+                .arg(role, name)
+                .arg(description.isEmpty() ? QString() : QStringLiteral(" (") + description + QLatin1Char(')'))
+                .arg(focused ? QStringLiteral(" focused") : QString())
+                .arg(isField() ? QStringLiteral(" text=\"") + text + QLatin1Char('"') : QString());
         for (const AtSpiNode &child : children)
             out += child.dump(depth + 1);
         return out;
@@ -70,9 +71,9 @@ class AtSpiTree
 public:
     AtSpiTree()
     {
-        const QDBusMessage reply = QDBusConnection::sessionBus().call(QDBusMessage::createMethodCall(
-            QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"), QStringLiteral("org.a11y.Bus"),
-            QStringLiteral("GetAddress")));
+        const QDBusMessage reply = QDBusConnection::sessionBus().call(
+            QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                                           QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress")));
         m_address = reply.arguments().value(0).toString();
         if (!m_address.isEmpty())
             m_bus = QDBusConnection::connectToBus(m_address, QStringLiteral("atspi-reader"));
@@ -87,12 +88,14 @@ public:
     // registered with the accessibility registry; an empty node before.
     AtSpiNode application(qint64 pid)
     {
-        const Ref registry{QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/accessible/root")};
+        const Ref registry{QStringLiteral("org.a11y.atspi.Registry"),
+                           QStringLiteral("/org/a11y/atspi/accessible/root")};
         for (const Ref &app : children(registry)) {
-            const QDBusMessage owner = m_bus.call(QDBusMessage::createMethodCall(
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetConnectionUnixProcessID"))
-                                                  << app.service);
+            const QDBusMessage owner =
+                m_bus.call(QDBusMessage::createMethodCall(
+                               QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                               QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetConnectionUnixProcessID"))
+                           << app.service);
             if (owner.arguments().value(0).toLongLong() == pid)
                 return node(app, 0, true, true);
         }
@@ -114,7 +117,8 @@ private:
     }
     QList<Ref> children(const Ref &ref)
     {
-        const QDBusMessage reply = call(ref, QStringLiteral("org.a11y.atspi.Accessible"), QStringLiteral("GetChildren"));
+        const QDBusMessage reply =
+            call(ref, QStringLiteral("org.a11y.atspi.Accessible"), QStringLiteral("GetChildren"));
         QList<Ref> out;
         if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
             return out;
@@ -139,12 +143,18 @@ private:
         const auto property = [&](const QString &name) {
             return call(ref, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
                         {QStringLiteral("org.a11y.atspi.Accessible"), name})
-                .arguments().value(0).value<QDBusVariant>().variant().toString();
+                .arguments()
+                .value(0)
+                .value<QDBusVariant>()
+                .variant()
+                .toString();
         };
         n.name = property(QStringLiteral("Name"));
         n.description = property(QStringLiteral("Description"));
         n.role = call(ref, QStringLiteral("org.a11y.atspi.Accessible"), QStringLiteral("GetRoleName"))
-                     .arguments().value(0).toString();
+                     .arguments()
+                     .value(0)
+                     .toString();
         const QList<uint> state = qdbus_cast<QList<uint>>(
             call(ref, QStringLiteral("org.a11y.atspi.Accessible"), QStringLiteral("GetState")).arguments().value(0));
         constexpr uint focusedBit = 12; // ATSPI_STATE_FOCUSED
@@ -152,7 +162,9 @@ private:
         n.focused = !state.isEmpty() && (state.first() & (1u << focusedBit));
         if (n.isField())
             n.text = call(ref, QStringLiteral("org.a11y.atspi.Text"), QStringLiteral("GetText"), {0, -1})
-                         .arguments().value(0).toString();
+                         .arguments()
+                         .value(0)
+                         .toString();
         // An item of a hidden window is not on screen either.
         n.showing = parentShowing && (isApplication || (!state.isEmpty() && (state.first() & (1u << showingBit))));
         if (n.showing && depth < 64) {

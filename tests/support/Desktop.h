@@ -43,18 +43,18 @@ public:
     }
     QVariant property(const QString &name)
     {
-        QDBusMessage get = QDBusMessage::createMethodCall(item(), QStringLiteral("/StatusNotifierItem"),
-                                                          QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                          QStringLiteral("Get"));
+        QDBusMessage get =
+            QDBusMessage::createMethodCall(item(), QStringLiteral("/StatusNotifierItem"),
+                                           QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
         get << QStringLiteral("org.kde.StatusNotifierItem") << name;
         return call(get).arguments().value(0).value<QDBusVariant>().variant();
     }
     QString label() { return property(QStringLiteral("XAyatanaLabel")).toString(); }
     void activate(int x, int y)
     {
-        QDBusMessage m = QDBusMessage::createMethodCall(item(), QStringLiteral("/StatusNotifierItem"),
-                                                        QStringLiteral("org.kde.StatusNotifierItem"),
-                                                        QStringLiteral("Activate"));
+        QDBusMessage m =
+            QDBusMessage::createMethodCall(item(), QStringLiteral("/StatusNotifierItem"),
+                                           QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
         m << x << y;
         call(m);
     }
@@ -85,8 +85,7 @@ namespace keyboard {
 inline bool type(const QString &text)
 {
     return QProcess::execute(QStringLiteral("xdotool"),
-                             {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("15"), text})
-        == 0;
+                             {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("15"), text}) == 0;
 }
 inline bool key(const QString &name)
 {
@@ -123,7 +122,8 @@ inline bool focusedFieldHolds(AtSpiTree &reader, qint64 pid, const QString &text
 inline QString enterLine(AtSpiTree &reader, qint64 pid, const QString &line, const QString &title, int timeoutMs)
 {
     if (!waitUntil([&] { return focusedFieldHolds(reader, pid, QString()); }, timeoutMs))
-        return QStringLiteral("no focused empty field before typing \"%1\" in\n%2").arg(line, reader.application(pid).dump());
+        return QStringLiteral("no focused empty field before typing \"%1\" in\n%2")
+            .arg(line, reader.application(pid).dump());
     if (!type(line))
         return QStringLiteral("xdotool failed");
     if (!waitUntil([&] { return focusedFieldHolds(reader, pid, line); }, timeoutMs))
@@ -179,7 +179,8 @@ inline bool setSettings(const QString &storePath, const QList<std::pair<QString,
             QStringList assignments;
             for (const auto &column : columns)
                 assignments << QStringLiteral("%1 = '%2'").arg(column.first, column.second);
-            ok = QSqlQuery(db).exec(QStringLiteral("UPDATE app_settings SET ") + assignments.join(QStringLiteral(", ")));
+            ok =
+                QSqlQuery(db).exec(QStringLiteral("UPDATE app_settings SET ") + assignments.join(QStringLiteral(", ")));
             db.close();
         }
     }

@@ -52,7 +52,10 @@ public Q_SLOTS:
         ::close(fds[1]);
         return handed;
     }
-    QDBusObjectPath GetSessionByPID(uint) { return QDBusObjectPath(QStringLiteral("/org/freedesktop/login1/session/_31")); }
+    QDBusObjectPath GetSessionByPID(uint)
+    {
+        return QDBusObjectPath(QStringLiteral("/org/freedesktop/login1/session/_31"));
+    }
 
 Q_SIGNALS:
     void PrepareForSleep(bool start);
@@ -88,9 +91,9 @@ public:
     }
     bool start()
     {
-        return m_bus.registerObject(QStringLiteral("/org/freedesktop/login1"), &m_managerObject)
-            && m_bus.registerObject(sessionPath(), &m_sessionObject)
-            && m_bus.registerService(QStringLiteral("org.freedesktop.login1"));
+        return m_bus.registerObject(QStringLiteral("/org/freedesktop/login1"), &m_managerObject) &&
+            m_bus.registerObject(sessionPath(), &m_sessionObject) &&
+            m_bus.registerService(QStringLiteral("org.freedesktop.login1"));
     }
     static QString sessionPath() { return QStringLiteral("/org/freedesktop/login1/session/_31"); }
 
@@ -101,8 +104,8 @@ public:
             session->lockedHint = value;
         else
             session->active = value;
-        QDBusMessage changed = QDBusMessage::createSignal(sessionPath(), QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                          QStringLiteral("PropertiesChanged"));
+        QDBusMessage changed = QDBusMessage::createSignal(
+            sessionPath(), QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("PropertiesChanged"));
         changed << QStringLiteral("org.freedesktop.login1.Session") << QVariantMap{{property, value}} << QStringList();
         m_bus.send(changed);
     }

@@ -36,8 +36,8 @@ public:
     bool start()
     {
         return m_bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
-                                    QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals)
-            && m_bus.registerService(QStringLiteral("org.freedesktop.Notifications"));
+                                    QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals) &&
+            m_bus.registerService(QStringLiteral("org.freedesktop.Notifications"));
     }
     void stop()
     {
@@ -55,7 +55,7 @@ public:
     }
 
     QList<Notification> notifications; // every Notify, in order
-    QList<uint> closed;                // every CloseNotification, in order
+    QList<uint> closed; // every CloseNotification, in order
     QStringList capabilities{QStringLiteral("actions"), QStringLiteral("body")};
 
 public Q_SLOTS:

@@ -26,7 +26,7 @@ public:
     }
     bool hostRegistered = true;
     QStringList services; // as passed to RegisterStatusNotifierItem
-    QStringList senders;  // the callers' unique names
+    QStringList senders; // the callers' unique names
 
 public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString &service)
@@ -41,4 +41,3 @@ Q_SIGNALS:
 private:
     WatcherObject *m_owner;
 };
-

@@ -69,9 +69,8 @@ private:
 
     QVariant property(const QString &service, const QString &name)
     {
-        QDBusMessage get = QDBusMessage::createMethodCall(service, itemPath,
-                                                          QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                          QStringLiteral("Get"));
+        QDBusMessage get = QDBusMessage::createMethodCall(
+            service, itemPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
         get << itemInterface << name;
         const QDBusMessage reply = call(get);
         if (reply.type() != QDBusMessage::ReplyMessage)
@@ -119,7 +118,8 @@ private Q_SLOTS:
         QCOMPARE(m_watcher->services, QStringList{item.serviceName()});
         QVERIFY(item.serviceName().startsWith(QStringLiteral("org.kde.StatusNotifierItem-")));
         QCOMPARE(m_watcher->senders, QStringList{QDBusConnection::sessionBus().baseService()});
-        QCOMPARE(property(item.serviceName(), QStringLiteral("Id")).toString(), QStringLiteral("org.tarnwell.Tarnwell"));
+        QCOMPARE(property(item.serviceName(), QStringLiteral("Id")).toString(),
+                 QStringLiteral("org.tarnwell.Tarnwell"));
         QCOMPARE(property(item.serviceName(), QStringLiteral("Category")).toString(),
                  QStringLiteral("ApplicationStatus"));
         QCOMPARE(property(item.serviceName(), QStringLiteral("Status")).toString(), QStringLiteral("Active"));
@@ -130,9 +130,9 @@ private Q_SLOTS:
             item.serviceName(), itemPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"));
         getAll << itemInterface;
         const auto all = qdbus_cast<QVariantMap>(call(getAll).arguments().value(0));
-        for (const char *name : {"Category", "Id", "Title", "Status", "WindowId", "IconName", "IconPixmap",
-                                 "OverlayIconName", "AttentionIconName", "ToolTip", "ItemIsMenu", "Menu",
-                                 "XAyatanaLabel", "XAyatanaLabelGuide"})
+        for (const char *name :
+             {"Category", "Id", "Title", "Status", "WindowId", "IconName", "IconPixmap", "OverlayIconName",
+              "AttentionIconName", "ToolTip", "ItemIsMenu", "Menu", "XAyatanaLabel", "XAyatanaLabelGuide"})
             QVERIFY2(all.contains(QString::fromLatin1(name)), name);
     }
 
@@ -215,7 +215,8 @@ private Q_SLOTS:
         item.setIconName(QStringLiteral("appointment-soon"));
         QCOMPARE(property(item.serviceName(), QStringLiteral("IconName")).toString(),
                  QStringLiteral("appointment-soon"));
-        QVERIFY(qdbus_cast<StatusNotifierPixmaps>(property(item.serviceName(), QStringLiteral("IconPixmap"))).isEmpty());
+        QVERIFY(
+            qdbus_cast<StatusNotifierPixmaps>(property(item.serviceName(), QStringLiteral("IconPixmap"))).isEmpty());
     }
 
     void announcesOnlyRealChanges()
@@ -302,8 +303,8 @@ private Q_SLOTS:
         // A disabled entry does nothing; an enabled one is triggered.
         QSignalSpy triggered(&menu, &DBusMenu::triggered);
         for (int id : {4, 3}) {
-            reply = call(method(QStringLiteral("Event")) << id << QStringLiteral("clicked")
-                                                        << QVariant::fromValue(QDBusVariant(0)) << 0u);
+            reply = call(method(QStringLiteral("Event"))
+                         << id << QStringLiteral("clicked") << QVariant::fromValue(QDBusVariant(0)) << 0u);
             QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
         }
         // In order: had the disabled entry fired, it would come first.
@@ -311,8 +312,8 @@ private Q_SLOTS:
         QCOMPARE(triggered.count(), 1);
         QCOMPARE(triggered.at(0).at(0).toInt(), 3);
         // The grouped forms that newer panels use.
-        reply = call(method(QStringLiteral("GetGroupProperties")) << QVariant::fromValue(QList<int>{1, 3})
-                                                                 << QStringList{QStringLiteral("label")});
+        reply = call(method(QStringLiteral("GetGroupProperties"))
+                     << QVariant::fromValue(QList<int>{1, 3}) << QStringList{QStringLiteral("label")});
         const auto group = qdbus_cast<DBusMenuItemPropertiesList>(reply.arguments().value(0));
         QCOMPARE(group.size(), 2);
         QCOMPARE(group.at(1).properties, (QVariantMap{{QStringLiteral("label"), QStringLiteral("Quit__now")}}));
@@ -321,8 +322,8 @@ private Q_SLOTS:
         QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
         QTRY_COMPARE_WITH_TIMEOUT(triggered.count(), 2, 5000);
         QCOMPARE(triggered.at(1).at(0).toInt(), 1);
-        reply = call(method(QStringLiteral("Event")) << 99 << QStringLiteral("clicked")
-                                                    << QVariant::fromValue(QDBusVariant(0)) << 0u);
+        reply = call(method(QStringLiteral("Event"))
+                     << 99 << QStringLiteral("clicked") << QVariant::fromValue(QDBusVariant(0)) << 0u);
         QCOMPARE(reply.type(), QDBusMessage::ErrorMessage);
     }
 
@@ -339,8 +340,8 @@ private Q_SLOTS:
 
         // The owner refreshes the entries just before the menu opens.
         connect(&menu, &DBusMenu::aboutToShow, &menu, [&] {
-            menu.setItems({DBusMenuItem::entry(1, QStringLiteral("Pause")),
-                           DBusMenuItem::entry(2, QStringLiteral("Skip"))});
+            menu.setItems(
+                {DBusMenuItem::entry(1, QStringLiteral("Pause")), DBusMenuItem::entry(2, QStringLiteral("Skip"))});
         });
         auto method = [&](const QString &name) {
             return QDBusMessage::createMethodCall(item.serviceName(), menu.objectPath(), menuInterface, name);

@@ -36,7 +36,8 @@ struct ViewsFixture
     QTemporaryDir defaultsDir;
     QSettings defaults{defaultsDir.filePath(QStringLiteral("defaults.ini")), QSettings::IniFormat};
     RolloverService rollover{context, calendar, time.clock(), days, tasks, routines, defaults};
-    PopoverModel model{{service, countdown, sound, settings, routines, routineService, rollover, calendar, time.clock()}};
+    PopoverModel model{
+        {service, countdown, sound, settings, routines, routineService, rollover, calendar, time.clock()}};
     QAbstractItemModelTester tester{&model.tasks(), QAbstractItemModelTester::FailureReportingMode::QtTest};
 
     // The clock moves on and the countdown ticks once.

@@ -92,7 +92,8 @@ private Q_SLOTS:
         const QRectF box = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
         const QString dir = QString::fromLocal8Bit(qgetenv("TARNWELL_ARTIFACTS"));
         if (!dir.isEmpty())
-            picture.save(QStringLiteral("%1/buttons-%2-%3.png").arg(dir, dark ? QStringLiteral("dark") : QStringLiteral("light"), button));
+            picture.save(QStringLiteral("%1/buttons-%2-%3.png")
+                             .arg(dir, dark ? QStringLiteral("dark") : QStringLiteral("light"), button));
         const qreal scale = window->effectiveDevicePixelRatio();
         const auto at = [&](qreal x, qreal y) { return picture.pixelColor(int(x * scale), int(y * scale)); };
 

@@ -30,7 +30,9 @@ private Q_SLOTS:
         // An edit reports its row; the running timer does not touch the list.
         QSignalSpy resets(&list, &QAbstractItemModel::modelReset);
         QSignalSpy changes(&list, &QAbstractItemModel::dataChanged);
-        QCOMPARE(f.model.editor().save(f.idOf(b), QStringLiteral("B2"), QStringLiteral("note"), QStringLiteral("15"), {}), QString());
+        QCOMPARE(
+            f.model.editor().save(f.idOf(b), QStringLiteral("B2"), QStringLiteral("note"), QStringLiteral("15"), {}),
+            QString());
         QCOMPARE(resets.size(), 0);
         QCOMPARE(changes.size(), 1);
         QCOMPARE(changes.first().at(0).toModelIndex().row(), 1);
@@ -182,14 +184,15 @@ private Q_SLOTS:
 
         f.model.moveOverflowToTomorrow();
         QCOMPARE(f.titles(0), (QStringList{QStringLiteral("A"), QStringLiteral("B")}));
-        QCOMPARE(f.titles(1), (QStringList{QStringLiteral("C"), QStringLiteral("D"), QStringLiteral("E"),
-                                           QStringLiteral("X")}));
+        QCOMPARE(f.titles(1),
+                 (QStringList{QStringLiteral("C"), QStringLiteral("D"), QStringLiteral("E"), QStringLiteral("X")}));
         QCOMPARE(f.model.overflowCount(), 0);
         QVERIFY(f.model.footerOverflow().isEmpty());
 
         f.model.undoToast();
-        QCOMPARE(f.titles(0), (QStringList{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"),
-                                           QStringLiteral("D"), QStringLiteral("E")}));
+        QCOMPARE(f.titles(0),
+                 (QStringList{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"), QStringLiteral("D"),
+                              QStringLiteral("E")}));
         QCOMPARE(f.titles(1), QStringList{QStringLiteral("X")});
 
         // Another day never overflows and shows no workday end.
@@ -214,8 +217,9 @@ private Q_SLOTS:
 
         f.model.rollForward();
         QVERIFY(!f.model.rolloverVisible());
-        QCOMPARE(f.titles(0), (QStringList{QStringLiteral("Today"), QStringLiteral("Old"), QStringLiteral("Y1"),
-                                           QStringLiteral("Y2")}));
+        QCOMPARE(
+            f.titles(0),
+            (QStringList{QStringLiteral("Today"), QStringLiteral("Old"), QStringLiteral("Y1"), QStringLiteral("Y2")}));
         QCOMPARE(f.shownTitles().size(), 4);
 
         Task *y = f.add(QStringLiteral("Y3"), std::nullopt, -1);
@@ -238,10 +242,12 @@ private Q_SLOTS:
     {
         ViewsFixture f;
         Routine *morning = f.routines.createRoutine(
-            QStringLiteral("Morning"), {{QStringLiteral("Stretch"), 10, std::nullopt}, {QStringLiteral("Inbox"), 15, std::nullopt}});
+            QStringLiteral("Morning"),
+            {{QStringLiteral("Stretch"), 10, std::nullopt}, {QStringLiteral("Inbox"), 15, std::nullopt}});
         f.model.refresh();
         QCOMPARE(f.model.routines().size(), 1);
-        QCOMPARE(f.model.routines().first().toMap().value(QStringLiteral("name")).toString(), QStringLiteral("Morning"));
+        QCOMPARE(f.model.routines().first().toMap().value(QStringLiteral("name")).toString(),
+                 QStringLiteral("Morning"));
 
         const QString id = morning->id().toString(QUuid::WithoutBraces);
         f.model.loadRoutine(id);
@@ -273,7 +279,8 @@ private Q_SLOTS:
         QCOMPARE(t->title(), QStringLiteral("Draft"));
 
         const QDateTime due = f.calendar.startOfDayAdding(f.time.now, 2);
-        QCOMPARE(f.model.editor().save(f.idOf(t), QStringLiteral(" Final "), QStringLiteral("  "), QString(), due), QString());
+        QCOMPARE(f.model.editor().save(f.idOf(t), QStringLiteral(" Final "), QStringLiteral("  "), QString(), due),
+                 QString());
         QCOMPARE(t->title(), QStringLiteral("Final"));
         QVERIFY(!t->notes());
         QVERIFY(!t->durationMinutes());

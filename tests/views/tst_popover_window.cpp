@@ -65,7 +65,8 @@ void typeText(QWindow *window, const QString &text)
 void click(QQuickWindow *window, QQuickItem *target)
 {
     QVERIFY(target && target->isVisible());
-    QTest::mouseClick(window, Qt::LeftButton, {}, target->mapToScene(QPointF(target->width() / 2, target->height() / 2)).toPoint());
+    QTest::mouseClick(window, Qt::LeftButton, {},
+                      target->mapToScene(QPointF(target->width() / 2, target->height() / 2)).toPoint());
 }
 
 } // namespace
@@ -102,10 +103,7 @@ class PopoverWindowTest : public QObject
     };
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        g_previous = qInstallMessageHandler(record);
-    }
+    void initTestCase() { g_previous = qInstallMessageHandler(record); }
 
     void placementStaysOnTheScreen()
     {
@@ -202,7 +200,9 @@ private Q_SLOTS:
         // Dragging a row's handle onto another row puts it there.
         const QList<QQuickItem *> handles = visibleItems(window->contentItem(), QStringLiteral("dragHandle"));
         QCOMPARE(handles.size(), 3);
-        const auto centre = [](QQuickItem *i) { return i->mapToScene(QPointF(i->width() / 2, i->height() / 2)).toPoint(); };
+        const auto centre = [](QQuickItem *i) {
+            return i->mapToScene(QPointF(i->width() / 2, i->height() / 2)).toPoint();
+        };
         QTest::mousePress(window, Qt::LeftButton, {}, centre(handles[0]));
         QTest::mouseMove(window, centre(handles[1]));
         QTest::mouseMove(window, centre(handles[2]));
@@ -297,7 +297,8 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Return);
         QCOMPARE(w.f.routines.routines().first()->name(), QStringLiteral("Morning"));
         QVERIFY(!item(window, "nameError")->isVisible());
-        QCOMPARE(w.f.model.routines().first().toMap().value(QStringLiteral("name")).toString(), QStringLiteral("Morning"));
+        QCOMPARE(w.f.model.routines().first().toMap().value(QStringLiteral("name")).toString(),
+                 QStringLiteral("Morning"));
 
         // Tasks are added from their fields.
         item(window, "newItemTitle")->forceActiveFocus();
@@ -320,7 +321,8 @@ private Q_SLOTS:
         QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
                      QStringLiteral("editItemTitle"));
         QTest::keyClick(window, Qt::Key_Escape);
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(), QStringLiteral("itemList"));
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("itemList"));
         QVERIFY(w.routines.isVisible());
         QTest::keyClick(window, Qt::Key_Up, Qt::AltModifier);
         RoutineItemsModel &items = w.routines.model()->items();
@@ -331,7 +333,8 @@ private Q_SLOTS:
         typeText(window, QStringLiteral(" more"));
         QTest::keyClick(window, Qt::Key_Return);
         QCOMPARE(items.index(0).data(RoutineItemsModel::TitleRole).toString(), QStringLiteral("Read more"));
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(), QStringLiteral("itemList"));
+        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
+                     QStringLiteral("itemList"));
         QTest::keyClick(window, Qt::Key_Delete);
         QCOMPARE(items.count(), 1);
 

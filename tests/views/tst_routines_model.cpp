@@ -139,7 +139,8 @@ private Q_SLOTS:
         QCOMPARE(f.items.add(QStringLiteral("Stretch"), QStringLiteral("10")), QString());
         QCOMPARE(f.items.add(QStringLiteral(" Read "), QStringLiteral("1h30")), QString());
         QCOMPARE(f.items.add(QStringLiteral("Plan"), QString()), QString());
-        QCOMPARE(f.storedTitles(routine), (QStringList{QStringLiteral("Stretch"), QStringLiteral("Read"), QStringLiteral("Plan")}));
+        QCOMPARE(f.storedTitles(routine),
+                 (QStringList{QStringLiteral("Stretch"), QStringLiteral("Read"), QStringLiteral("Plan")}));
         QCOMPARE(f.items.index(1).data(RoutineItemsModel::MinutesRole).toInt(), 90);
         QCOMPARE(f.items.index(2).data(RoutineItemsModel::MinutesRole).toInt(), -1);
         QCOMPARE(f.routineData(0, RoutinesModel::ItemCountRole).toInt(), 3);
@@ -148,7 +149,8 @@ private Q_SLOTS:
         QCOMPARE(f.items.add(QStringLiteral("  "), QString()), RepositoryError::titleEmpty().localizedDescription());
         QCOMPARE(f.items.add(QString(201, u'x'), QString()), RepositoryError::titleTooLong(200).localizedDescription());
         QVERIFY(!f.items.add(QStringLiteral("Walk"), QStringLiteral("soon")).isEmpty());
-        QCOMPARE(f.items.update(0, QString(), QStringLiteral("5")), RepositoryError::titleEmpty().localizedDescription());
+        QCOMPARE(f.items.update(0, QString(), QStringLiteral("5")),
+                 RepositoryError::titleEmpty().localizedDescription());
         QCOMPARE(RoutineRepository::items(routine).size(), 3);
         QCOMPARE(RoutineRepository::items(routine).first()->durationMinutes(), 10);
 
@@ -164,7 +166,8 @@ private Q_SLOTS:
         QVERIFY(!f.items.move(0, -1));
         QVERIFY(!f.items.move(2, 1));
         QVERIFY(f.items.move(0, 1));
-        QCOMPARE(f.storedTitles(routine), (QStringList{QStringLiteral("Plan"), QStringLiteral("Stretch well"), QStringLiteral("Read")}));
+        QCOMPARE(f.storedTitles(routine),
+                 (QStringList{QStringLiteral("Plan"), QStringLiteral("Stretch well"), QStringLiteral("Read")}));
         QCOMPARE(moves.size(), 2);
         QCOMPARE(f.items.index(0).data(RoutineItemsModel::TitleRole).toString(), QStringLiteral("Plan"));
 

@@ -24,20 +24,22 @@ class WindowPicturesTest : public QObject
 {
     Q_OBJECT
 
-    void save(QQuickWindow *window, const QString &name, bool dark, const QString &language, const ThemeController &theme)
+    void save(QQuickWindow *window, const QString &name, bool dark, const QString &language,
+              const ThemeController &theme)
     {
         QVERIFY(QTest::qWaitForWindowExposed(window));
         QImage picture;
         QTRY_VERIFY((picture = window->grabWindow(), !picture.isNull()));
         const QColor corner = picture.pixelColor(2, 2);
         const QColor expected = theme.window();
-        QVERIFY2(std::abs(corner.red() - expected.red()) <= 2 && std::abs(corner.green() - expected.green()) <= 2
-                     && std::abs(corner.blue() - expected.blue()) <= 2,
+        QVERIFY2(std::abs(corner.red() - expected.red()) <= 2 && std::abs(corner.green() - expected.green()) <= 2 &&
+                     std::abs(corner.blue() - expected.blue()) <= 2,
                  qPrintable(corner.name() + QStringLiteral(" for ") + expected.name()));
         const QString dir = QString::fromLocal8Bit(qgetenv("TARNWELL_ARTIFACTS"));
         if (!dir.isEmpty()) {
             QDir().mkpath(dir);
-            picture.save(QStringLiteral("%1/%2-%3-%4.png").arg(dir, name, dark ? QStringLiteral("dark") : QStringLiteral("light"), language));
+            picture.save(QStringLiteral("%1/%2-%3-%4.png")
+                             .arg(dir, name, dark ? QStringLiteral("dark") : QStringLiteral("light"), language));
         }
     }
 
@@ -48,8 +50,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("language");
         QTest::addColumn<QString>("title"); // the first-run window's, in that language
         for (bool dark : {false, true}) {
-            QTest::addRow("%s en", dark ? "dark" : "light") << dark << QStringLiteral("en") << QStringLiteral("Welcome to Tarnwell");
-            QTest::addRow("%s de", dark ? "dark" : "light") << dark << QStringLiteral("de") << QStringLiteral("Willkommen bei Tarnwell");
+            QTest::addRow("%s en", dark ? "dark" : "light")
+                << dark << QStringLiteral("en") << QStringLiteral("Welcome to Tarnwell");
+            QTest::addRow("%s de", dark ? "dark" : "light")
+                << dark << QStringLiteral("de") << QStringLiteral("Willkommen bei Tarnwell");
         }
     }
 
@@ -87,7 +91,8 @@ private Q_SLOTS:
         // The chosen routine's repeat rule shows as soon as the window does.
         auto *repeat = routines.window()->findChild<QQuickItem *>(QStringLiteral("repeatMenu"));
         QVERIFY(repeat);
-        QTRY_COMPARE(repeat->property("displayText").toString(), PlanningTexts::repeatOption(RoutineSchedule::Kind::never));
+        QTRY_COMPARE(repeat->property("displayText").toString(),
+                     PlanningTexts::repeatOption(RoutineSchedule::Kind::never));
         save(routines.window(), QStringLiteral("routines"), dark, language, theme);
         QVERIFY(f.translations.install(QStringLiteral("en")));
     }
