@@ -363,8 +363,10 @@ void AppDelegate::applicationWillTerminate()
     m_popoverKeys.reset();
     m_hotkeyBackend.reset();
     if (m_menuBarController) {
+        const bool exported = m_menuBarController->statusItemExported();
         m_menuBarController.reset();
-        qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
+        if (exported)
+            qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
     }
     m_dayChange.reset();
     // Away time and notification actions, then the windows and their models,
