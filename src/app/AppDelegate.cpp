@@ -201,7 +201,7 @@ void AppDelegate::installMainInterface()
 
     // 4. The idle monitor, over the desktop's idle time and session events.
     m_sessionEvents = std::make_unique<platform::LinuxSessionEvents>();
-    m_idleMonitor = std::make_unique<IdleMonitor>(*m_activeTasks, *m_settings, platform::IdleTimeSources::find(),
+    m_idleMonitor = std::make_unique<IdleMonitor>(*m_activeTasks, *m_settings, platform::IdleTimeSources::find(m_clock),
                                                   m_sessionEvents.get(), m_clock);
     m_idleMonitor->start();
     m_awayBanner = std::make_unique<AwayBanner>(*m_idleMonitor, *m_activeTasks);
