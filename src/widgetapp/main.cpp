@@ -174,15 +174,16 @@ int main(int argc, char *argv[])
         err << QStringLiteral("tarnwell-widget: tarnwell-widget-window is missing") << Qt::endl;
         return failed;
     }
+    // Named as the user called it: X11 window rules match this name.
     std::vector<QByteArray> arguments;
-    arguments.push_back(QFile::encodeName(window));
+    arguments.push_back(QByteArrayLiteral("tarnwell-widget"));
     for (int i = 1; i < argc; ++i)
         arguments.emplace_back(argv[i]);
     std::vector<char *> pointers;
     for (auto &argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
-    ::execv(pointers.front(), pointers.data());
+    ::execv(QFile::encodeName(window).constData(), pointers.data());
     err << QStringLiteral("tarnwell-widget: ") << QString::fromLocal8Bit(std::strerror(errno)) << Qt::endl;
     return failed;
 }

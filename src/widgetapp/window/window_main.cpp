@@ -11,7 +11,10 @@
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTextStream>
+#include <QTimer>
 #include <QtQml/QQmlExtensionPlugin>
+
+#include <malloc.h>
 
 Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
 
@@ -30,6 +33,8 @@ int main(int argc, char *argv[])
     // The window class: what window-manager rules match.
     QGuiApplication::setApplicationName(QStringLiteral("tarnwell-widget"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tarnwell"));
+    // The Wayland app id.
+    QGuiApplication::setDesktopFileName(QStringLiteral("tarnwell-widget"));
 
     std::optional<QPoint> position;
     const QStringList arguments = QCoreApplication::arguments();
@@ -66,6 +71,17 @@ int main(int argc, char *argv[])
     }
     if (position)
         window->setPosition(*position);
+    // What building the scene left behind goes back to the system once the
+    // first frame is out: the window then idles for hours.
+    QObject::connect(
+        window, &QQuickWindow::frameSwapped, &app,
+        [&engine] {
+            QTimer::singleShot(1000, &engine, [&engine] {
+                engine.collectGarbage();
+                malloc_trim(0);
+            });
+        },
+        Qt::SingleShotConnection);
     window->show();
     return app.exec();
 }
