@@ -11,7 +11,7 @@ namespace tarnwell::TarnwellAppGroup {
 QString identifier()
 {
     static const QString id = [] {
-        const QString configured = QStringLiteral(TARNWELL_APP_GROUP).trimmed();
+        QString configured = QStringLiteral(TARNWELL_APP_GROUP).trimmed();
         // A build setting that names no folder falls back to the application id.
         if (configured.isEmpty() || configured.contains(QLatin1Char('/')) || configured.startsWith(QLatin1Char('.')))
             return QStringLiteral("org.tarnwell.Tarnwell");

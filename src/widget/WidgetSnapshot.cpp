@@ -112,7 +112,7 @@ std::optional<WidgetSnapshot> WidgetSnapshot::decode(const QByteArray &bytes)
     }
     if (!value("upNext").isArray())
         return std::nullopt;
-    for (const QJsonValue &entry : value("upNext").toArray()) {
+    for (const auto &entry : value("upNext").toArray()) {
         const auto item = decodeItem(entry);
         if (!item)
             return std::nullopt;

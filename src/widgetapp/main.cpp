@@ -180,6 +180,7 @@ int main(int argc, char *argv[])
     for (int i = 1; i < argc; ++i)
         arguments.emplace_back(argv[i]);
     std::vector<char *> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (auto &argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);

@@ -36,7 +36,7 @@ QString folder()
 
 QString put(const WidgetCommand &command, const QString &name = {})
 {
-    const QString path = folder() + u'/' + (name.isEmpty() ? command.fileName() : name);
+    QString path = folder() + u'/' + (name.isEmpty() ? command.fileName() : name);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         qFatal("cannot write %s", qPrintable(path));
