@@ -11,7 +11,7 @@ import Tarnwell.Views
 ThemedWindow {
     id: gallery
     objectName: "gallery"
-    width: 110 + 6 * 140 + 40
+    width: 110 + 6 * 140 + 60
     height: column.implicitHeight + 40
     visible: true
     title: "Tarnwell components"
@@ -52,7 +52,7 @@ ThemedWindow {
                 spacing: 0
                 TextBlock { Layout.preferredWidth: 110; role: "caption"; text: buttonRow.modelData }
                 Repeater {
-                    model: ["normal", "hover", "pressed", "focused", "disabled"]
+                    model: gallery.stateNames
                     Cell {
                         id: cell
                         required property string modelData
@@ -60,6 +60,7 @@ ThemedWindow {
                         ActionButton {
                             objectName: buttonRow.modelData + "." + cell.look
                             anchors.verticalCenter: parent.verticalCenter
+                            visible: cell.look !== "checked"
                             kind: buttonRow.modelData
                             iconName: "play"
                             text: "Start"
@@ -95,13 +96,14 @@ ThemedWindow {
             spacing: 0
             TextBlock { Layout.preferredWidth: 110; role: "caption"; text: "icon" }
             Repeater {
-                model: ["normal", "hover", "pressed", "focused", "disabled"]
+                model: gallery.stateNames
                 Cell {
                     id: iconCell
                     required property string modelData
                     look: modelData
                     IconButton {
                         objectName: "icon." + iconCell.look
+                        visible: ["normal", "hover", "pressed", "focused", "disabled"].indexOf(parent.look) >= 0
                         anchors.verticalCenter: parent.verticalCenter
                         iconName: "next"
                         hint: "Next day"
@@ -135,13 +137,14 @@ ThemedWindow {
             spacing: 0
             TextBlock { Layout.preferredWidth: 110; role: "caption"; text: "field" }
             Repeater {
-                model: ["normal", "hover", "pressed", "focused", "disabled"]
+                model: gallery.stateNames
                 Cell {
                     id: fieldCell
                     required property string modelData
                     look: modelData
                     InputField {
                         objectName: "field." + fieldCell.look
+                        visible: ["normal", "hover", "pressed", "focused", "disabled"].indexOf(parent.look) >= 0
                         anchors.verticalCenter: parent.verticalCenter
                         width: 124
                         placeholderText: "Add a task"
@@ -155,13 +158,14 @@ ThemedWindow {
             spacing: 0
             TextBlock { Layout.preferredWidth: 110; role: "caption"; text: "select" }
             Repeater {
-                model: ["normal", "hover", "focused", "disabled"]
+                model: gallery.stateNames
                 Cell {
                     id: selectCell
                     required property string modelData
                     look: modelData
                     SelectBox {
                         objectName: "select." + selectCell.look
+                        visible: ["normal", "hover", "focused", "disabled"].indexOf(parent.look) >= 0
                         anchors.verticalCenter: parent.verticalCenter
                         width: 124
                         model: ["Weekdays", "Never"]
@@ -175,13 +179,14 @@ ThemedWindow {
             spacing: 0
             TextBlock { Layout.preferredWidth: 110; role: "caption"; text: "row" }
             Repeater {
-                model: ["normal", "hover", "pressed", "focused", "checked"]
+                model: gallery.stateNames
                 Cell {
                     id: rowCell
                     required property string modelData
                     look: modelData
                     ListRow {
                         objectName: "row." + rowCell.look
+                        visible: ["normal", "hover", "pressed", "focused", "checked"].indexOf(parent.look) >= 0
                         anchors.verticalCenter: parent.verticalCenter
                         width: 128
                         implicitHeight: 36
@@ -208,12 +213,13 @@ ThemedWindow {
             spacing: 0
             TextBlock { Layout.preferredWidth: 110; role: "caption"; text: "menu item" }
             Repeater {
-                model: ["normal", "hover", "pressed", "focused", "disabled"]
+                model: gallery.stateNames
                 Cell {
                     id: menuCell
                     required property string modelData
                     look: modelData
                     Rectangle {
+                        visible: menuCell.look !== "checked"
                         anchors.verticalCenter: parent.verticalCenter
                         width: 132
                         height: 40
@@ -222,6 +228,7 @@ ThemedWindow {
                         border.color: appTheme.separator
                         ActionMenuItem {
                             objectName: "menuItem." + menuCell.look
+                            visible: menuCell.look !== "checked"
                             x: 4
                             y: 4
                             width: 124
@@ -290,7 +297,12 @@ ThemedWindow {
                     actionText: "Undo"
                 }
                 PageDots { objectName: "dots.normal"; count: 4; current: 1 }
-                Row {
+            }
+        }
+        RowLayout {
+            spacing: 0
+            TextBlock { Layout.preferredWidth: 110; role: "caption"; text: "icons" }
+            Row {
                     spacing: 6
                     Repeater {
                         model: ["play", "pause", "done", "extend", "previous", "next", "today", "menu", "handle",
@@ -307,5 +319,4 @@ ThemedWindow {
                 }
             }
         }
-    }
 }

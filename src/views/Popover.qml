@@ -18,7 +18,7 @@ ThemedWindow {
     property string editingId: ""
 
     width: 380
-    height: 560
+    height: 620
     minimumWidth: 360
     minimumHeight: 420
     visible: false

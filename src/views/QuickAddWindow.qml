@@ -29,8 +29,11 @@ ThemedWindow {
         onActivated: root.controller.hide()
     }
 
+    // The frame follows the content, which the window's height follows a
+    // moment later.
     Rectangle {
-        anchors.fill: parent
+        anchors.fill: column
+        anchors.margins: -Tokens.spaceL
         color: "transparent"
         border.color: appTheme.separator
         radius: Tokens.radiusL
