@@ -1,5 +1,6 @@
 #include "IconPainter.h"
 
+#include <QCache>
 #include <QDir>
 #include <QPainter>
 #include <QSvgRenderer>
@@ -50,13 +51,26 @@ bool exists(const QString &name)
 
 QImage render(const QString &name, QSize pixels, const QColor &tint)
 {
+    // The same few icons are drawn over and over (a handle and a menu button
+    // on every row): the last drawn ones are kept, up to about 1 MB.
+    static QCache<QString, QImage> drawn(1 << 20);
+    const QString key = QStringLiteral("%1/%2x%3/%4")
+                            .arg(name)
+                            .arg(pixels.width())
+                            .arg(pixels.height())
+                            .arg(tint.rgba(), 8, 16, QLatin1Char('0'));
+    if (const QImage *kept = drawn.object(key))
+        return *kept;
     QImage image = draw(name, pixels);
-    if (image.isNull() || name == applicationIcon)
+    if (image.isNull())
         return image;
-    // The drawing's coverage stays; its colour becomes the tint.
-    QPainter painter(&image);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(image.rect(), tint);
+    if (name != applicationIcon) {
+        // The drawing's coverage stays; its colour becomes the tint.
+        QPainter painter(&image);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(image.rect(), tint);
+    }
+    drawn.insert(key, new QImage(image), int(image.sizeInBytes()));
     return image;
 }
 

@@ -108,8 +108,16 @@ ThemedWindow {
                 objectName: "routineButton"
                 iconName: "menu"
                 hint: root.popover.texts.routineTooltip
-                onClicked: routineMenu.open()
+                // Made when first opened.
+                property ActionMenu menu: null
+                onClicked: {
+                    if (!menu)
+                        menu = routineMenuComponent.createObject(routineButton)
+                    menu.open()
+                }
 
+                Component {
+                    id: routineMenuComponent
                 ActionMenu {
                     id: routineMenu
                     y: routineButton.height
@@ -147,6 +155,7 @@ ThemedWindow {
                         text: root.popover.texts.routineManage
                         onTriggered: root.popover.manageRoutines()
                     }
+                }
                 }
             }
         }
@@ -460,13 +469,23 @@ ThemedWindow {
         }
     }
 
-    // After a completion: what is next.
+    // After a completion: what is next (made only when shown).
+    Loader {
+        anchors.fill: parent
+        active: false
+        visible: root.popover.nextUpVisible
+        sourceComponent: nextUpComponent
+        onVisibleChanged: if (visible) {
+            active = true
+            item.takeFocus()
+        }
+    }
+    Component {
+        id: nextUpComponent
     Rectangle {
         objectName: "nextUpScreen"
-        anchors.fill: parent
-        visible: root.popover.nextUpVisible
         color: appTheme.window
-        onVisibleChanged: if (visible) nextUpStartButton.forceActiveFocus()
+        function takeFocus() { nextUpStartButton.forceActiveFocus() }
         MouseArea { anchors.fill: parent }
         ColumnLayout {
             anchors.fill: parent
@@ -539,6 +558,7 @@ ThemedWindow {
             }
             Item { Layout.fillHeight: true }
         }
+    }
     }
 
     // The name of a routine made from the queue.

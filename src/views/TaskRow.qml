@@ -121,62 +121,72 @@ ListRow {
             id: actionsButton
             objectName: "rowActions"
             iconName: "more"
-            opacity: row.hovered || row.activeFocus || activeFocus || actions.visible ? 1 : 0.7
+            opacity: row.hovered || row.activeFocus || activeFocus || (row.actions && row.actions.visible) ? 1 : 0.7
             //: Task row: button that opens the task's actions
             //% "Task actions"
             hint: qsTrId("popover.row.actions")
-            onClicked: actions.open()
-            ActionMenu {
-                id: actions
-                y: actionsButton.height
-                ActionMenuItem {
-                    objectName: "startNow"
-                    iconName: "play"
-                    visible: row.open && row.today && !row.model.isTaskInHand
-                    //: Task row action: make this the task in hand and start its timer
-                    //% "Start now"
-                    text: qsTrId("popover.row.startNow")
-                    onTriggered: row.popover.startNow(row.model.id)
-                }
-                ActionMenuItem {
-                    visible: row.open
-                    iconName: "rollover"
-                    //: Task row action: move the task to the next day
-                    //% "Move to tomorrow"
-                    text: qsTrId("popover.row.moveToTomorrow")
-                    onTriggered: row.popover.moveToTomorrow(row.model.id)
-                }
-                ActionMenuItem {
-                    visible: row.open && row.index > 0
-                    iconName: "up"
-                    //: Task row action: move the task one place up in the queue
-                    //% "Move up"
-                    text: qsTrId("popover.row.moveUp")
-                    onTriggered: row.popover.moveUp(row.model.id)
-                }
-                ActionMenuItem {
-                    visible: row.open && row.index < row.popover.tasks.openCount - 1
-                    iconName: "down"
-                    //: Task row action: move the task one place down in the queue
-                    //% "Move down"
-                    text: qsTrId("popover.row.moveDown")
-                    onTriggered: row.popover.moveDown(row.model.id)
-                }
-                ActionMenuItem {
-                    iconName: "edit"
-                    //: Task row action: open the task's editor
-                    //% "Edit…"
-                    text: qsTrId("popover.row.edit")
-                    onTriggered: row.editRequested()
-                }
-                ActionMenuItem {
-                    iconName: "close"
-                    danger: true
-                    //: Task row action: delete the task
-                    //% "Delete"
-                    text: qsTrId("popover.row.delete")
-                    onTriggered: row.popover.deleteTask(row.model.id)
-                }
+            onClicked: row.openActions()
+        }
+    }
+
+    // The actions menu is made when first opened: most rows never need one.
+    property ActionMenu actions: null
+    function openActions() {
+        if (!row.actions)
+            row.actions = actionsMenu.createObject(actionsButton)
+        row.actions.open()
+    }
+    Component {
+        id: actionsMenu
+        ActionMenu {
+            y: actionsButton.height
+            ActionMenuItem {
+                objectName: "startNow"
+                iconName: "play"
+                visible: row.open && row.today && !row.model.isTaskInHand
+                //: Task row action: make this the task in hand and start its timer
+                //% "Start now"
+                text: qsTrId("popover.row.startNow")
+                onTriggered: row.popover.startNow(row.model.id)
+            }
+            ActionMenuItem {
+                visible: row.open
+                iconName: "rollover"
+                //: Task row action: move the task to the next day
+                //% "Move to tomorrow"
+                text: qsTrId("popover.row.moveToTomorrow")
+                onTriggered: row.popover.moveToTomorrow(row.model.id)
+            }
+            ActionMenuItem {
+                visible: row.open && row.index > 0
+                iconName: "up"
+                //: Task row action: move the task one place up in the queue
+                //% "Move up"
+                text: qsTrId("popover.row.moveUp")
+                onTriggered: row.popover.moveUp(row.model.id)
+            }
+            ActionMenuItem {
+                visible: row.open && row.index < row.popover.tasks.openCount - 1
+                iconName: "down"
+                //: Task row action: move the task one place down in the queue
+                //% "Move down"
+                text: qsTrId("popover.row.moveDown")
+                onTriggered: row.popover.moveDown(row.model.id)
+            }
+            ActionMenuItem {
+                iconName: "edit"
+                //: Task row action: open the task's editor
+                //% "Edit…"
+                text: qsTrId("popover.row.edit")
+                onTriggered: row.editRequested()
+            }
+            ActionMenuItem {
+                iconName: "close"
+                danger: true
+                //: Task row action: delete the task
+                //% "Delete"
+                text: qsTrId("popover.row.delete")
+                onTriggered: row.popover.deleteTask(row.model.id)
             }
         }
     }
@@ -200,7 +210,7 @@ ListRow {
             const view = row.listView
             Qt.callLater(() => { view.currentIndex = Math.max(0, Math.min(to, view.count - 1)) })
         } else if (event.key === Qt.Key_Menu) {
-            actions.open()
+            row.openActions()
         } else {
             return
         }
