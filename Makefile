@@ -9,7 +9,7 @@ ifdef CI
 CMAKE_FLAGS += -DTARNWELL_WERROR=ON
 endif
 
-.PHONY: setup configure build run test test-asan bench fuzz lupdate clean
+.PHONY: setup configure build run test test-asan bench fuzz lupdate format lint lint-all clean
 
 setup:
 	@scripts/setup.sh
@@ -40,6 +40,18 @@ bench: setup
 
 fuzz: setup
 	@fuzz/build-and-run.sh $(or $(FUZZ_SECONDS),600)
+
+# Rewrites every C++ file in the house style.
+format:
+	@tools/lint.sh format
+
+# Style, QML and static analysis; clang-tidy looks at what changed against
+# main (lint-all: at everything). Needs the build's compile database.
+lint: build
+	@JOBS=$(JOBS) tools/lint.sh check $(BUILD)
+
+lint-all: build
+	@JOBS=$(JOBS) tools/lint.sh all $(BUILD)
 
 lupdate: configure
 	@cmake --build $(BUILD) --target lupdate

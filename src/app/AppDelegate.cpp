@@ -203,7 +203,7 @@ void AppDelegate::installMainInterface()
 
     // 4. The idle monitor, over the desktop's idle time and session events.
     m_sessionEvents = std::make_unique<platform::LinuxSessionEvents>();
-    m_idleMonitor = std::make_unique<IdleMonitor>(*m_activeTasks, *m_settings, platform::IdleTimeSources::find(),
+    m_idleMonitor = std::make_unique<IdleMonitor>(*m_activeTasks, *m_settings, platform::IdleTimeSources::find(m_clock),
                                                   m_sessionEvents.get(), m_clock);
     m_idleMonitor->start();
     m_awayBanner = std::make_unique<AwayBanner>(*m_idleMonitor, *m_activeTasks);
@@ -379,8 +379,10 @@ void AppDelegate::applicationWillTerminate()
     m_popoverKeys.reset();
     m_hotkeyBackend.reset();
     if (m_menuBarController) {
+        const bool exported = m_menuBarController->statusItemExported();
         m_menuBarController.reset();
-        qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
+        if (exported)
+            qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
     }
     m_dayChange.reset();
     // Away time and notification actions, then the windows and their models,

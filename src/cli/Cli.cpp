@@ -368,7 +368,7 @@ int Cli::list(const QStringList &arguments)
     }
     if (tasks.isEmpty())
         m_out << CliTexts::listEmpty() << Qt::endl;
-    for (const QJsonValue &value : tasks) {
+    for (const auto &value : tasks) {
         const QJsonObject t = value.toObject();
         const bool done = t.value(QStringLiteral("completed")).toBool() || t.value(QStringLiteral("archived")).toBool();
         QString line =

@@ -37,10 +37,10 @@ void messageHandler(QtMsgType type, const QMessageLogContext &context, const QSt
 
 QString agentPath()
 {
-    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/tarnwell-agent");
+    QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/tarnwell-agent");
     if (QFileInfo(beside).isExecutable())
         return beside;
-    const QString installed =
+    QString installed =
         QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/tarnwell/tarnwell-agent"));
     if (QFileInfo(installed).isExecutable())
         return installed;

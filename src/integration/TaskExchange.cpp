@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <ranges>
 
 namespace tarnwell::TaskExchange {
 
@@ -484,8 +485,8 @@ ImportSummary apply(const Document &document, StoreContext &context, DayReposito
         context.save();
     } catch (...) {
         // Nothing of a refused import stays behind, not even in memory.
-        for (auto it = added.rbegin(); it != added.rend(); ++it)
-            context.deleteObject(*it);
+        for (auto *object : std::views::reverse(added))
+            context.deleteObject(object);
         throw;
     }
     return summary;

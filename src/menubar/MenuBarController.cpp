@@ -39,6 +39,11 @@ MenuBarController::~MenuBarController()
     remove();
 }
 
+bool MenuBarController::statusItemExported() const
+{
+    return m_item && m_item->isExported();
+}
+
 void MenuBarController::install()
 {
     if (m_item)
@@ -71,7 +76,8 @@ void MenuBarController::install()
     rebuild();
     push();
     updateFallback();
-    qCInfo(lcMenuBar).noquote() << QStringLiteral("Status item installed as %1").arg(m_item->serviceName());
+    if (m_item->isExported())
+        qCInfo(lcMenuBar).noquote() << QStringLiteral("Status item installed as %1").arg(m_item->serviceName());
 }
 
 void MenuBarController::triggerMenuEntry(int id)

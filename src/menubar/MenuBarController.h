@@ -60,6 +60,8 @@ public:
     void remove();
     bool isInstalled() const { return bool(m_item); }
     platform::StatusNotifierItem *statusItem() const { return m_item.get(); }
+    // True once the item is on the session bus, so that taking it down means something.
+    bool statusItemExported() const;
 
     const MenuBarPresentation &presentation() const { return m_presentation; }
     bool showingDayDone() const { return m_showingDayDone; }

@@ -29,7 +29,7 @@ int TaskRepository::characterCount(const QString &text)
 
 QString TaskRepository::validatedTitle(const QString &title)
 {
-    const QString trimmed = title.trimmed();
+    QString trimmed = title.trimmed();
     if (trimmed.isEmpty())
         throw RepositoryError::titleEmpty();
     if (characterCount(trimmed) > Limits::titleCharacters)

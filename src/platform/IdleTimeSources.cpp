@@ -85,7 +85,7 @@ IdleSecondsProvider xScreenSaver()
     return read;
 }
 
-IdleSecondsProvider find(const QDBusConnection &bus)
+IdleSecondsProvider find(Clock clock, const QDBusConnection &bus)
 {
     if (IdleSecondsProvider source = mutter(bus)) {
         qCInfo(lcServices).noquote() << QStringLiteral("Idle time from org.gnome.Mutter.IdleMonitor");
@@ -101,9 +101,11 @@ IdleSecondsProvider find(const QDBusConnection &bus)
             qCInfo(lcServices).noquote() << QStringLiteral("Idle time from the XScreenSaver extension");
             return source;
         }
+    } else if (IdleSecondsProvider source = extIdleNotify(std::move(clock))) {
+        qCInfo(lcServices).noquote() << QStringLiteral("Idle time from the compositor's ext-idle-notify-v1");
+        return source;
     }
-    qCInfo(lcServices).noquote() << QStringLiteral(
-        "No idle-time source answers (ext-idle-notify-v1 is not supported yet)");
+    qCInfo(lcServices).noquote() << QStringLiteral("No idle-time source answers");
     return {};
 }
 

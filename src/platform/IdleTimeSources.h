@@ -17,10 +17,16 @@ IdleSecondsProvider mutter(const QDBusConnection &bus);
 IdleSecondsProvider screenSaver(const QDBusConnection &bus);
 // X11 sessions: the XScreenSaver extension of the X server in $DISPLAY.
 IdleSecondsProvider xScreenSaver();
+// Other Wayland compositors: ext-idle-notify-v1 on the compositor in
+// $WAYLAND_DISPLAY. Below `timeout` the idle time reads as 0; from there on
+// it is the timeout plus the time since the compositor said so, by `clock`.
+// Reads nothing once the compositor has gone.
+IdleSecondsProvider extIdleNotify(Clock clock, std::chrono::milliseconds timeout = std::chrono::seconds(30));
 
-// The first source that answers, in the order above, with the choice logged;
-// an empty provider (idle checks off) when none does.
-IdleSecondsProvider find(const QDBusConnection &bus = QDBusConnection::sessionBus());
+// The first source that answers, in the order above (XScreenSaver only
+// outside Wayland sessions, ext-idle-notify-v1 only inside them), with the
+// choice logged; an empty provider (idle checks off) when none does.
+IdleSecondsProvider find(Clock clock, const QDBusConnection &bus = QDBusConnection::sessionBus());
 
 } // namespace IdleTimeSources
 } // namespace tarnwell::platform

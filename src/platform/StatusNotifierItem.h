@@ -88,6 +88,8 @@ public:
     // the item and reports a panel that shows items.
     bool available() const { return m_available; }
     bool isRegistered() const { return m_registered; }
+    // True once the item's object is on the session bus.
+    bool isExported() const { return m_exported; }
     // The bus name the watcher knows us by.
     QString serviceName() const { return m_serviceName; }
 

@@ -9,7 +9,7 @@
 #include <cstdint>
 
 struct xcb_connection_t;
-struct _XCBKeySymbols;
+struct _XCBKeySymbols; // NOLINT(bugprone-reserved-identifier): xcb-keysyms names its type so
 
 namespace tarnwell::platform {
 

@@ -9,7 +9,7 @@ QString clock(qint64 seconds)
     const quint64 hours = a / 3600;
     const int minutes = int((a % 3600) / 60);
     const int secs = int(a % 60);
-    const QString text = hours == 0
+    QString text = hours == 0
         ? QString::asprintf("%02d:%02d", minutes, secs)
         : QString::asprintf("%llu:%02d:%02d", static_cast<unsigned long long>(hours), minutes, secs);
     if (seconds < 0)

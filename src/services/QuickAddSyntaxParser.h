@@ -49,7 +49,7 @@ public:
 
     // None when there is nothing to add: a blank line, a lone "!", or an empty
     // title once the tail is taken off.
-    static std::optional<QuickAddResult> parse(const QString &text, const QDateTime &now, const Calendar &calendar);
+    static std::optional<QuickAddResult> parse(const QString &input, const QDateTime &now, const Calendar &calendar);
 
     // The tail read all or nothing; none when any word does not fit.
     static std::optional<Tail> parseTail(QStringView tail, const QDateTime &now, const Calendar &calendar);

@@ -57,7 +57,7 @@ Q_SIGNALS:
 
 private:
     bool ensureWindow();
-    void onHotkey(const QString &action);
+    void onHotkey(const QString &name);
 
     PopoverModel &m_model;
     UiEngine &m_ui;

@@ -21,6 +21,7 @@
 #include "settings/AppSettingsStore.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace tarnwell {
 
@@ -435,8 +436,8 @@ void PopoverModel::moveOverflowToTomorrow()
         placements.append(repository.placement(t));
     // Each lands at the head of tomorrow: moving the last first keeps their order.
     const bool moved = attempt([&] {
-        for (auto it = moving.crbegin(); it != moving.crend(); ++it)
-            repository.moveToNextDay(*it);
+        for (Task *task : std::views::reverse(moving))
+            repository.moveToNextDay(task);
     });
     if (!moved)
         return;

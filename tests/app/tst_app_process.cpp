@@ -189,6 +189,9 @@ private Q_SLOTS:
         QVERIFY(app.log().contains(QStringLiteral("No D-Bus session bus")));
         app.terminate();
         QVERIFY(app.finish());
+        // No item was ever on a bus, so none was put up or taken down.
+        for (const char *claim : {"Status item installed", "Removed the status item"})
+            QVERIFY2(!app.log().contains(QLatin1String(claim)), qPrintable(app.log()));
     }
 };
 

@@ -90,7 +90,7 @@ private Q_SLOTS:
         const QJsonObject status =
             QJsonDocument::fromJson(call(QStringLiteral("Status")).arguments().value(0).toString().toUtf8()).object();
         QStringList order;
-        for (const QJsonValue &t : status.value(QStringLiteral("queue")).toArray())
+        for (const auto &t : status.value(QStringLiteral("queue")).toArray())
             order << t.toObject().value(QStringLiteral("title")).toString();
         QCOMPARE(
             order,

@@ -8,51 +8,12 @@
 #include "persistence/TaskRepository.h"
 #include "settings/AppSettingsStore.h"
 #include "support/AppProcess.h"
+#include "support/Desktop.h"
 #include "support/FakeNotificationServer.h"
-#include "support/FakeStatusNotifierWatcher.h"
 
-#include <QDBusPendingCallWatcher>
-#include <QDBusVariant>
-#include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace tarnwell;
-
-namespace {
-
-// The panel's side of the status item: only its label is read here.
-class Panel
-{
-public:
-    Panel()
-    {
-        m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), &m_object, QDBusConnection::ExportAdaptors);
-        m_bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
-    }
-    ~Panel() { m_bus.unregisterService(QStringLiteral("org.kde.StatusNotifierWatcher")); }
-
-    QString label()
-    {
-        if (m_watcher->services.isEmpty())
-            return {};
-        QDBusMessage get =
-            QDBusMessage::createMethodCall(m_watcher->services.last(), QStringLiteral("/StatusNotifierItem"),
-                                           QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-        get << QStringLiteral("org.kde.StatusNotifierItem") << QStringLiteral("XAyatanaLabel");
-        QDBusPendingCallWatcher pending(m_bus.asyncCall(get, 5000));
-        if (!pending.isFinished())
-            QSignalSpy(&pending, &QDBusPendingCallWatcher::finished).wait(6000);
-        return pending.reply().arguments().value(0).value<QDBusVariant>().variant().toString();
-    }
-
-private:
-    QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
-    WatcherObject m_object;
-    FakeWatcher *m_watcher = new FakeWatcher(&m_object);
-};
-
-} // namespace
 
 class EndToEndNotificationsTest : public QObject
 {

@@ -44,6 +44,8 @@ export TARNWELL_TEST_ROOT="$root"
 # Never talk to the developer's own session.
 export DBUS_SESSION_BUS_ADDRESS="unix:path=$root/runtime/no-bus"
 export DBUS_SYSTEM_BUS_ADDRESS="unix:path=$root/runtime/no-system-bus"
+# Nor to the developer's Wayland compositor (tests that need one start a stand-in).
+unset WAYLAND_DISPLAY WAYLAND_SOCKET XDG_SESSION_TYPE || true
 unset JOURNAL_STREAM || true
 
 if [ $want_system_bus -eq 1 ]; then

@@ -70,8 +70,8 @@ private Q_SLOTS:
         QTemporaryDir dir;
         const QString file = dir.filePath(QStringLiteral("Tarnwell.sqlite"));
         QByteArray garbage(8192, '\0');
-        for (int i = 0; i < garbage.size(); ++i)
-            garbage[i] = char(QRandomGenerator::global()->bounded(256));
+        for (char &byte : garbage)
+            byte = char(QRandomGenerator::global()->bounded(256));
         garbage.replace(0, 16, "not a database!!");
         {
             QFile f(file);

@@ -29,21 +29,19 @@ public:
             ::close(fd);
     }
     QList<int> readEnds; // one per Inhibit, in order
-    QStringList inhibitions;
+    QStringList inhibitions; // "what|mode" per Inhibit
 
     // Whether every holder of the latest inhibitor has closed it.
     bool latestReleased() const
     {
-        if (readEnds.isEmpty())
-            return true;
-        pollfd p{readEnds.last(), POLLIN, 0};
-        return ::poll(&p, 1, 0) == 1 && (p.revents & POLLHUP);
+        pollfd p{readEnds.value(readEnds.size() - 1, -1), POLLIN, 0};
+        return p.fd < 0 || (::poll(&p, 1, 0) == 1 && (p.revents & POLLHUP));
     }
 
 public Q_SLOTS:
-    QDBusUnixFileDescriptor Inhibit(const QString &what, const QString &who, const QString &why, const QString &mode)
+    QDBusUnixFileDescriptor Inhibit(const QString &what, const QString &, const QString &, const QString &mode)
     {
-        inhibitions << what + QLatin1Char('|') + who + QLatin1Char('|') + why + QLatin1Char('|') + mode;
+        inhibitions << what + QLatin1Char('|') + mode;
         int fds[2];
         if (::pipe(fds) != 0)
             return {};
@@ -52,13 +50,13 @@ public Q_SLOTS:
         ::close(fds[1]);
         return handed;
     }
-    QDBusObjectPath GetSessionByPID(uint)
-    {
-        return QDBusObjectPath(QStringLiteral("/org/freedesktop/login1/session/_31"));
-    }
+    QDBusObjectPath GetSessionByPID(uint) { return QDBusObjectPath(sessionPath); }
 
 Q_SIGNALS:
     void PrepareForSleep(bool start);
+
+public:
+    static inline const QString sessionPath = QStringLiteral("/org/freedesktop/login1/session/_31");
 };
 
 class FakeLogindSession : public QDBusAbstractAdaptor
@@ -79,39 +77,27 @@ public:
 class FakeLogind
 {
 public:
-    FakeLogind()
-        : m_bus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("fake-logind")))
-    {
-    }
-    ~FakeLogind()
-    {
-        m_bus.unregisterService(QStringLiteral("org.freedesktop.login1"));
-        m_bus.unregisterObject(sessionPath());
-        m_bus.unregisterObject(QStringLiteral("/org/freedesktop/login1"));
-    }
+    ~FakeLogind() { m_bus.unregisterService(QStringLiteral("org.freedesktop.login1")); }
     bool start()
     {
         return m_bus.registerObject(QStringLiteral("/org/freedesktop/login1"), &m_managerObject) &&
-            m_bus.registerObject(sessionPath(), &m_sessionObject) &&
+            m_bus.registerObject(FakeLogindManager::sessionPath, &m_sessionObject) &&
             m_bus.registerService(QStringLiteral("org.freedesktop.login1"));
     }
-    static QString sessionPath() { return QStringLiteral("/org/freedesktop/login1/session/_31"); }
-
     void prepareForSleep(bool start) { Q_EMIT manager->PrepareForSleep(start); }
-    void setSession(const QString &property, bool value)
+    void setSession(const char *property, bool value)
     {
-        if (property == QLatin1String("LockedHint"))
-            session->lockedHint = value;
-        else
-            session->active = value;
-        QDBusMessage changed = QDBusMessage::createSignal(
-            sessionPath(), QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("PropertiesChanged"));
-        changed << QStringLiteral("org.freedesktop.login1.Session") << QVariantMap{{property, value}} << QStringList();
+        session->setProperty(property, value);
+        QDBusMessage changed = QDBusMessage::createSignal(FakeLogindManager::sessionPath,
+                                                          QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                          QStringLiteral("PropertiesChanged"));
+        changed << QStringLiteral("org.freedesktop.login1.Session")
+                << QVariantMap{{QString::fromLatin1(property), value}} << QStringList();
         m_bus.send(changed);
     }
 
 private:
-    QDBusConnection m_bus;
+    QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("fake-logind"));
     QObject m_managerObject;
     QObject m_sessionObject;
 

@@ -27,22 +27,13 @@ public:
         uint id = 0;
     };
 
-    explicit FakeNotificationServer(const QString &connectionName = QStringLiteral("notification-server"))
-        : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName))
-    {
-    }
-    ~FakeNotificationServer() override { stop(); }
+    ~FakeNotificationServer() override { m_bus.unregisterService(QStringLiteral("org.freedesktop.Notifications")); }
 
     bool start()
     {
         return m_bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
                                     QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals) &&
             m_bus.registerService(QStringLiteral("org.freedesktop.Notifications"));
-    }
-    void stop()
-    {
-        m_bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
-        m_bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
     }
 
     // The user's part.
@@ -78,10 +69,9 @@ Q_SIGNALS:
     void NotificationClosed(uint id, uint reason);
     void ActionInvoked(uint id, const QString &actionKey);
     void ActivationToken(uint id, const QString &activationToken);
-    // Not exported usefully; lets a test wait for the next Notify.
-    void notified();
+    void notified(); // lets a test wait for the next Notify
 
 private:
-    QDBusConnection m_bus;
+    QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("notifications"));
     uint m_lastId = 0;
 };

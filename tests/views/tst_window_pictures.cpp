@@ -101,7 +101,8 @@ private Q_SLOTS:
         for (QWindow *w : QGuiApplication::topLevelWindows())
             if (w->isVisible())
                 first = qobject_cast<QQuickWindow *>(w);
-        QVERIFY(first);
+        if (!first)
+            QFAIL("the first-run window is not shown");
         QCOMPARE(first->title(), title);
         QTest::qWait(theme.motionMedium() + 100);
         save(first, QStringLiteral("onboarding"), dark, language, theme);
