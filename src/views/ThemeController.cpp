@@ -119,8 +119,8 @@ ThemeController::Accent ThemeController::accentFrom(const QColor &seed) const
     Accent a;
     // The soft tint: as much of the seed as leaves the secondary and danger
     // texts readable on it.
-    for (double t = dark() ? 0.2 : 0.12; t > 0.01; t -= 0.01) {
-        a.soft = mix(surface(), seed, t);
+    for (int percent = dark() ? 20 : 12; percent > 1; --percent) {
+        a.soft = mix(surface(), seed, percent / 100.0);
         if (contrast(secondaryText(), a.soft) >= textTarget && contrast(danger(), a.soft) >= textTarget)
             break;
     }

@@ -151,10 +151,12 @@ class GalleryTest : public QObject
                 const QColor outside = picture.at(box.left() - 1.5, y);
                 const QColor inside = picture.at(box.left() + width + 0.5, y);
                 double against = 1;
-                for (qreal x = box.left(); x < box.left() + width; x += 0.5)
-                    against = std::max(against,
-                                       std::min(ThemeController::contrast(picture.at(x, y), outside),
-                                                ThemeController::contrast(picture.at(x, y), inside)));
+                for (int step = 0; step < int(width * 2); ++step) {
+                    const QColor line = picture.at(box.left() + step / 2.0, y);
+                    against = std::max(
+                        against,
+                        std::min(ThemeController::contrast(line, outside), ThemeController::contrast(line, inside)));
+                }
                 if (against < 3)
                     failures << QStringLiteral("%1: focus ring %2:1 against %3 / %4")
                                     .arg(where)
