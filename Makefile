@@ -2,6 +2,8 @@
 BUILD      ?= build
 BUILD_ASAN ?= build-asan
 BUILD_BENCH?= build-bench
+BUILD_DEB  ?= build-deb
+PREFIX     ?= /usr/local
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS?=
 
@@ -9,7 +11,7 @@ ifdef CI
 CMAKE_FLAGS += -DTARNWELL_WERROR=ON
 endif
 
-.PHONY: setup configure build run test test-asan bench fuzz lupdate format lint lint-all clean
+.PHONY: setup configure build run test test-asan bench fuzz lupdate format lint lint-all install deb clean
 
 setup:
 	@scripts/setup.sh
@@ -41,6 +43,17 @@ bench: setup
 fuzz: setup
 	@fuzz/build-and-run.sh $(or $(FUZZ_SECONDS),600)
 
+# Installs the programs and what tells the desktop about them under PREFIX.
+install: build
+	@cmake --install $(BUILD) --prefix $(PREFIX)
+
+# A Debian package of a Release build, installed under /usr, checked by lintian.
+deb: setup
+	@cmake -S . -B $(BUILD_DEB) -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr -DTARNWELL_TESTS=OFF $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD_DEB) -j $(JOBS)
+	@cd $(BUILD_DEB) && cpack >/dev/null && ls -1 $(CURDIR)/$(BUILD_DEB)/*.deb
+	@lintian --info $(BUILD_DEB)/*.deb
+
 # Rewrites every C++ file in the house style.
 format:
 	@tools/lint.sh format
@@ -57,4 +70,4 @@ lupdate: configure
 	@cmake --build $(BUILD) --target lupdate
 
 clean:
-	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH)
+	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_BENCH) $(BUILD_DEB)

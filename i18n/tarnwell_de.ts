@@ -1226,5 +1226,103 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>`tarnwell --help`: the option that asks the running program for one of its actions; keep the action names</extracomment>
         <translation>Das laufende Programm um eine Aktion bitten: quick-add, open-today oder toggle-popover (für ein Tastenkürzel des Desktops).</translation>
     </message>
+    <message id="day.navigator.today">
+        <source>Today</source>
+        <extracomment>Widget header - the current day</extracomment>
+        <translation>Heute</translation>
+    </message>
+    <message id="summary.zero">
+        <source>No tasks completed yet</source>
+        <extracomment>Widget summary when nothing is done yet</extracomment>
+        <translation>Noch keine Aufgabe erledigt</translation>
+    </message>
+    <message id="summary.done" numerus="yes">
+        <source>%n done</source>
+        <extracomment>Plural - completed task count</extracomment>
+        <translation>
+            <numerusform>%n erledigt</numerusform>
+            <numerusform>%n erledigt</numerusform>
+        </translation>
+    </message>
+    <message id="duration.unit.minutes">
+        <source>min</source>
+        <extracomment>Short minutes unit, e.g. min</extracomment>
+        <translation>Min.</translation>
+    </message>
+    <message id="widget.empty.notRunning">
+        <source>Tarnwell is not running</source>
+        <extracomment>Desktop widget and status bar when there is nothing current to show</extracomment>
+        <translation>Tarnwell läuft nicht</translation>
+    </message>
+    <message id="widget.empty.nothingQueued">
+        <source>Nothing left for today</source>
+        <extracomment>Desktop widget and status bar when today has no open task</extracomment>
+        <translation>Für heute ist nichts mehr offen</translation>
+    </message>
+    <message id="widget.upNext">
+        <source>Up next</source>
+        <extracomment>Desktop widget: heading of the tasks after the task in hand</extracomment>
+        <translation>Als Nächstes</translation>
+    </message>
+    <message id="widget.action.done">
+        <source>Done</source>
+        <extracomment>Desktop widget: button that marks the task in hand done</extracomment>
+        <translation>Erledigt</translation>
+    </message>
+    <message id="widget.rolledOver">
+        <source>Carried over from an earlier day</source>
+        <extracomment>Desktop widget: marks a task carried over from an earlier day (screen readers, tooltip)</extracomment>
+        <translation>Von einem früheren Tag übernommen</translation>
+    </message>
+    <message id="widget.cli.summary">
+        <source>Shows the task in hand and its countdown on the desktop or in a status bar.</source>
+        <extracomment>tarnwell-widget --help: first line</extracomment>
+        <translation>Zeigt die aktuelle Aufgabe und ihren Countdown auf dem Desktop oder in einer Statusleiste.</translation>
+    </message>
+    <message id="widget.cli.placement">
+        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop&apos;s autostart to have it at every login.</source>
+        <extracomment>tarnwell-widget --help: how to place the desktop window; keep the option names and the class name as they are</extracomment>
+        <translation>Ohne Option öffnet sich ein kleines Fenster auf dem Desktop. Ziehen Sie es, um es zu verschieben, oder starten Sie es mit --position X,Y. In einem kachelnden Fenstermanager lassen Sie Fenster der Klasse tarnwell-widget schweben. Nehmen Sie den Befehl in den Autostart Ihres Desktops auf, um das Fenster bei jeder Anmeldung zu haben.</translation>
+    </message>
+    <message id="widget.cli.waybar">
+        <source>Print one JSON line per change for a waybar custom module (return-type json).</source>
+        <extracomment>tarnwell-widget --help: the --waybar option</extracomment>
+        <translation>Bei jeder Änderung eine JSON-Zeile für ein eigenes waybar-Modul ausgeben (return-type json).</translation>
+    </message>
+    <message id="widget.cli.format">
+        <source>Print one line per change from a template for polybar, i3blocks and others. Fields: {title} {time} {state} {percentage} {done} {total} {next} {summary} {planned} {day}.</source>
+        <extracomment>tarnwell-widget --help: the --format option; keep the names in braces as they are</extracomment>
+        <translation>Bei jeder Änderung eine Zeile nach einer Vorlage für polybar, i3blocks und andere ausgeben. Felder: {title} {time} {state} {percentage} {done} {total} {next} {summary} {planned} {day}.</translation>
+    </message>
+    <message id="widget.cli.seconds">
+        <source>Count down in seconds in the status bar instead of whole minutes.</source>
+        <extracomment>tarnwell-widget --help: the --seconds option</extracomment>
+        <translation>In der Statusleiste sekundengenau statt in ganzen Minuten herunterzählen.</translation>
+    </message>
+    <message id="widget.cli.toggle">
+        <source>Start or pause the timer of the task in hand, then exit.</source>
+        <extracomment>tarnwell-widget --help: the --toggle option</extracomment>
+        <translation>Den Timer der aktuellen Aufgabe starten oder anhalten, dann beenden.</translation>
+    </message>
+    <message id="widget.cli.done">
+        <source>Mark the task in hand done, then exit.</source>
+        <extracomment>tarnwell-widget --help: the --done option</extracomment>
+        <translation>Die aktuelle Aufgabe als erledigt markieren, dann beenden.</translation>
+    </message>
+    <message id="widget.cli.position">
+        <source>Place the desktop window with its top left corner at X,Y.</source>
+        <extracomment>tarnwell-widget --help: the --position option</extracomment>
+        <translation>Das Desktop-Fenster mit der linken oberen Ecke bei X,Y platzieren.</translation>
+    </message>
+    <message id="widget.cli.noTask">
+        <source>There is no task in hand, or Tarnwell is not running.</source>
+        <extracomment>tarnwell-widget --toggle or --done when there is no task to act on</extracomment>
+        <translation>Es gibt keine aktuelle Aufgabe, oder Tarnwell läuft nicht.</translation>
+    </message>
+    <message id="widget.cli.commandFailed">
+        <source>Could not pass the command to Tarnwell: %1</source>
+        <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
+        <translation>Der Befehl konnte nicht an Tarnwell übergeben werden: %1</translation>
+    </message>
 </context>
 </TS>

@@ -1226,5 +1226,103 @@ Pruebe «tarnwell %2 --help».</translation>
         <extracomment>`tarnwell --help`: the option that asks the running program for one of its actions; keep the action names</extracomment>
         <translation>Pide una acción al programa en marcha: quick-add, open-today o toggle-popover (para un atajo del escritorio).</translation>
     </message>
+    <message id="day.navigator.today">
+        <source>Today</source>
+        <extracomment>Widget header - the current day</extracomment>
+        <translation>Hoy</translation>
+    </message>
+    <message id="summary.zero">
+        <source>No tasks completed yet</source>
+        <extracomment>Widget summary when nothing is done yet</extracomment>
+        <translation>Aún no hay tareas completadas</translation>
+    </message>
+    <message id="summary.done" numerus="yes">
+        <source>%n done</source>
+        <extracomment>Plural - completed task count</extracomment>
+        <translation>
+            <numerusform>%n hecha</numerusform>
+            <numerusform>%n hechas</numerusform>
+        </translation>
+    </message>
+    <message id="duration.unit.minutes">
+        <source>min</source>
+        <extracomment>Short minutes unit, e.g. min</extracomment>
+        <translation>min</translation>
+    </message>
+    <message id="widget.empty.notRunning">
+        <source>Tarnwell is not running</source>
+        <extracomment>Desktop widget and status bar when there is nothing current to show</extracomment>
+        <translation>Tarnwell no se está ejecutando</translation>
+    </message>
+    <message id="widget.empty.nothingQueued">
+        <source>Nothing left for today</source>
+        <extracomment>Desktop widget and status bar when today has no open task</extracomment>
+        <translation>No queda nada para hoy</translation>
+    </message>
+    <message id="widget.upNext">
+        <source>Up next</source>
+        <extracomment>Desktop widget: heading of the tasks after the task in hand</extracomment>
+        <translation>A continuación</translation>
+    </message>
+    <message id="widget.action.done">
+        <source>Done</source>
+        <extracomment>Desktop widget: button that marks the task in hand done</extracomment>
+        <translation>Hecho</translation>
+    </message>
+    <message id="widget.rolledOver">
+        <source>Carried over from an earlier day</source>
+        <extracomment>Desktop widget: marks a task carried over from an earlier day (screen readers, tooltip)</extracomment>
+        <translation>Traída de un día anterior</translation>
+    </message>
+    <message id="widget.cli.summary">
+        <source>Shows the task in hand and its countdown on the desktop or in a status bar.</source>
+        <extracomment>tarnwell-widget --help: first line</extracomment>
+        <translation>Muestra la tarea en curso y su cuenta atrás en el escritorio o en una barra de estado.</translation>
+    </message>
+    <message id="widget.cli.placement">
+        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop&apos;s autostart to have it at every login.</source>
+        <extracomment>tarnwell-widget --help: how to place the desktop window; keep the option names and the class name as they are</extracomment>
+        <translation>Sin opciones abre una pequeña ventana en el escritorio. Arrástrela para moverla o iníciela con --position X,Y. En un gestor de ventanas en mosaico, deje flotar las ventanas de la clase tarnwell-widget. Añada la orden al inicio automático de su escritorio para tenerla en cada sesión.</translation>
+    </message>
+    <message id="widget.cli.waybar">
+        <source>Print one JSON line per change for a waybar custom module (return-type json).</source>
+        <extracomment>tarnwell-widget --help: the --waybar option</extracomment>
+        <translation>Imprime una línea JSON por cada cambio para un módulo personalizado de waybar (return-type json).</translation>
+    </message>
+    <message id="widget.cli.format">
+        <source>Print one line per change from a template for polybar, i3blocks and others. Fields: {title} {time} {state} {percentage} {done} {total} {next} {summary} {planned} {day}.</source>
+        <extracomment>tarnwell-widget --help: the --format option; keep the names in braces as they are</extracomment>
+        <translation>Imprime una línea por cada cambio a partir de una plantilla para polybar, i3blocks y otros. Campos: {title} {time} {state} {percentage} {done} {total} {next} {summary} {planned} {day}.</translation>
+    </message>
+    <message id="widget.cli.seconds">
+        <source>Count down in seconds in the status bar instead of whole minutes.</source>
+        <extracomment>tarnwell-widget --help: the --seconds option</extracomment>
+        <translation>Cuenta atrás en segundos en la barra de estado en lugar de minutos enteros.</translation>
+    </message>
+    <message id="widget.cli.toggle">
+        <source>Start or pause the timer of the task in hand, then exit.</source>
+        <extracomment>tarnwell-widget --help: the --toggle option</extracomment>
+        <translation>Inicia o pausa el temporizador de la tarea en curso y sale.</translation>
+    </message>
+    <message id="widget.cli.done">
+        <source>Mark the task in hand done, then exit.</source>
+        <extracomment>tarnwell-widget --help: the --done option</extracomment>
+        <translation>Marca como hecha la tarea en curso y sale.</translation>
+    </message>
+    <message id="widget.cli.position">
+        <source>Place the desktop window with its top left corner at X,Y.</source>
+        <extracomment>tarnwell-widget --help: the --position option</extracomment>
+        <translation>Coloca la ventana del escritorio con su esquina superior izquierda en X,Y.</translation>
+    </message>
+    <message id="widget.cli.noTask">
+        <source>There is no task in hand, or Tarnwell is not running.</source>
+        <extracomment>tarnwell-widget --toggle or --done when there is no task to act on</extracomment>
+        <translation>No hay ninguna tarea en curso, o Tarnwell no se está ejecutando.</translation>
+    </message>
+    <message id="widget.cli.commandFailed">
+        <source>Could not pass the command to Tarnwell: %1</source>
+        <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
+        <translation>No se pudo pasar la orden a Tarnwell: %1</translation>
+    </message>
 </context>
 </TS>

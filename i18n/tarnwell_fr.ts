@@ -1226,5 +1226,103 @@ Essayez « tarnwell %2 --help ».</translation>
         <extracomment>`tarnwell --help`: the option that asks the running program for one of its actions; keep the action names</extracomment>
         <translation>Demander une action au programme en cours : quick-add, open-today ou toggle-popover (pour un raccourci du bureau).</translation>
     </message>
+    <message id="day.navigator.today">
+        <source>Today</source>
+        <extracomment>Widget header - the current day</extracomment>
+        <translation>Aujourd’hui</translation>
+    </message>
+    <message id="summary.zero">
+        <source>No tasks completed yet</source>
+        <extracomment>Widget summary when nothing is done yet</extracomment>
+        <translation>Aucune tâche terminée pour l’instant</translation>
+    </message>
+    <message id="summary.done" numerus="yes">
+        <source>%n done</source>
+        <extracomment>Plural - completed task count</extracomment>
+        <translation>
+            <numerusform>%n terminée</numerusform>
+            <numerusform>%n terminées</numerusform>
+        </translation>
+    </message>
+    <message id="duration.unit.minutes">
+        <source>min</source>
+        <extracomment>Short minutes unit, e.g. min</extracomment>
+        <translation>min</translation>
+    </message>
+    <message id="widget.empty.notRunning">
+        <source>Tarnwell is not running</source>
+        <extracomment>Desktop widget and status bar when there is nothing current to show</extracomment>
+        <translation>Tarnwell n’est pas lancé</translation>
+    </message>
+    <message id="widget.empty.nothingQueued">
+        <source>Nothing left for today</source>
+        <extracomment>Desktop widget and status bar when today has no open task</extracomment>
+        <translation>Plus rien pour aujourd’hui</translation>
+    </message>
+    <message id="widget.upNext">
+        <source>Up next</source>
+        <extracomment>Desktop widget: heading of the tasks after the task in hand</extracomment>
+        <translation>Ensuite</translation>
+    </message>
+    <message id="widget.action.done">
+        <source>Done</source>
+        <extracomment>Desktop widget: button that marks the task in hand done</extracomment>
+        <translation>Terminer</translation>
+    </message>
+    <message id="widget.rolledOver">
+        <source>Carried over from an earlier day</source>
+        <extracomment>Desktop widget: marks a task carried over from an earlier day (screen readers, tooltip)</extracomment>
+        <translation>Reportée d’un jour précédent</translation>
+    </message>
+    <message id="widget.cli.summary">
+        <source>Shows the task in hand and its countdown on the desktop or in a status bar.</source>
+        <extracomment>tarnwell-widget --help: first line</extracomment>
+        <translation>Affiche la tâche en cours et son compte à rebours sur le bureau ou dans une barre d’état.</translation>
+    </message>
+    <message id="widget.cli.placement">
+        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop&apos;s autostart to have it at every login.</source>
+        <extracomment>tarnwell-widget --help: how to place the desktop window; keep the option names and the class name as they are</extracomment>
+        <translation>Sans option, une petite fenêtre s’ouvre sur le bureau. Faites-la glisser pour la déplacer, ou lancez-la avec --position X,Y. Dans un gestionnaire de fenêtres en mosaïque, laissez flotter les fenêtres de la classe tarnwell-widget. Ajoutez la commande au démarrage automatique de votre bureau pour l’avoir à chaque connexion.</translation>
+    </message>
+    <message id="widget.cli.waybar">
+        <source>Print one JSON line per change for a waybar custom module (return-type json).</source>
+        <extracomment>tarnwell-widget --help: the --waybar option</extracomment>
+        <translation>Affiche une ligne JSON à chaque changement pour un module personnalisé de waybar (return-type json).</translation>
+    </message>
+    <message id="widget.cli.format">
+        <source>Print one line per change from a template for polybar, i3blocks and others. Fields: {title} {time} {state} {percentage} {done} {total} {next} {summary} {planned} {day}.</source>
+        <extracomment>tarnwell-widget --help: the --format option; keep the names in braces as they are</extracomment>
+        <translation>Affiche une ligne à chaque changement d’après un modèle, pour polybar, i3blocks et d’autres. Champs : {title} {time} {state} {percentage} {done} {total} {next} {summary} {planned} {day}.</translation>
+    </message>
+    <message id="widget.cli.seconds">
+        <source>Count down in seconds in the status bar instead of whole minutes.</source>
+        <extracomment>tarnwell-widget --help: the --seconds option</extracomment>
+        <translation>Décompte en secondes dans la barre d’état au lieu de minutes entières.</translation>
+    </message>
+    <message id="widget.cli.toggle">
+        <source>Start or pause the timer of the task in hand, then exit.</source>
+        <extracomment>tarnwell-widget --help: the --toggle option</extracomment>
+        <translation>Démarre ou met en pause le minuteur de la tâche en cours, puis quitte.</translation>
+    </message>
+    <message id="widget.cli.done">
+        <source>Mark the task in hand done, then exit.</source>
+        <extracomment>tarnwell-widget --help: the --done option</extracomment>
+        <translation>Marque la tâche en cours comme terminée, puis quitte.</translation>
+    </message>
+    <message id="widget.cli.position">
+        <source>Place the desktop window with its top left corner at X,Y.</source>
+        <extracomment>tarnwell-widget --help: the --position option</extracomment>
+        <translation>Place la fenêtre du bureau avec son coin supérieur gauche en X,Y.</translation>
+    </message>
+    <message id="widget.cli.noTask">
+        <source>There is no task in hand, or Tarnwell is not running.</source>
+        <extracomment>tarnwell-widget --toggle or --done when there is no task to act on</extracomment>
+        <translation>Aucune tâche en cours, ou Tarnwell n’est pas lancé.</translation>
+    </message>
+    <message id="widget.cli.commandFailed">
+        <source>Could not pass the command to Tarnwell: %1</source>
+        <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
+        <translation>Impossible de transmettre la commande à Tarnwell : %1</translation>
+    </message>
 </context>
 </TS>

@@ -43,6 +43,7 @@
 #include "views/RoutinesWindowController.h"
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
+#include "widget/WidgetSurface.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -192,8 +193,7 @@ void AppDelegate::installMainInterface()
             });
     m_hotkeys->reload();
 
-    // 3. The notification action router, 4. the idle monitor, 5. the widget
-    // surface and 6. the rating prompt join here.
+    // 6. The rating prompt joins here.
 
     // 3. The notification action router: done, extend, or the popover.
     m_notificationRouter =
@@ -208,6 +208,13 @@ void AppDelegate::installMainInterface()
     m_idleMonitor->start();
     m_awayBanner = std::make_unique<AwayBanner>(*m_idleMonitor, *m_activeTasks);
     m_popover->setAwayBanner(m_awayBanner.get());
+
+    // 5. The widget surface: the snapshot the widget program reads, and the
+    // command files it leaves.
+    m_widgetSurface = std::make_unique<WidgetSurface>(
+        WidgetSurface::Services{m_store->viewContext(), *m_settings, *m_activeTasks, *m_sounds, *m_popoverModel,
+                                m_calendar, m_clock, m_rollover.get(), m_sessionEvents.get()});
+    m_widgetSurface->start();
 
     // 7. The day's repeating routines, then a fresh queue.
     applyDueRoutines();
@@ -383,6 +390,11 @@ void AppDelegate::applicationWillTerminate()
         m_menuBarController.reset();
         if (exported)
             qCInfo(lcMenuBar).noquote() << QStringLiteral("Removed the status item");
+    }
+    if (m_widgetSurface) {
+        m_widgetSurface->stop();
+        m_widgetSurface.reset();
+        qCInfo(lcWidget).noquote() << QStringLiteral("Stopped the widget surface");
     }
     m_dayChange.reset();
     // Away time and notification actions, then the windows and their models,

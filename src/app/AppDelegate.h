@@ -46,6 +46,7 @@ class TaskRepository;
 class ThemeController;
 class Translations;
 class UiEngine;
+class WidgetSurface;
 
 namespace platform {
 class AppearancePortal;
@@ -149,6 +150,7 @@ private:
     std::unique_ptr<platform::LinuxSessionEvents> m_sessionEvents;
     std::unique_ptr<IdleMonitor> m_idleMonitor;
     std::unique_ptr<AwayBanner> m_awayBanner;
+    std::unique_ptr<WidgetSurface> m_widgetSurface;
     std::unique_ptr<NamedNotifications> m_notifications;
     std::unique_ptr<GlobalHotkeyBackend> m_hotkeyBackend;
     std::unique_ptr<PopoverKeyMonitor> m_popoverKeys;

@@ -8,6 +8,8 @@
 #include "platform/UnixSignals.h"
 
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
 #include <QApplication>
 #include <QTimer>
 #include <QtQml/QQmlExtensionPlugin>
@@ -40,6 +42,21 @@ int refuseWithoutDisplay(int argc, char *argv[])
     return 1;
 }
 
+// What a login item or a desktop entry should run: the `tarnwell` command the
+// user knows (beside the agent in a build tree, in bin/ when installed, the
+// agent living in lib/tarnwell/), or the agent itself when neither is there.
+QString userCommand()
+{
+    const QString here = QCoreApplication::applicationDirPath();
+    const QStringList candidates{here + QStringLiteral("/tarnwell"), here + QStringLiteral("/../../bin/tarnwell")};
+    for (const QString &candidate : candidates) {
+        const QFileInfo info(candidate);
+        if (info.isFile() && info.isExecutable())
+            return QDir::cleanPath(info.absoluteFilePath());
+    }
+    return QCoreApplication::applicationFilePath();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -68,7 +85,7 @@ int main(int argc, char *argv[])
     options.uiTest = parser.isSet(QStringLiteral("ui-test"));
     options.unitTestHost = qEnvironmentVariableIsSet("TARNWELL_UNIT_TEST");
     options.exitAfterInstall = qEnvironmentVariableIsSet("TARNWELL_EXIT_AFTER_INSTALL");
-    options.executable = QCoreApplication::applicationFilePath();
+    options.executable = userCommand();
     AppDelegate delegate(options);
     delegate.applicationWillFinishLaunching();
 

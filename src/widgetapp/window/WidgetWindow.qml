@@ -1,0 +1,185 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tarnwell.Views
+
+// The desktop widget: the day, the task in hand with its countdown and two
+// buttons, what comes next, and the day's progress. Everything it shows comes
+// from `widget` (WidgetWindowModel); colours come from appTheme.
+ThemedWindow {
+    id: root
+    required property var widget
+
+    title: "Tarnwell"
+    flags: Qt.FramelessWindowHint | Qt.WindowStaysOnBottomHint
+    width: 320
+    height: content.implicitHeight + 2 * content.anchors.margins
+    minimumWidth: width
+    maximumWidth: width
+    visible: false
+
+    // Drag anywhere to move the window.
+    DragHandler {
+        target: null
+        onActiveChanged: if (active) root.startSystemMove()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: "transparent"
+        border.width: 1
+        border.color: appTheme.separator
+    }
+
+    ColumnLayout {
+        id: content
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: 12
+        spacing: 8
+
+        Label {
+            visible: root.widget.available
+            text: root.widget.dayLabel
+            color: appTheme.secondaryText
+            font.bold: true
+            elide: Text.ElideRight
+            Layout.fillWidth: true
+        }
+
+        Label {
+            objectName: "emptyState"
+            visible: root.widget.emptyText.length > 0
+            text: root.widget.emptyText
+            color: appTheme.text
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+            Layout.topMargin: root.widget.available ? 0 : 8
+            Layout.bottomMargin: root.widget.available ? 0 : 8
+        }
+
+        Rectangle {
+            visible: root.widget.hasTask
+            color: appTheme.surface
+            radius: 8
+            border.width: 1
+            border.color: appTheme.separator
+            Layout.fillWidth: true
+            implicitHeight: card.implicitHeight + 20
+
+            ColumnLayout {
+                id: card
+                anchors.fill: parent
+                anchors.margins: 10
+                spacing: 6
+
+                Label {
+                    text: root.widget.title
+                    color: appTheme.text
+                    font.pixelSize: 15
+                    font.bold: true
+                    wrapMode: Text.Wrap
+                    maximumLineCount: 2
+                    elide: Text.ElideRight
+                    Layout.fillWidth: true
+                }
+                RowLayout {
+                    visible: root.widget.timeText.length > 0
+                    spacing: 6
+                    Label {
+                        text: root.widget.timeText
+                        color: root.widget.overdue ? appTheme.danger : appTheme.text
+                        font.pixelSize: 22
+                    }
+                    Label {
+                        text: root.widget.timeCaption
+                        color: appTheme.secondaryText
+                        Layout.alignment: Qt.AlignBaseline
+                    }
+                }
+                Rectangle {
+                    visible: root.widget.hasPlan
+                    Layout.fillWidth: true
+                    implicitHeight: 4
+                    radius: 2
+                    color: appTheme.separator
+                    Rectangle {
+                        width: parent.width * root.widget.progress
+                        height: parent.height
+                        radius: 2
+                        color: root.widget.overdue ? appTheme.danger : appTheme.accent
+                    }
+                }
+                RowLayout {
+                    spacing: 8
+                    Layout.topMargin: 2
+                    PopButton {
+                        objectName: "timerButton"
+                        text: root.widget.toggleText
+                        highlighted: !root.widget.running
+                        onClicked: root.widget.toggleTimer()
+                    }
+                    PopButton {
+                        objectName: "doneButton"
+                        text: root.widget.doneText
+                        onClicked: root.widget.complete()
+                    }
+                }
+            }
+        }
+
+        Label {
+            visible: root.widget.upNext.length > 0
+            text: root.widget.upNextText
+            color: appTheme.secondaryText
+            font.pixelSize: 12
+            Layout.topMargin: 2
+        }
+        Repeater {
+            model: root.widget.upNext
+            RowLayout {
+                required property var modelData
+                spacing: 8
+                Layout.fillWidth: true
+                Label {
+                    text: modelData.title
+                    color: appTheme.text
+                    elide: Text.ElideRight
+                    Layout.fillWidth: true
+                }
+                Label {
+                    visible: text.length > 0
+                    text: modelData.duration
+                    color: appTheme.secondaryText
+                }
+            }
+        }
+
+        Rectangle {
+            visible: root.widget.available
+            color: appTheme.separator
+            implicitHeight: 1
+            Layout.fillWidth: true
+            Layout.topMargin: 2
+        }
+        RowLayout {
+            visible: root.widget.available
+            spacing: 8
+            Layout.fillWidth: true
+            Label {
+                text: root.widget.summaryLine
+                color: appTheme.secondaryText
+                font.pixelSize: 12
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+            }
+            Label {
+                visible: text.length > 0
+                text: root.widget.plannedText
+                color: appTheme.secondaryText
+                font.pixelSize: 12
+            }
+        }
+    }
+}
