@@ -47,6 +47,11 @@ QStringList AppearancePortal::groups()
     return {appearanceGroup, gnomeGroup, kdeGroup, kdeGeneralGroup};
 }
 
+AppearancePortal::AppearancePortal(QObject *parent)
+    : AppearancePortal(QDBusConnection::sessionBus(), parent)
+{
+}
+
 AppearancePortal::AppearancePortal(QDBusConnection bus, QObject *parent)
     : QObject(parent)
 {

@@ -28,7 +28,8 @@ class AppearancePortal : public QObject
 public:
     enum class Scheme { noPreference = 0, dark = 1, light = 2 };
 
-    explicit AppearancePortal(QDBusConnection bus = QDBusConnection::sessionBus(), QObject *parent = nullptr);
+    explicit AppearancePortal(QObject *parent = nullptr);
+    explicit AppearancePortal(QDBusConnection bus, QObject *parent = nullptr);
     Scheme scheme() const { return m_scheme; }
     bool prefersDark() const { return m_scheme == Scheme::dark; }
     std::optional<QColor> accent() const;
