@@ -95,7 +95,6 @@ T.Button {
         color: control.fillColor
         border.width: control.kind === "secondary" && !control.accented && control.enabled ? 1 : 0
         border.color: appTheme.border
-        Behavior on color { ColorAnimation { duration: appTheme.motionShort } }
         FocusRing {
             visible: control.visualFocus
             cornerRadius: parent.radius

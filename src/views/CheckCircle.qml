@@ -32,7 +32,6 @@ T.CheckBox {
         border.width: control.checked ? 0 : 2
         border.color: control.enabled && control.hovered ? appTheme.accentText
                       : control.enabled ? appTheme.border : appTheme.separator
-        Behavior on color { ColorAnimation { duration: appTheme.motionShort } }
 
         Icon {
             objectName: "glyph"

@@ -29,7 +29,6 @@ Item {
         color: row.pressed ? appTheme.pressed
              : row.selected ? appTheme.accentSoft
              : row.hovered ? appTheme.hover : "transparent"
-        Behavior on color { ColorAnimation { duration: appTheme.motionShort } }
         FocusRing {
             visible: row.current
             // Inside the row: a list clips what lies outside it.
