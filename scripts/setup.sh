@@ -9,7 +9,7 @@ packages=(
   qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-controls
   qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtquick-templates
   qml6-module-qtqml-workerscript
-  qt6-multimedia-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
+  qt6-svg-dev qt6-multimedia-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
   libsystemd-dev libgl-dev libx11-dev libxss-dev libwayland-dev wayland-protocols libxcb1-dev libxcb-keysyms1-dev libical-dev
   libbenchmark-dev
   xvfb xauth dbus xdotool sqlite3 at-spi2-core

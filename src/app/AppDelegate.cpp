@@ -46,6 +46,7 @@
 #include "widget/WidgetSurface.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QHash>
 #include <QDBusConnection>
 #include <QSettings>
@@ -96,6 +97,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_theme = std::make_unique<ThemeController>();
     m_appearance = std::make_unique<platform::AppearancePortal>();
     connect(m_appearance.get(), &platform::AppearancePortal::schemeChanged, this, [this] { applyAppearance(); });
+    connect(m_appearance.get(), &platform::AppearancePortal::appearanceChanged, this, [this] { applyAppearance(); });
     applyAppearance();
     connect(m_settings.get(), &AppSettingsStore::settingChanged, this, [this](const QString &setting) {
         if (setting == QLatin1String("theme"))
@@ -340,6 +342,20 @@ void AppDelegate::applyAppearance()
         break;
     }
     m_theme->setDesktopPrefersDark(m_appearance->prefersDark());
+    m_theme->setDesktopAccent(m_appearance->accent());
+    m_theme->setReducedMotion(m_appearance->reducedMotion());
+    // The desktop's interface font, for our components and Qt's own alike;
+    // without one, what the platform theme gave the application.
+    if (const auto font = m_appearance->font()) {
+        if (!m_applicationFont)
+            m_applicationFont = QGuiApplication::font();
+        QGuiApplication::setFont(*font);
+        m_theme->setFont(*font);
+    } else {
+        if (m_applicationFont)
+            QGuiApplication::setFont(*std::exchange(m_applicationFont, std::nullopt));
+        m_theme->setFont(QGuiApplication::font());
+    }
 }
 
 void AppDelegate::applyLanguage()

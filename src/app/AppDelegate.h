@@ -3,10 +3,12 @@
 #include "kit/Calendar.h"
 #include "kit/Clock.h"
 
+#include <QFont>
 #include <QObject>
 #include <QPoint>
 #include <QStringList>
 #include <memory>
+#include <optional>
 
 class QSettings;
 
@@ -124,6 +126,7 @@ private:
     std::unique_ptr<CountdownService> m_countdown;
     std::unique_ptr<ThemeController> m_theme;
     std::unique_ptr<platform::AppearancePortal> m_appearance;
+    std::optional<QFont> m_applicationFont; // the platform's, while the desktop's replaces it
     std::unique_ptr<UiEngine> m_ui;
     std::unique_ptr<QSettings> m_defaults;
     std::unique_ptr<RoutineRepository> m_routineRepository;

@@ -72,7 +72,8 @@ QImage MenuBarChipRenderer::render(const Key &key, int size)
             ? 1.0
             : double(key.progressStep) / MenuBarChipMetrics::progressSteps;
         if (share > 0) {
-            painter.setPen(QPen(colour, ring, Qt::SolidLine, Qt::FlatCap));
+            // Round ends, as every stroke of the product's icons has.
+            painter.setPen(QPen(colour, ring, Qt::SolidLine, share < 1 ? Qt::RoundCap : Qt::FlatCap));
             painter.drawArc(circle, 90 * 16, -int(std::lround(share * 360 * 16)));
         }
     }

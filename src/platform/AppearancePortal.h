@@ -1,12 +1,27 @@
 #pragma once
 
-#include <QDBusVariant>
+#include <QColor>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QFont>
 #include <QObject>
+#include <QVariantMap>
+
+#include <optional>
 
 namespace tarnwell::platform {
 
-// The desktop's light/dark preference from the settings portal
-// (org.freedesktop.appearance color-scheme) and its changes.
+// What the desktop says about appearance through the settings portal
+// (org.freedesktop.portal.Settings), read once with ReadAll and followed by
+// SettingChanged:
+// - light/dark: org.freedesktop.appearance color-scheme;
+// - the accent colour: org.freedesktop.appearance accent-color (r, g, b in
+//   0..1; out of range means none);
+// - reduced motion: org.freedesktop.appearance reduced-motion, else GNOME's
+//   org.gnome.desktop.interface enable-animations, else KDE's
+//   AnimationDurationFactor of 0;
+// - the interface font: GNOME's font-name ("Cantarell 11") or KDE's General
+//   font ("Noto Sans,10,…"); none when neither is given.
 class AppearancePortal : public QObject
 {
     Q_OBJECT
@@ -14,18 +29,30 @@ public:
     enum class Scheme { noPreference = 0, dark = 1, light = 2 };
 
     explicit AppearancePortal(QObject *parent = nullptr);
+    explicit AppearancePortal(QDBusConnection bus, QObject *parent = nullptr);
     Scheme scheme() const { return m_scheme; }
     bool prefersDark() const { return m_scheme == Scheme::dark; }
+    std::optional<QColor> accent() const;
+    bool reducedMotion() const;
+    std::optional<QFont> font() const;
+
+    // The settings portal's groups this reads.
+    static QStringList groups();
 
 Q_SIGNALS:
     void schemeChanged(tarnwell::platform::AppearancePortal::Scheme scheme);
+    // The accent, the motion preference or the font changed.
+    void appearanceChanged();
 
 private Q_SLOTS:
-    void onSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+    void onSettingChanged(const QDBusMessage &message);
 
 private:
     static Scheme fromValue(const QVariant &value);
+    QVariant value(const QString &group, const QString &key) const;
+
     Scheme m_scheme = Scheme::noPreference;
+    QHash<QString, QVariantMap> m_settings; // group → key → value
 };
 
 } // namespace tarnwell::platform

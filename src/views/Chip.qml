@@ -1,26 +1,48 @@
 import QtQuick
-import QtQuick.Controls
+import Tarnwell.Views
 
-// A small rounded label: what a typed line will set (duration, day, urgent).
+// A small rounded label for what a typed line will set (duration, day,
+// urgent): a soft tint with text in the tone's text colour, and an optional
+// icon before it. Tones: "accent", "danger", "neutral".
 Rectangle {
     id: chip
     property string text
-    property color tint: appTheme.accent
+    property string tone: "accent"
+    property string iconName: ""
+    readonly property color foreground: tone === "danger" ? appTheme.dangerText
+                                        : tone === "neutral" ? appTheme.text : appTheme.accentText
 
-    implicitWidth: label.width + 14
-    implicitHeight: label.implicitHeight + 6
+    implicitWidth: row.implicitWidth + 2 * Tokens.spaceS
+    implicitHeight: Math.max(24, label.implicitHeight + 6)
     radius: height / 2
-    color: Qt.rgba(tint.r, tint.g, tint.b, 0.15)
-    border.color: tint
-    border.width: 1
+    color: tone === "danger" ? appTheme.dangerSoft : tone === "neutral" ? appTheme.hover : appTheme.accentSoft
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
 
-    Label {
-        id: label
+    Row {
+        id: row
         anchors.centerIn: parent
-        width: Math.min(implicitWidth, 160)
-        text: chip.text
-        color: chip.tint
-        font.pixelSize: 12
-        elide: Text.ElideRight
+        spacing: Tokens.spaceXs
+        Icon {
+            objectName: "glyph"
+            visible: chip.iconName.length > 0
+            name: chip.iconName
+            color: chip.foreground
+            width: 14
+            height: 14
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        Text {
+            id: label
+            objectName: "text"
+            width: Math.min(implicitWidth, 180)
+            text: chip.text
+            color: chip.foreground
+            font.family: appTheme.fontFamily
+            font.pixelSize: appTheme.smallSize
+            font.weight: Font.DemiBold
+            elide: Text.ElideRight
+            anchors.verticalCenter: parent.verticalCenter
+        }
     }
 }

@@ -1,15 +1,14 @@
 #pragma once
 
 #include <QColor>
-#include <QPainterPath>
 #include <QQuickPaintedItem>
 #include <QtQml/qqmlregistration.h>
 
 namespace tarnwell {
 
-// One of the product's own icons, drawn from paths on a 24-unit grid and
-// filled or stroked in one colour, so it is sharp at every scale and takes
-// its tint from the palette. The status-item icon is drawn the same way.
+// One of the product's own icons (src/icons): drawn from its SVG at the
+// window's device pixel size, so it stays sharp at every scale, in the one
+// colour `color` from the palette.
 class IconItem : public QQuickPaintedItem
 {
     Q_OBJECT
@@ -24,13 +23,14 @@ public:
     QColor color() const { return m_color; }
     void setColor(const QColor &color);
 
-    // The names drawn; an unknown name draws nothing.
-    static QStringList names();
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
     void nameChanged();
     void colorChanged();
+
+protected:
+    void itemChange(ItemChange change, const ItemChangeData &value) override;
 
 private:
     QString m_name;

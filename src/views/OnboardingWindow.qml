@@ -1,7 +1,7 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import QtQuick.Window
+import Tarnwell.Views
 
 // First-run pages: the task in hand, quick add, adding from anywhere, the tray.
 ThemedWindow {
@@ -11,9 +11,9 @@ ThemedWindow {
     readonly property int pageCount: 4
 
     width: 520
-    height: 380
+    height: 420
     minimumWidth: 420
-    minimumHeight: 340
+    minimumHeight: 400
     visible: false
     color: appTheme.window
     //: Title of the first-run window
@@ -50,43 +50,54 @@ ThemedWindow {
     Shortcut { sequence: "Escape"; onActivated: root.coordinator.finish() }
     Shortcut { sequences: ["Return", "Enter"]; onActivated: next.clicked() }
 
+    // The drawn icon of each page.
+    readonly property var pageIcons: ["play", "add", "extend", "today"]
+
     ColumnLayout {
         anchors.fill: parent
         anchors.margins: 28
-        spacing: 16
+        spacing: Tokens.spaceL
 
-        Label {
-            Layout.fillWidth: true
-            text: root.pages[root.page].heading
-            color: appTheme.text
-            font.pixelSize: 24
-            font.weight: Font.DemiBold
-            wrapMode: Text.Wrap
+        Rectangle {
+            implicitWidth: 48
+            implicitHeight: 48
+            radius: Tokens.radiusL
+            color: appTheme.accentSoft
+            Icon {
+                anchors.centerIn: parent
+                width: 28
+                height: 28
+                name: root.pageIcons[root.page]
+                color: appTheme.accentText
+            }
         }
-        Label {
+        TextBlock {
+            Layout.fillWidth: true
+            role: "display"
+            font.pixelSize: appTheme.headingSize + 4
+            text: root.pages[root.page].heading
+            wrapMode: Text.Wrap
+            elide: Text.ElideNone
+        }
+        TextBlock {
             Layout.fillWidth: true
             Layout.fillHeight: true
+            role: "secondary"
+            font.pixelSize: appTheme.titleSize
+            lineHeight: 1.15
             text: root.pages[root.page].body
-            color: appTheme.secondaryText
-            font.pixelSize: 15
             wrapMode: Text.Wrap
+            elide: Text.ElideNone
             verticalAlignment: Text.AlignTop
         }
-        Row {
+        PageDots {
             Layout.alignment: Qt.AlignHCenter
-            spacing: 8
-            Repeater {
-                model: root.pageCount
-                Rectangle {
-                    required property int index
-                    width: 8; height: 8; radius: 4
-                    color: index === root.page ? appTheme.accent : appTheme.separator
-                }
-            }
+            count: root.pageCount
+            current: root.page
         }
         RowLayout {
             Layout.fillWidth: true
-            PopButton {
+            ActionButton {
                 objectName: "onboardingBack"
                 //: Button that goes back one first-run page
                 //% "Back"
@@ -95,10 +106,10 @@ ThemedWindow {
                 onClicked: root.page -= 1
             }
             Item { Layout.fillWidth: true }
-            PopButton {
+            ActionButton {
                 id: next
                 objectName: "onboardingNext"
-                highlighted: true
+                kind: "primary"
                 text: root.page < root.pageCount - 1
                       //: Button that shows the next first-run page
                       //% "Next"

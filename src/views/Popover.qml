@@ -1,7 +1,8 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import QtQuick.Window
+import Tarnwell.Views
 
 // The popover under the tray icon: the task in hand, the day's queue, the day
 // plan, the rollover bar, routines, toasts, the next-up screen and the add
@@ -17,7 +18,7 @@ ThemedWindow {
     property string editingId: ""
 
     width: 380
-    height: 560
+    height: 620
     minimumWidth: 360
     minimumHeight: 420
     visible: false
@@ -52,152 +53,138 @@ ThemedWindow {
     ColumnLayout {
         id: content
         anchors.fill: parent
-        anchors.margins: 12
-        spacing: 8
+        anchors.margins: Tokens.spaceM
+        spacing: Tokens.spaceS
 
         // Day navigation and the routine menu.
         RowLayout {
             Layout.fillWidth: true
-            spacing: 4
-            PopButton {
+            spacing: Tokens.spaceXs
+            IconButton {
                 objectName: "previousDay"
                 iconName: "previous"
-                flat: true
                 //: Popover: button that shows the day before
                 //% "Previous day"
-                ToolTip.text: qsTrId("popover.day.previous")
+                hint: qsTrId("popover.day.previous")
                 onClicked: root.popover.previousDay()
             }
             ColumnLayout {
                 objectName: "dayHeading"
                 Layout.fillWidth: true
                 spacing: 0
-                Label {
+                TextBlock {
                     objectName: "dayTitle"
                     Layout.fillWidth: true
+                    role: "title"
                     text: root.popover.dayTitle
-                    color: appTheme.text
-                    font.pixelSize: 17
-                    font.weight: Font.DemiBold
-                    elide: Text.ElideRight
                     horizontalAlignment: Text.AlignHCenter
-                    Accessible.role: Accessible.Heading
                     Accessible.name: text + ", " + root.popover.dayDate
                 }
-                Label {
+                TextBlock {
                     objectName: "dayDate"
                     Layout.fillWidth: true
+                    role: "secondary"
                     text: root.popover.dayDate
-                    color: appTheme.secondaryText
-                    font.pixelSize: 12
-                    elide: Text.ElideRight
                     horizontalAlignment: Text.AlignHCenter
                 }
             }
-            PopButton {
+            IconButton {
                 objectName: "todayButton"
                 visible: !root.popover.isToday
                 iconName: "today"
-                flat: true
-                ToolTip.text: root.popover.texts.today
+                hint: root.popover.texts.today
                 onClicked: root.popover.today()
             }
-            PopButton {
+            IconButton {
                 objectName: "nextDay"
                 iconName: "next"
-                flat: true
                 //: Popover: button that shows the day after
                 //% "Next day"
-                ToolTip.text: qsTrId("popover.day.next")
+                hint: qsTrId("popover.day.next")
                 onClicked: root.popover.nextDay()
             }
-            PopButton {
+            IconButton {
                 id: routineButton
                 objectName: "routineButton"
                 iconName: "menu"
-                flat: true
-                ToolTip.text: root.popover.texts.routineTooltip
-                onClicked: routineMenu.open()
+                hint: root.popover.texts.routineTooltip
+                // Made when first opened.
+                property ActionMenu menu: null
+                onClicked: {
+                    if (!menu)
+                        menu = routineMenuComponent.createObject(routineButton)
+                    menu.open()
+                }
 
-                Menu {
+                Component {
+                    id: routineMenuComponent
+                ActionMenu {
                     id: routineMenu
                     y: routineButton.height
-                    MenuItem {
+                    x: routineButton.width - width
+                    ActionMenuItem {
                         text: root.popover.texts.routineLoad
                         enabled: false
                     }
                     Instantiator {
                         model: root.popover.routines
-                        delegate: MenuItem {
+                        delegate: ActionMenuItem {
                             required property var modelData
+                            iconName: "routine"
                             text: modelData.name
                             onTriggered: root.popover.loadRoutine(modelData.id)
                         }
                         onObjectAdded: (index, object) => routineMenu.insertItem(index + 1, object)
                         onObjectRemoved: (index, object) => routineMenu.removeItem(object)
                     }
-                    MenuItem {
+                    ActionMenuItem {
                         visible: root.popover.routines.length === 0
-                        height: visible ? implicitHeight : 0
                         text: root.popover.texts.routineNone
                         enabled: false
                     }
-                    MenuSeparator {}
-                    MenuItem {
+                    MenuDivider {}
+                    ActionMenuItem {
+                        iconName: "add"
                         text: root.popover.texts.routineSaveQueue
                         enabled: root.popover.tasks.openCount > 0
                         onTriggered: routineNamePopup.open()
                     }
-                    MenuItem {
+                    ActionMenuItem {
                         objectName: "manageRoutines"
+                        iconName: "settings"
                         text: root.popover.texts.routineManage
                         onTriggered: root.popover.manageRoutines()
                     }
+                }
                 }
             }
         }
 
         // Unfinished work of the past week (today only).
-        Rectangle {
+        Banner {
             objectName: "rolloverBanner"
             Layout.fillWidth: true
             visible: root.popover.rolloverVisible
-            implicitHeight: rolloverColumn.implicitHeight + 16
-            radius: 8
-            color: appTheme.surface
-            border.color: appTheme.accent
-            ColumnLayout {
-                id: rolloverColumn
-                anchors.fill: parent
-                anchors.margins: 8
-                spacing: 6
-                Label {
-                    Layout.fillWidth: true
-                    text: root.popover.rolloverText
-                    color: appTheme.text
-                    wrapMode: Text.Wrap
-                }
-                Flow {
-                    Layout.fillWidth: true
-                    spacing: 6
-                    PopButton {
-                        objectName: "rollForward"
-                        text: root.popover.texts.rollForward
-                        highlighted: true
-                        onClicked: root.popover.rollForward()
-                    }
-                    PopButton {
-                        objectName: "rolloverArchive"
-                        text: root.popover.texts.archive
-                        onClicked: root.popover.archiveRollover()
-                    }
-                    PopButton {
-                        objectName: "rolloverDismiss"
-                        text: root.popover.texts.dismiss
-                        flat: true
-                        onClicked: root.popover.dismissRollover()
-                    }
-                }
+            iconName: "rollover"
+            text: root.popover.rolloverText
+            ActionButton {
+                objectName: "rollForward"
+                kind: "primary"
+                iconName: "rollover"
+                text: root.popover.texts.rollForward
+                onClicked: root.popover.rollForward()
+            }
+            ActionButton {
+                objectName: "rolloverArchive"
+                iconName: "archive"
+                text: root.popover.texts.archive
+                onClicked: root.popover.archiveRollover()
+            }
+            ActionButton {
+                objectName: "rolloverDismiss"
+                kind: "flat"
+                text: root.popover.texts.dismiss
+                onClicked: root.popover.dismissRollover()
             }
         }
 
@@ -207,116 +194,103 @@ ThemedWindow {
         }
 
         // The task in hand.
-        Rectangle {
+        Card {
             objectName: "taskInHandCard"
             Accessible.role: Accessible.Grouping
             Accessible.name: root.popover.cardTitle
             Accessible.description: root.popover.countdownText + " " + root.popover.countdownCaption
             Layout.fillWidth: true
             visible: root.popover.hasTaskInHand
-            implicitHeight: cardColumn.implicitHeight + 20
-            radius: 10
-            color: appTheme.surface
-            border.color: root.popover.isOverdue ? appTheme.danger : appTheme.separator
+            tone: root.popover.isOverdue ? "danger" : "normal"
+            implicitHeight: cardColumn.implicitHeight + 2 * padding
             ColumnLayout {
                 id: cardColumn
-                anchors.fill: parent
-                anchors.margins: 10
-                spacing: 6
+                width: parent.width
+                spacing: Tokens.spaceS
                 RowLayout {
                     Layout.fillWidth: true
-                    Label {
+                    spacing: Tokens.spaceS
+                    TextBlock {
                         Layout.fillWidth: true
+                        role: "title"
                         text: root.popover.cardTitle
-                        color: appTheme.text
-                        font.pixelSize: 16
-                        font.weight: Font.DemiBold
                         wrapMode: Text.Wrap
                         maximumLineCount: 2
-                        elide: Text.ElideRight
                     }
-                    Label {
+                    Chip {
+                        objectName: "cardStatus"
+                        visible: root.popover.cardStatus.length > 0
+                        tone: root.popover.isOverdue ? "danger" : root.popover.timerRunning ? "accent" : "neutral"
+                        iconName: root.popover.timerRunning ? "play" : "pause"
                         text: root.popover.cardStatus
-                        color: appTheme.secondaryText
-                        elide: Text.ElideRight
-                        Layout.maximumWidth: 110
+                        Layout.maximumWidth: 130
+                        Layout.alignment: Qt.AlignTop
                     }
                 }
                 RowLayout {
                     Layout.fillWidth: true
-                    spacing: 6
-                    Label {
+                    spacing: Tokens.spaceS
+                    TextBlock {
                         objectName: "countdown"
                         text: root.popover.countdownText
-                        color: root.popover.isOverdue ? appTheme.danger : appTheme.text
-                        font.pixelSize: 26
-                        font.family: "monospace"
+                        role: root.popover.isOverdue ? "danger" : "body"
+                        font.pixelSize: appTheme.displaySize
+                        font.weight: Font.DemiBold
+                        elide: Text.ElideNone
                     }
-                    Label {
+                    TextBlock {
                         Layout.fillWidth: true
+                        Layout.alignment: Qt.AlignBaseline
+                        role: "secondary"
                         text: root.popover.countdownCaption
-                        color: appTheme.secondaryText
-                        elide: Text.ElideRight
                     }
                 }
-                ProgressBar {
-                    id: progress
+                ProgressLine {
                     Layout.fillWidth: true
-                    from: 0
-                    to: 1
                     value: root.popover.progress
-                    background: Rectangle {
-                        implicitHeight: 4
-                        radius: 2
-                        color: appTheme.separator
-                    }
-                    contentItem: Item {
-                        implicitHeight: 4
-                        Rectangle {
-                            width: progress.visualPosition * parent.width
-                            height: parent.height
-                            radius: 2
-                            color: root.popover.isOverdue ? appTheme.danger : appTheme.accent
-                        }
-                    }
+                    overdue: root.popover.isOverdue
                 }
                 Flow {
                     Layout.fillWidth: true
-                    spacing: 6
-                    PopButton {
+                    spacing: Tokens.spaceS
+                    ActionButton {
                         objectName: "timerButton"
+                        kind: root.popover.timerRunning ? "secondary" : "primary"
+                        iconName: root.popover.timerRunning ? "pause" : "play"
                         text: root.popover.timerLabel
-                        highlighted: !root.popover.timerRunning
                         onClicked: root.popover.toggleTimer()
                     }
-                    PopButton {
+                    ActionButton {
                         objectName: "doneButton"
+                        iconName: "done"
                         //: Task card button that marks the task in hand done
                         //% "Done"
                         text: qsTrId("popover.card.done")
                         onClicked: root.popover.completeTaskInHand()
                     }
-                    PopButton {
+                    ActionButton {
                         objectName: "extendChip"
+                        kind: "flat"
+                        iconName: "extend"
                         text: root.popover.extendLabel
-                        flat: true
-                        ToolTip.text: root.popover.extendTooltip
+                        hint: root.popover.extendTooltip
                         onClicked: root.popover.extendTaskInHand(root.popover.extendMinutes)
                     }
                 }
-                Label {
+                TextBlock {
                     Layout.fillWidth: true
                     visible: text.length > 0
+                    role: "secondary"
                     text: root.popover.cardNotes
-                    color: appTheme.secondaryText
                     wrapMode: Text.Wrap
                     maximumLineCount: 4
-                    elide: Text.ElideRight
                 }
             }
         }
 
-        // The day's queue, then its completed tasks.
+        // The day's queue, then its completed tasks. A task that moves
+        // (reordered, or done and settling among the completed) slides to
+        // its place; new rows fade in.
         ListView {
             id: list
             objectName: "taskList"
@@ -330,16 +304,29 @@ ThemedWindow {
             activeFocusOnTab: true
             keyNavigationEnabled: true
             boundsBehavior: Flickable.StopAtBounds
-            ScrollBar.vertical: ScrollBar {}
+            T.ScrollBar.vertical: ScrollBarThin {}
 
-            Label {
+            move: Transition {
+                NumberAnimation { properties: "y"; duration: appTheme.motionMedium; easing.type: Easing.OutCubic }
+            }
+            moveDisplaced: Transition {
+                NumberAnimation { properties: "y"; duration: appTheme.motionMedium; easing.type: Easing.OutCubic }
+            }
+            displaced: Transition {
+                NumberAnimation { properties: "y"; duration: appTheme.motionMedium; easing.type: Easing.OutCubic }
+            }
+            add: Transition {
+                NumberAnimation { property: "opacity"; from: 0; to: 1; duration: appTheme.motionMedium }
+            }
+
+            TextBlock {
                 anchors.centerIn: parent
                 width: parent.width - 24
                 visible: list.count === 0
+                role: "secondary"
                 //: Popover: the shown day has no tasks
                 //% "Nothing planned. Add a task below."
                 text: qsTrId("popover.list.empty")
-                color: appTheme.secondaryText
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
             }
@@ -361,88 +348,75 @@ ThemedWindow {
             spacing: 2
             visible: root.popover.footerSummary.length > 0 || root.popover.footerOverflow.length > 0
                      || root.popover.footerUntimed.length > 0 || root.popover.footerWorkdayEnd.length > 0
-            Label {
+            Rectangle {
+                Layout.fillWidth: true
+                Layout.bottomMargin: Tokens.spaceXs
+                implicitHeight: 1
+                color: appTheme.separator
+            }
+            TextBlock {
                 Layout.fillWidth: true
                 visible: text.length > 0
+                role: "secondary"
                 text: root.popover.footerSummary
-                color: appTheme.secondaryText
-                font.pixelSize: 12
                 wrapMode: Text.Wrap
                 Accessible.name: root.popover.footerAccessibleSummary
             }
-            Label {
+            TextBlock {
                 objectName: "footerWorkdayEnd"
                 Layout.fillWidth: true
                 visible: text.length > 0
+                role: "secondary"
                 text: root.popover.footerWorkdayEnd
-                color: appTheme.secondaryText
-                font.pixelSize: 12
                 wrapMode: Text.Wrap
             }
             RowLayout {
                 Layout.fillWidth: true
                 visible: root.popover.overflowCount > 0
-                Label {
-                    Layout.fillWidth: true
-                    text: root.popover.footerOverflow
-                    color: appTheme.danger
-                    font.pixelSize: 12
-                    elide: Text.ElideRight
+                Icon {
+                    name: "urgent"
+                    color: appTheme.dangerText
+                    Layout.preferredWidth: Tokens.iconSmall
+                    Layout.preferredHeight: Tokens.iconSmall
                 }
-                PopButton {
+                TextBlock {
+                    Layout.fillWidth: true
+                    role: "danger"
+                    font.pixelSize: appTheme.smallSize
+                    text: root.popover.footerOverflow
+                }
+                ActionButton {
                     objectName: "moveOverflow"
+                    kind: "flat"
+                    iconName: "rollover"
                     text: root.popover.texts.moveOverflowShort
-                    flat: true
-                    ToolTip.text: root.popover.texts.moveOverflow
+                    hint: root.popover.texts.moveOverflow
                     onClicked: root.popover.moveOverflowToTomorrow()
                 }
             }
-            Label {
+            TextBlock {
                 Layout.fillWidth: true
                 visible: text.length > 0
+                role: "secondary"
                 text: root.popover.footerUntimed
-                color: appTheme.secondaryText
-                font.pixelSize: 12
-                elide: Text.ElideRight
             }
         }
 
         // Toasts, one at a time, above the add field.
-        Rectangle {
+        Toast {
             objectName: "toast"
             Layout.fillWidth: true
-            visible: root.popover.toastVisible
-            implicitHeight: toastRow.implicitHeight + 10
-            radius: 8
-            color: appTheme.text
-            RowLayout {
-                id: toastRow
-                anchors.fill: parent
-                anchors.leftMargin: 12
-                anchors.rightMargin: 4
-                spacing: 8
-                Label {
-                    Layout.fillWidth: true
-                    text: root.popover.toastText
-                    color: appTheme.window
-                    elide: Text.ElideRight
-                }
-                PopButton {
-                    objectName: "toastUndo"
-                    visible: root.popover.toastCanUndo
-                    text: root.popover.texts.undo
-                    flat: true
-                    palette.buttonText: appTheme.window
-                    onClicked: root.popover.undoToast()
-                }
-            }
+            shown: root.popover.toastVisible
+            text: root.popover.toastText
+            actionText: root.popover.toastCanUndo ? root.popover.texts.undo : ""
+            onActionTriggered: root.popover.undoToast()
         }
 
         // The add field with what the line will set.
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 4
-            TextField {
+            spacing: Tokens.spaceXs
+            InputField {
                 id: addField
                 objectName: "addField"
                 Layout.fillWidth: true
@@ -462,97 +436,121 @@ ThemedWindow {
             }
             Flow {
                 Layout.fillWidth: true
-                spacing: 4
+                spacing: Tokens.spaceXs
                 visible: root.popover.draft.title.length > 0
                 Chip {
                     visible: root.popover.draft.durationText.length > 0
+                    iconName: "extend"
                     text: root.popover.draft.durationText
                 }
                 Chip {
                     visible: root.popover.draft.dayLabel.length > 0
+                    iconName: "today"
                     text: root.popover.draft.dayLabel
                 }
                 Chip {
                     visible: root.popover.draft.urgent
-                    tint: appTheme.danger
+                    tone: "danger"
+                    iconName: "urgent"
                     //: Quick-add chip: the typed task goes first in the queue
                     //% "Urgent"
                     text: qsTrId("quickAdd.chip.urgent")
                 }
             }
-            Label {
+            TextBlock {
                 objectName: "addError"
                 Layout.fillWidth: true
                 visible: text.length > 0
+                role: "danger"
+                font.pixelSize: appTheme.smallSize
                 text: root.popover.draft.error
-                color: appTheme.danger
-                font.pixelSize: 12
                 wrapMode: Text.Wrap
             }
         }
     }
 
-    // After a completion: what is next.
+    // After a completion: what is next (made only when shown).
+    Loader {
+        anchors.fill: parent
+        active: false
+        visible: root.popover.nextUpVisible
+        sourceComponent: nextUpComponent
+        onVisibleChanged: if (visible) {
+            active = true
+            item.takeFocus()
+        }
+    }
+    Component {
+        id: nextUpComponent
     Rectangle {
         objectName: "nextUpScreen"
-        anchors.fill: parent
-        visible: root.popover.nextUpVisible
         color: appTheme.window
-        onVisibleChanged: if (visible) nextUpStartButton.forceActiveFocus()
+        function takeFocus() { nextUpStartButton.forceActiveFocus() }
         MouseArea { anchors.fill: parent }
         ColumnLayout {
             anchors.fill: parent
-            anchors.margins: 24
-            spacing: 12
+            anchors.margins: Tokens.spaceXl
+            spacing: Tokens.spaceM
             Item { Layout.fillHeight: true }
-            Label {
+            Rectangle {
+                Layout.alignment: Qt.AlignHCenter
+                implicitWidth: 56
+                implicitHeight: 56
+                radius: 28
+                color: appTheme.accentSoft
+                Icon {
+                    anchors.centerIn: parent
+                    width: 28
+                    height: 28
+                    name: "done"
+                    color: appTheme.accentText
+                }
+            }
+            TextBlock {
                 Layout.fillWidth: true
+                role: "heading"
                 text: root.popover.texts.completionTitle
-                color: appTheme.text
-                font.pixelSize: 22
-                font.weight: Font.DemiBold
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
             }
-            Label {
+            TextBlock {
                 Layout.fillWidth: true
+                role: "secondary"
                 text: root.popover.nextUpFocused
-                color: appTheme.secondaryText
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
             }
-            Label {
+            TextBlock {
                 Layout.fillWidth: true
+                role: "secondary"
                 text: root.popover.nextUpHasTask ? root.popover.texts.completionNextUp
                                                  : root.popover.texts.completionQueueEmpty
-                color: appTheme.secondaryText
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
             }
-            Label {
+            TextBlock {
                 Layout.fillWidth: true
                 visible: root.popover.nextUpHasTask
+                role: "title"
                 text: root.popover.nextUpTaskTitle
                       + (root.popover.nextUpTaskDuration.length > 0 ? " · " + root.popover.nextUpTaskDuration : "")
-                color: appTheme.text
-                font.pixelSize: 17
                 wrapMode: Text.Wrap
                 maximumLineCount: 3
-                elide: Text.ElideRight
                 horizontalAlignment: Text.AlignHCenter
             }
             RowLayout {
                 Layout.alignment: Qt.AlignHCenter
-                spacing: 8
-                PopButton {
+                spacing: Tokens.spaceS
+                ActionButton {
                     id: nextUpStartButton
                     objectName: "nextUpStart"
                     visible: root.popover.nextUpHasTask
-                    highlighted: true
+                    kind: "primary"
+                    iconName: "play"
                     text: root.popover.texts.completionStart
                     onClicked: root.popover.startNextUp()
                 }
-                PopButton {
+                ActionButton {
                     objectName: "nextUpSkip"
                     text: root.popover.nextUpSkipLabel
                     onClicked: root.popover.skipNextUp()
@@ -561,51 +559,40 @@ ThemedWindow {
             Item { Layout.fillHeight: true }
         }
     }
+    }
 
     // The name of a routine made from the queue.
-    Popup {
+    Sheet {
         id: routineNamePopup
-        anchors.centerIn: parent
         width: parent.width - 48
-        modal: true
-        focus: true
+        title: root.popover.texts.routineNameField
         onOpened: routineName.forceActiveFocus()
-        background: Rectangle { color: appTheme.surface; radius: 8; border.color: appTheme.separator }
-        contentItem: ColumnLayout {
-            spacing: 8
-            Label {
-                Layout.fillWidth: true
-                text: root.popover.texts.routineNameField
-                color: appTheme.text
-                elide: Text.ElideRight
+        InputField {
+            id: routineName
+            objectName: "routineName"
+            width: parent.width
+            placeholderText: root.popover.texts.routineNamePlaceholder
+            onAccepted: saveRoutine.clicked()
+        }
+        Row {
+            anchors.right: parent.right
+            spacing: Tokens.spaceS
+            ActionButton {
+                //: Button that closes a small form without saving
+                //% "Cancel"
+                text: qsTrId("popover.cancel")
+                onClicked: routineNamePopup.close()
             }
-            TextField {
-                id: routineName
-                objectName: "routineName"
-                Layout.fillWidth: true
-                placeholderText: root.popover.texts.routineNamePlaceholder
-                onAccepted: saveRoutine.clicked()
-            }
-            RowLayout {
-                Layout.fillWidth: true
-                Item { Layout.fillWidth: true }
-                PopButton {
-                    //: Button that closes a small form without saving
-                    //% "Cancel"
-                    text: qsTrId("popover.cancel")
-                    onClicked: routineNamePopup.close()
-                }
-                PopButton {
-                    id: saveRoutine
-                    highlighted: true
-                    //: Button that saves a small form
-                    //% "Save"
-                    text: qsTrId("popover.save")
-                    onClicked: {
-                        root.popover.saveQueueAsRoutine(routineName.text)
-                        routineName.text = ""
-                        routineNamePopup.close()
-                    }
+            ActionButton {
+                id: saveRoutine
+                kind: "primary"
+                //: Button that saves a small form
+                //% "Save"
+                text: qsTrId("popover.save")
+                onClicked: {
+                    root.popover.saveQueueAsRoutine(routineName.text)
+                    routineName.text = ""
+                    routineNamePopup.close()
                 }
             }
         }

@@ -1,7 +1,7 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import QtQuick.Window
+import Tarnwell.Views
 
 // The floating quick-add window: one line, chips for what it will set, a day
 // picker; Enter adds, Escape closes.
@@ -29,11 +29,14 @@ ThemedWindow {
         onActivated: root.controller.hide()
     }
 
+    // The frame follows the content, which the window's height follows a
+    // moment later.
     Rectangle {
-        anchors.fill: parent
+        anchors.fill: column
+        anchors.margins: -Tokens.spaceL
         color: "transparent"
         border.color: appTheme.separator
-        radius: 10
+        radius: Tokens.radiusL
     }
 
     ColumnLayout {
@@ -41,14 +44,15 @@ ThemedWindow {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
-        anchors.margins: 16
-        spacing: 8
+        anchors.margins: Tokens.spaceL
+        spacing: Tokens.spaceS + 2
 
-        TextField {
+        InputField {
             id: field
             objectName: "quickAddField"
             Layout.fillWidth: true
-            font.pixelSize: 16
+            implicitHeight: 40
+            font.pixelSize: appTheme.titleSize
             //: Quick-add window: placeholder of the line that becomes a task
             //% "Write report · 45m tomorrow !"
             placeholderText: qsTrId("quickAdd.field.placeholder")
@@ -65,19 +69,22 @@ ThemedWindow {
         }
         Flow {
             Layout.fillWidth: true
-            spacing: 4
+            spacing: Tokens.spaceXs
             visible: root.draft.title.length > 0
             Chip {
                 visible: root.draft.durationText.length > 0
+                iconName: "extend"
                 text: root.draft.durationText
             }
             Chip {
                 visible: root.draft.dayLabel.length > 0
+                iconName: "today"
                 text: root.draft.dayLabel
             }
             Chip {
                 visible: root.draft.urgent
-                tint: appTheme.danger
+                tone: "danger"
+                iconName: "urgent"
                 //: Quick-add chip: the typed task goes first in the queue
                 //% "Urgent"
                 text: qsTrId("quickAdd.chip.urgent")
@@ -86,27 +93,27 @@ ThemedWindow {
         Flow {
             objectName: "dayPicker"
             Layout.fillWidth: true
-            spacing: 4
+            spacing: Tokens.spaceXs
             Repeater {
                 model: 7
-                delegate: PopButton {
+                delegate: ActionButton {
                     required property int index
                     readonly property int chosen: root.draft.dayOffset < 0 ? root.draft.defaultDayOffset
                                                                            : root.draft.dayOffset
                     text: root.draft.dayLabelFor(index)
                     checkable: true
                     checked: chosen === index
-                    flat: !checked
+                    kind: "flat"
                     onClicked: root.draft.overrideDayOffset(index)
                 }
             }
         }
-        Label {
+        TextBlock {
             objectName: "quickAddError"
             Layout.fillWidth: true
             visible: text.length > 0
+            role: "danger"
             text: root.draft.error
-            color: appTheme.danger
             wrapMode: Text.Wrap
         }
     }

@@ -1,7 +1,8 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import QtQuick.Window
+import Tarnwell.Views
 
 // Routines: the saved routines on the left, the chosen one's name, repeat
 // rule and task templates on the right. Escape closes an open form first,
@@ -53,19 +54,17 @@ ThemedWindow {
         ColumnLayout {
             Layout.fillWidth: true
             spacing: 2
-            Label {
+            TextBlock {
                 Layout.fillWidth: true
+                role: "heading"
                 text: root.title
-                font.bold: true
-                font.pixelSize: 18
-                elide: Text.ElideRight
             }
-            Label {
+            TextBlock {
                 Layout.fillWidth: true
+                role: "secondary"
                 //: Routines settings tab: caption under the title
                 //% "Saved lists of tasks to load into a day, or to add themselves on chosen weekdays."
                 text: qsTrId("settings.routines.caption")
-                color: appTheme.secondaryText
                 wrapMode: Text.Wrap
             }
         }
@@ -97,7 +96,7 @@ ThemedWindow {
                     Accessible.role: Accessible.List
                     Keys.onDeletePressed: if (root.routines.count > 0) deleteDialog.open()
 
-                    delegate: ItemDelegate {
+                    delegate: ListRow {
                         id: routineRow
                         required property int index
                         required property string name
@@ -105,42 +104,48 @@ ThemedWindow {
                         required property int repeatKind
                         required property int itemCount
                         width: ListView.view.width
-                        highlighted: ListView.isCurrentItem
-                        focusPolicy: Qt.NoFocus
+                        selected: ListView.isCurrentItem
+                        current: ListView.isCurrentItem && routineList.activeFocus
+                        Accessible.role: Accessible.ListItem
                         Accessible.name: name
                         onClicked: {
                             // A name being typed is saved to its own routine first.
                             routineList.forceActiveFocus()
                             root.routines.currentIndex = index
                         }
-                        background: Rectangle {
-                            radius: 6
-                            color: routineRow.highlighted ? Qt.rgba(appTheme.accent.r, appTheme.accent.g, appTheme.accent.b, 0.14)
-                                                          : "transparent"
-                            border.color: routineRow.highlighted && routineList.activeFocus ? appTheme.accent : "transparent"
-                        }
-                        contentItem: ColumnLayout {
-                            spacing: 0
-                            Label {
-                                Layout.fillWidth: true
-                                text: routineRow.name
-                                elide: Text.ElideRight
-                                color: appTheme.text
+                        RowLayout {
+                            anchors.fill: parent
+                            anchors.leftMargin: Tokens.spaceS
+                            anchors.rightMargin: Tokens.spaceS
+                            spacing: Tokens.spaceS
+                            Icon {
+                                name: "routine"
+                                color: routineRow.selected ? appTheme.accentText : appTheme.secondaryText
+                                Layout.preferredWidth: Tokens.iconSmall
+                                Layout.preferredHeight: Tokens.iconSmall
                             }
-                            Label {
+                            ColumnLayout {
                                 Layout.fillWidth: true
-                                visible: routineRow.repeatKind !== 0
-                                text: routineRow.repeatLabel
-                                elide: Text.ElideRight
-                                font.pixelSize: 11
-                                color: appTheme.secondaryText
+                                spacing: 0
+                                TextBlock {
+                                    Layout.fillWidth: true
+                                    text: routineRow.name
+                                    font.weight: routineRow.selected ? Font.DemiBold : Font.Normal
+                                }
+                                TextBlock {
+                                    Layout.fillWidth: true
+                                    visible: routineRow.repeatKind !== 0
+                                    role: "caption"
+                                    text: routineRow.repeatLabel
+                                }
                             }
                         }
                     }
                 }
-                PopButton {
+                ActionButton {
                     objectName: "newRoutine"
                     Layout.fillWidth: true
+                    iconName: "add"
                     //: Routines settings tab: button that makes a new routine
                     //% "New routine"
                     text: qsTrId("settings.routines.new")
@@ -165,22 +170,29 @@ ThemedWindow {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 Item { Layout.fillHeight: true }
-                Label {
+                Icon {
+                    Layout.alignment: Qt.AlignHCenter
+                    width: 32
+                    height: 32
+                    name: "routine"
+                    color: appTheme.secondaryText
+                }
+                TextBlock {
                     Layout.fillWidth: true
                     horizontalAlignment: Text.AlignHCenter
+                    role: "title"
                     //: Routines settings tab: shown when no routine is saved yet
                     //% "No routines yet"
                     text: qsTrId("settings.routines.empty")
-                    font.bold: true
                     wrapMode: Text.Wrap
                 }
-                Label {
+                TextBlock {
                     Layout.fillWidth: true
                     horizontalAlignment: Text.AlignHCenter
+                    role: "secondary"
                     //: Routines settings tab: how to make a routine, under the empty message
                     //% "Make one with New routine, or save a day's queue from the popover's routine menu."
                     text: qsTrId("settings.routines.emptyCaption")
-                    color: appTheme.secondaryText
                     wrapMode: Text.Wrap
                 }
                 Item { Layout.fillHeight: true }
@@ -200,12 +212,12 @@ ThemedWindow {
                     columnSpacing: 8
                     rowSpacing: 6
 
-                    Label {
+                    TextBlock {
                         //: Routines settings tab: label of the routine's name field
                         //% "Name"
                         text: qsTrId("settings.routines.name")
                     }
-                    TextField {
+                    InputField {
                         id: nameField
                         objectName: "routineName"
                         Layout.fillWidth: true
@@ -224,20 +236,20 @@ ThemedWindow {
                         }
                     }
                     Item { Layout.preferredWidth: 1; visible: nameError.visible }
-                    Label {
+                    TextBlock {
                         id: nameError
                         objectName: "nameError"
                         Layout.fillWidth: true
                         visible: text.length > 0
+                        role: "danger"
                         text: nameField.error
-                        color: appTheme.danger
                         wrapMode: Text.Wrap
                     }
 
-                    Label {
+                    TextBlock {
                         text: root.routines.texts.repeatMenu
                     }
-                    ComboBox {
+                    SelectBox {
                         id: repeatBox
                         objectName: "repeatMenu"
                         Layout.fillWidth: true
@@ -258,16 +270,12 @@ ThemedWindow {
                         spacing: 4
                         Repeater {
                             model: root.routines.weekdays
-                            delegate: PopButton {
+                            delegate: ActionButton {
                                 required property var modelData
-                                implicitWidth: Math.max(40, implicitContentWidth + leftPadding + rightPadding)
-                                // A chosen day in the accent colour.
-                                palette.dark: appTheme.accent
-                                palette.brightText: appTheme.dark ? appTheme.window : appTheme.surface
+                                implicitWidth: Math.max(44, implicitContentWidth + leftPadding + rightPadding)
                                 text: modelData.name
                                 checkable: true
                                 checked: modelData.on
-                                flat: !checked
                                 Accessible.name: modelData.longName
                                 onClicked: root.routines.setWeekday(modelData.weekday, checked)
                             }
@@ -312,14 +320,17 @@ ThemedWindow {
                         function onCurrentIndexChanged() { itemList.editingRow = -1 }
                     }
 
-                    delegate: Item {
+                    delegate: ListRow {
                         id: itemRow
                         required property int index
                         required property string title
                         required property int minutes
                         readonly property bool editing: itemList.editingRow === index
                         width: ListView.view.width
-                        implicitHeight: editing ? editor.implicitHeight + 8 : Math.max(summary.implicitHeight, 32)
+                        implicitHeight: editing ? editor.implicitHeight + 8 : Math.max(summary.implicitHeight, 36)
+                        current: !editing && ListView.isCurrentItem && itemList.activeFocus
+                        Accessible.role: Accessible.ListItem
+                        Accessible.name: title
 
                         onEditingChanged: {
                             if (editing) {
@@ -336,77 +347,58 @@ ThemedWindow {
                             }
                         }
 
-                        Rectangle {
-                            anchors.fill: parent
-                            radius: 6
-                            color: itemRow.ListView.isCurrentItem && itemList.activeFocus ? appTheme.surface : "transparent"
-                            border.color: itemRow.ListView.isCurrentItem && itemList.activeFocus ? appTheme.accent : "transparent"
-                        }
-
                         RowLayout {
                             id: summary
                             visible: !itemRow.editing
                             anchors.fill: parent
-                            anchors.leftMargin: 6
-                            spacing: 4
-                            Label {
+                            anchors.leftMargin: Tokens.spaceS
+                            spacing: 2
+                            TextBlock {
                                 Layout.fillWidth: true
                                 text: itemRow.title
-                                elide: Text.ElideRight
                             }
-                            Label {
+                            TextBlock {
+                                role: "secondary"
                                 text: root.durationText(itemRow.minutes)
-                                color: appTheme.secondaryText
+                                Layout.rightMargin: Tokens.spaceXs
                             }
-                            PopButton {
-                                text: "↑"
-                                flat: true
-                                implicitWidth: 32
+                            IconButton {
+                                iconName: "up"
                                 enabled: itemRow.index > 0
                                 focusPolicy: Qt.NoFocus
                                 //: Task row action: move the task one place up in the queue
                                 //% "Move up"
-                                ToolTip.text: qsTrId("popover.row.moveUp")
-                                Accessible.name: ToolTip.text
+                                hint: qsTrId("popover.row.moveUp")
                                 onClicked: root.routines.items.move(itemRow.index, -1)
                             }
-                            PopButton {
-                                text: "↓"
-                                flat: true
-                                implicitWidth: 32
+                            IconButton {
+                                iconName: "down"
                                 enabled: itemRow.index < itemList.count - 1
                                 focusPolicy: Qt.NoFocus
                                 //: Task row action: move the task one place down in the queue
                                 //% "Move down"
-                                ToolTip.text: qsTrId("popover.row.moveDown")
-                                Accessible.name: ToolTip.text
+                                hint: qsTrId("popover.row.moveDown")
                                 onClicked: root.routines.items.move(itemRow.index, 1)
                             }
-                            PopButton {
+                            IconButton {
                                 objectName: "editItem"
-                                text: "✎"
-                                flat: true
-                                implicitWidth: 32
+                                iconName: "edit"
                                 focusPolicy: Qt.NoFocus
                                 //: Task row action: open the task's editor
                                 //% "Edit…"
-                                ToolTip.text: qsTrId("popover.row.edit")
-                                Accessible.name: ToolTip.text
+                                hint: qsTrId("popover.row.edit")
                                 onClicked: {
                                     itemList.currentIndex = itemRow.index
                                     itemList.editingRow = itemRow.index
                                 }
                             }
-                            PopButton {
+                            IconButton {
                                 objectName: "removeItem"
-                                text: "✕"
-                                flat: true
-                                implicitWidth: 32
+                                iconName: "close"
                                 focusPolicy: Qt.NoFocus
                                 //: Routines settings tab: removes a task template from the routine
                                 //% "Remove task"
-                                ToolTip.text: qsTrId("settings.routines.removeTask")
-                                Accessible.name: ToolTip.text
+                                hint: qsTrId("settings.routines.removeTask")
                                 onClicked: root.routines.items.remove(itemRow.index)
                             }
                         }
@@ -427,7 +419,7 @@ ThemedWindow {
                             spacing: 4
                             RowLayout {
                                 Layout.fillWidth: true
-                                TextField {
+                                InputField {
                                     id: editTitle
                                     objectName: "editItemTitle"
                                     Layout.fillWidth: true
@@ -439,7 +431,7 @@ ThemedWindow {
                                     Keys.onReturnPressed: editor.save()
                                     Keys.onEnterPressed: editor.save()
                                 }
-                                TextField {
+                                InputField {
                                     id: editMinutes
                                     Layout.preferredWidth: 90
                                     //: Task editor: placeholder of the planned minutes field
@@ -450,26 +442,26 @@ ThemedWindow {
                                     Keys.onReturnPressed: editor.save()
                                     Keys.onEnterPressed: editor.save()
                                 }
-                                PopButton {
+                                ActionButton {
                                     //: Button that closes a small form without saving
                                     //% "Cancel"
                                     text: qsTrId("popover.cancel")
                                     onClicked: itemList.editingRow = -1
                                 }
-                                PopButton {
+                                ActionButton {
                                     //: Button that saves a small form
                                     //% "Save"
                                     text: qsTrId("popover.save")
-                                    highlighted: true
+                                    kind: "primary"
                                     onClicked: editor.save()
                                 }
                             }
-                            Label {
+                            TextBlock {
                                 objectName: "editItemError"
                                 Layout.fillWidth: true
                                 visible: text.length > 0
+                                role: "danger"
                                 text: editor.error
-                                color: appTheme.danger
                                 wrapMode: Text.Wrap
                             }
                         }
@@ -480,7 +472,7 @@ ThemedWindow {
                 RowLayout {
                     Layout.fillWidth: true
                     spacing: 6
-                    TextField {
+                    InputField {
                         id: newTitle
                         objectName: "newItemTitle"
                         Layout.fillWidth: true
@@ -492,7 +484,7 @@ ThemedWindow {
                         Accessible.name: qsTrId("settings.routines.addTask")
                         onAccepted: addTask.clicked()
                     }
-                    TextField {
+                    InputField {
                         id: newMinutes
                         objectName: "newItemMinutes"
                         Layout.preferredWidth: 90
@@ -502,9 +494,10 @@ ThemedWindow {
                         Accessible.name: placeholderText
                         onAccepted: addTask.clicked()
                     }
-                    PopButton {
+                    ActionButton {
                         id: addTask
                         objectName: "addItem"
+                        iconName: "add"
                         //: Routines settings tab: adds a task template to the routine
                         //% "Add task"
                         text: qsTrId("settings.routines.addTask")
@@ -518,12 +511,12 @@ ThemedWindow {
                         }
                     }
                 }
-                Label {
+                TextBlock {
                     id: addError
                     objectName: "addItemError"
                     Layout.fillWidth: true
                     visible: text.length > 0
-                    color: appTheme.danger
+                    role: "danger"
                     wrapMode: Text.Wrap
                     Connections {
                         target: root.routines
@@ -534,12 +527,13 @@ ThemedWindow {
                 RowLayout {
                     Layout.fillWidth: true
                     Item { Layout.fillWidth: true }
-                    PopButton {
+                    ActionButton {
                         objectName: "deleteRoutine"
+                        kind: "flat"
+                        iconName: "close"
                         //: Routines settings tab: deletes the chosen routine
                         //% "Delete routine"
                         text: qsTrId("settings.routines.delete")
-                        palette.buttonText: appTheme.danger
                         onClicked: deleteDialog.open()
                     }
                 }
@@ -548,40 +542,46 @@ ThemedWindow {
     }
 
     // Deleting asks first.
-    Dialog {
+    Sheet {
         id: deleteDialog
         objectName: "deleteDialog"
-        anchors.centerIn: parent
         width: Math.min(420, root.width - 32)
-        modal: true
-        closePolicy: Popup.CloseOnEscape
+        closePolicy: T.Popup.CloseOnEscape
         //: Routines settings tab: title of the question before a routine is deleted; %1 = routine name
         //% "Delete “%1”?"
         title: qsTrId("settings.routines.delete.confirm").arg(root.routines.currentName)
         onOpened: cancelDelete.forceActiveFocus()
         onClosed: routineList.forceActiveFocus()
-        contentItem: Label {
+        TextBlock {
+            width: parent.width
+            role: "secondary"
             //: Routines settings tab: what deleting a routine removes and what it leaves alone
             //% "The routine and its task templates are removed. Tasks already loaded into your days stay, but no longer repeat."
             text: qsTrId("settings.routines.delete.body")
             wrapMode: Text.Wrap
+            elide: Text.ElideNone
         }
-        footer: DialogButtonBox {
-            PopButton {
+        Row {
+            anchors.right: parent.right
+            spacing: Tokens.spaceS
+            ActionButton {
                 id: cancelDelete
                 //: Button that closes a small form without saving
                 //% "Cancel"
                 text: qsTrId("popover.cancel")
-                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+                onClicked: deleteDialog.close()
             }
-            PopButton {
+            ActionButton {
                 objectName: "confirmDelete"
+                kind: "danger"
                 //: Routines settings tab: deletes the chosen routine
                 //% "Delete routine"
                 text: qsTrId("settings.routines.delete")
-                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+                onClicked: {
+                    deleteDialog.close()
+                    root.routines.remove(root.routines.currentIndex)
+                }
             }
         }
-        onAccepted: root.routines.remove(root.routines.currentIndex)
     }
 }

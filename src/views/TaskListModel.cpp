@@ -3,6 +3,8 @@
 #include "persistence/Task.h"
 #include "services/FocusTime.h"
 
+#include <QSet>
+
 namespace tarnwell {
 
 TaskListModel::TaskListModel(QObject *parent)
@@ -37,26 +39,58 @@ void TaskListModel::setTasks(const QList<Task *> &open, const QList<Task *> &com
     for (Task *task : completed)
         rows.append(rowFor(task, taskInHand, now));
 
-    bool sameSet = rows.size() == m_rows.size() && int(open.size()) == m_openCount;
-    for (qsizetype i = 0; sameSet && i < rows.size(); ++i)
-        sameSet = rows[i].task == m_rows[i].task;
-
-    if (!sameSet) {
-        const bool countChanges = rows.size() != m_rows.size() || int(open.size()) != m_openCount;
+    const int openBefore = m_openCount;
+    const qsizetype countBefore = m_rows.size();
+    // Another day, or nothing in common: start afresh.
+    bool shared = false;
+    for (const Row &row : std::as_const(rows))
+        shared = shared || rowOf(row.id) >= 0;
+    if (!shared) {
         beginResetModel();
         m_rows = std::move(rows);
         m_openCount = int(open.size());
         endResetModel();
-        if (countChanges)
-            Q_EMIT countChanged();
-        return;
+    } else {
+        reconcile(rows);
+        m_openCount = int(open.size());
+    }
+    if (m_rows.size() != countBefore || m_openCount != openBefore)
+        Q_EMIT countChanged();
+}
+
+// Turns the shown rows into `rows` by removing, moving and inserting single
+// rows, so that a view can show each change as it happens (a task that moves
+// slides to its place) rather than being rebuilt.
+void TaskListModel::reconcile(const QList<Row> &rows)
+{
+    QSet<QUuid> wanted;
+    for (const Row &row : rows)
+        wanted.insert(row.id);
+    for (qsizetype i = m_rows.size() - 1; i >= 0; --i) {
+        if (wanted.contains(m_rows[i].id))
+            continue;
+        beginRemoveRows({}, int(i), int(i));
+        m_rows.removeAt(i);
+        endRemoveRows();
     }
     for (qsizetype i = 0; i < rows.size(); ++i) {
-        if (rows[i] == m_rows[i])
+        const int at = rowOf(rows[i].id);
+        if (at < 0) {
+            beginInsertRows({}, int(i), int(i));
+            m_rows.insert(i, rows[i]);
+            endInsertRows();
             continue;
-        m_rows[i] = rows[i];
-        const QModelIndex at = index(int(i));
-        Q_EMIT dataChanged(at, at);
+        }
+        if (at != i) {
+            beginMoveRows({}, at, at, {}, int(i));
+            m_rows.move(at, i);
+            endMoveRows();
+        }
+        if (!(m_rows[i] == rows[i])) {
+            m_rows[i] = rows[i];
+            const QModelIndex changed = index(int(i));
+            Q_EMIT dataChanged(changed, changed);
+        }
     }
 }
 

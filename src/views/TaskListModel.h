@@ -10,8 +10,9 @@ namespace tarnwell {
 class Task;
 
 // One day's tasks for the popover's list: the open tasks in queue order, then
-// (when asked for) the completed ones. A new set or order resets the model;
-// a task whose shown values changed only reports its row.
+// (when asked for) the completed ones. Changes arrive as single rows removed,
+// moved, inserted or changed, so that a completed task can be seen moving to
+// the completed part; another day's tasks reset the model.
 class TaskListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -71,6 +72,7 @@ private:
         bool operator==(const Row &) const = default;
     };
     static Row rowFor(Task *task, const Task *taskInHand, const QDateTime &now);
+    void reconcile(const QList<Row> &rows);
 
     QList<Row> m_rows;
     int m_openCount = 0;

@@ -1,11 +1,10 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import Tarnwell.Views
 
-// One task of the popover's list: tick, title and plan, its actions, and an
-// inline editor.
-Item {
+// One task of the popover's list: drag handle, tick, title with its urgency
+// flag and plan, its actions, and an inline editor.
+ListRow {
     id: row
     required property var model
     required property int index
@@ -21,31 +20,26 @@ Item {
     Accessible.role: Accessible.ListItem
     Accessible.name: row.model.title
 
-    implicitHeight: editing ? editor.implicitHeight + 16 : Math.max(44, summary.implicitHeight + 12)
-
-    Rectangle {
-        anchors.fill: parent
-        radius: 6
-        color: row.model.isTaskInHand ? Qt.rgba(appTheme.accent.r, appTheme.accent.g, appTheme.accent.b, 0.12)
-                                      : (row.activeFocus || dragArea.pressed ? appTheme.surface : "transparent")
-        border.color: row.activeFocus ? appTheme.accent : "transparent"
-    }
+    selected: row.model.isTaskInHand && !row.editing
+    current: row.activeFocus && !row.editing
+    implicitHeight: editing ? editor.implicitHeight + 16 : Math.max(Tokens.rowHeight, summary.implicitHeight + 12)
 
     RowLayout {
         id: summary
         visible: !row.editing
         anchors.fill: parent
-        anchors.leftMargin: 4
-        anchors.rightMargin: 4
-        spacing: 4
+        anchors.leftMargin: Tokens.spaceXs
+        anchors.rightMargin: Tokens.spaceXs
+        spacing: Tokens.spaceXs
 
         Icon {
             id: handle
             name: "handle"
             visible: row.open
+            opacity: row.hovered || row.activeFocus || dragArea.pressed ? 1 : 0.55
             color: appTheme.secondaryText
-            Layout.preferredWidth: 14
-            Layout.preferredHeight: 18
+            Layout.preferredWidth: Tokens.iconSmall
+            Layout.preferredHeight: Tokens.iconSize
             MouseArea {
                 id: dragArea
                 objectName: "dragHandle"
@@ -62,13 +56,17 @@ Item {
                 }
             }
         }
-        CheckBox {
+        Item {
+            // Completed rows keep their tick where the handle was.
+            visible: !row.open
+            Layout.preferredWidth: Tokens.iconSmall
+        }
+        CheckCircle {
             objectName: "completeBox"
             checked: row.model.completed
-            focusPolicy: Qt.StrongFocus
             //: Task row: tick that marks the task done (or open again)
             //% "Done"
-            Accessible.name: qsTrId("popover.row.done")
+            text: qsTrId("popover.row.done")
             onToggled: checked ? row.popover.completeTask(row.model.id) : row.popover.reopenTask(row.model.id)
         }
         ColumnLayout {
@@ -76,28 +74,28 @@ Item {
             spacing: 0
             RowLayout {
                 Layout.fillWidth: true
-                spacing: 4
+                spacing: Tokens.spaceXs
                 Icon {
                     objectName: "urgentMark"
                     visible: row.model.urgent
                     name: "urgent"
-                    color: row.model.completed ? appTheme.secondaryText : appTheme.danger
-                    Layout.preferredWidth: 14
-                    Layout.preferredHeight: 14
+                    color: row.model.completed ? appTheme.secondaryText : appTheme.dangerText
+                    Layout.preferredWidth: Tokens.iconSmall
+                    Layout.preferredHeight: Tokens.iconSmall
                     Accessible.role: Accessible.Graphic
                     Accessible.name: qsTrId("quickAdd.chip.urgent")
                 }
-                Label {
+                TextBlock {
                     objectName: "rowTitle"
                     Layout.fillWidth: true
                     text: row.model.title
-                    color: row.model.completed ? appTheme.secondaryText : appTheme.text
+                    role: row.model.completed ? "secondary" : "body"
+                    font.pixelSize: appTheme.bodySize
                     font.strikeout: row.model.completed
                     font.weight: row.model.isTaskInHand ? Font.DemiBold : Font.Normal
-                    elide: Text.ElideRight
                 }
             }
-            Label {
+            TextBlock {
                 Layout.fillWidth: true
                 readonly property var parts: {
                     const list = []
@@ -116,68 +114,79 @@ Item {
                 }
                 visible: parts.length > 0
                 text: parts.join(" · ")
-                color: appTheme.secondaryText
-                font.pixelSize: 11
-                elide: Text.ElideRight
+                role: "caption"
             }
         }
-        PopButton {
+        IconButton {
             id: actionsButton
             objectName: "rowActions"
             iconName: "more"
-            flat: true
+            opacity: row.hovered || row.activeFocus || activeFocus || (row.actions && row.actions.visible) ? 1 : 0.7
             //: Task row: button that opens the task's actions
             //% "Task actions"
-            ToolTip.text: qsTrId("popover.row.actions")
-            onClicked: actions.open()
-            Menu {
-                id: actions
-                y: actionsButton.height
-                MenuItem {
-                    objectName: "startNow"
-                    visible: row.open && row.today && !row.model.isTaskInHand
-                    height: visible ? implicitHeight : 0
-                    //: Task row action: make this the task in hand and start its timer
-                    //% "Start now"
-                    text: qsTrId("popover.row.startNow")
-                    onTriggered: row.popover.startNow(row.model.id)
-                }
-                MenuItem {
-                    visible: row.open
-                    height: visible ? implicitHeight : 0
-                    //: Task row action: move the task to the next day
-                    //% "Move to tomorrow"
-                    text: qsTrId("popover.row.moveToTomorrow")
-                    onTriggered: row.popover.moveToTomorrow(row.model.id)
-                }
-                MenuItem {
-                    visible: row.open && row.index > 0
-                    height: visible ? implicitHeight : 0
-                    //: Task row action: move the task one place up in the queue
-                    //% "Move up"
-                    text: qsTrId("popover.row.moveUp")
-                    onTriggered: row.popover.moveUp(row.model.id)
-                }
-                MenuItem {
-                    visible: row.open && row.index < row.popover.tasks.openCount - 1
-                    height: visible ? implicitHeight : 0
-                    //: Task row action: move the task one place down in the queue
-                    //% "Move down"
-                    text: qsTrId("popover.row.moveDown")
-                    onTriggered: row.popover.moveDown(row.model.id)
-                }
-                MenuItem {
-                    //: Task row action: open the task's editor
-                    //% "Edit…"
-                    text: qsTrId("popover.row.edit")
-                    onTriggered: row.editRequested()
-                }
-                MenuItem {
-                    //: Task row action: delete the task
-                    //% "Delete"
-                    text: qsTrId("popover.row.delete")
-                    onTriggered: row.popover.deleteTask(row.model.id)
-                }
+            hint: qsTrId("popover.row.actions")
+            onClicked: row.openActions()
+        }
+    }
+
+    // The actions menu is made when first opened: most rows never need one.
+    property ActionMenu actions: null
+    function openActions() {
+        if (!row.actions)
+            row.actions = actionsMenu.createObject(actionsButton)
+        row.actions.open()
+    }
+    Component {
+        id: actionsMenu
+        ActionMenu {
+            y: actionsButton.height
+            ActionMenuItem {
+                objectName: "startNow"
+                iconName: "play"
+                visible: row.open && row.today && !row.model.isTaskInHand
+                //: Task row action: make this the task in hand and start its timer
+                //% "Start now"
+                text: qsTrId("popover.row.startNow")
+                onTriggered: row.popover.startNow(row.model.id)
+            }
+            ActionMenuItem {
+                visible: row.open
+                iconName: "rollover"
+                //: Task row action: move the task to the next day
+                //% "Move to tomorrow"
+                text: qsTrId("popover.row.moveToTomorrow")
+                onTriggered: row.popover.moveToTomorrow(row.model.id)
+            }
+            ActionMenuItem {
+                visible: row.open && row.index > 0
+                iconName: "up"
+                //: Task row action: move the task one place up in the queue
+                //% "Move up"
+                text: qsTrId("popover.row.moveUp")
+                onTriggered: row.popover.moveUp(row.model.id)
+            }
+            ActionMenuItem {
+                visible: row.open && row.index < row.popover.tasks.openCount - 1
+                iconName: "down"
+                //: Task row action: move the task one place down in the queue
+                //% "Move down"
+                text: qsTrId("popover.row.moveDown")
+                onTriggered: row.popover.moveDown(row.model.id)
+            }
+            ActionMenuItem {
+                iconName: "edit"
+                //: Task row action: open the task's editor
+                //% "Edit…"
+                text: qsTrId("popover.row.edit")
+                onTriggered: row.editRequested()
+            }
+            ActionMenuItem {
+                iconName: "close"
+                danger: true
+                //: Task row action: delete the task
+                //% "Delete"
+                text: qsTrId("popover.row.delete")
+                onTriggered: row.popover.deleteTask(row.model.id)
             }
         }
     }
@@ -201,7 +210,7 @@ Item {
             const view = row.listView
             Qt.callLater(() => { view.currentIndex = Math.max(0, Math.min(to, view.count - 1)) })
         } else if (event.key === Qt.Key_Menu) {
-            actions.open()
+            row.openActions()
         } else {
             return
         }
@@ -214,8 +223,8 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
-        anchors.margins: 8
-        spacing: 4
+        anchors.margins: Tokens.spaceS
+        spacing: Tokens.spaceXs + 2
         onVisibleChanged: if (visible) {
             titleField.text = row.model.title
             notesField.text = row.model.notes
@@ -249,7 +258,7 @@ Item {
             }
         }
 
-        TextField {
+        InputField {
             id: titleField
             objectName: "editTitle"
             Layout.fillWidth: true
@@ -258,7 +267,7 @@ Item {
             placeholderText: qsTrId("popover.edit.title")
             onAccepted: editor.save()
         }
-        TextField {
+        InputField {
             id: notesField
             Layout.fillWidth: true
             //: Task editor: placeholder of the notes field
@@ -268,7 +277,7 @@ Item {
         }
         RowLayout {
             Layout.fillWidth: true
-            TextField {
+            InputField {
                 id: minutesField
                 objectName: "editDuration"
                 Layout.fillWidth: true
@@ -278,7 +287,7 @@ Item {
                 Accessible.name: placeholderText
                 onAccepted: editor.save()
             }
-            TextField {
+            InputField {
                 id: dueField
                 Layout.fillWidth: true
                 //: Task editor: placeholder of the due date field (keep YYYY-MM-DD)
@@ -289,46 +298,38 @@ Item {
         }
         RowLayout {
             Layout.fillWidth: true
-            Label {
+            TextBlock {
                 text: row.popover.texts.repeat
-                color: appTheme.text
             }
-            ComboBox {
+            SelectBox {
                 id: repeatBox
                 objectName: "editRepeat"
                 Layout.fillWidth: true
                 model: row.popover.editor.repeatOptions
                 Accessible.name: row.popover.texts.repeat
                 // Chosen weekdays are set in the routines window; here they only show.
-                delegate: ItemDelegate {
-                    required property int index
-                    required property string modelData
-                    width: repeatBox.width
-                    text: modelData
-                    enabled: index !== 3
-                    highlighted: repeatBox.highlightedIndex === index
-                }
+                disabledIndexes: [3]
             }
         }
-        Label {
+        TextBlock {
             id: errorLabel
             objectName: "editError"
             Layout.fillWidth: true
             visible: text.length > 0
-            color: appTheme.danger
+            role: "danger"
             wrapMode: Text.Wrap
         }
         RowLayout {
             Layout.fillWidth: true
             Item { Layout.fillWidth: true }
-            PopButton {
+            ActionButton {
                 //: Button that closes a small form without saving
                 //% "Cancel"
                 text: qsTrId("popover.cancel")
                 onClicked: row.editFinished()
             }
-            PopButton {
-                highlighted: true
+            ActionButton {
+                kind: "primary"
                 //: Button that saves a small form
                 //% "Save"
                 text: qsTrId("popover.save")

@@ -1,10 +1,12 @@
 import QtQuick
 import QtQuick.Controls
 
-// A window whose stock controls (buttons, fields, check boxes, menus) draw
-// with our light or dark palette rather than the desktop's.
+// Every window of the product: the window colour and the user's font; the
+// few stock pieces our components still use (tooltips) take the palette.
 ApplicationWindow {
     color: appTheme.window
+    font.family: appTheme.fontFamily
+    font.pixelSize: appTheme.bodySize
     palette.window: appTheme.window
     palette.windowText: appTheme.text
     palette.base: appTheme.surface

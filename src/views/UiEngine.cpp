@@ -1,8 +1,11 @@
 #include "UiEngine.h"
 
 #include "ThemeController.h"
+#include "icons/IconPainter.h"
 #include "kit/Logging.h"
 
+#include <QGuiApplication>
+#include <QIcon>
 #include <QQmlComponent>
 #include <algorithm>
 #include <malloc.h>
@@ -41,6 +44,14 @@ UiEngine::~UiEngine() = default;
 QQmlEngine &UiEngine::engine()
 {
     if (!m_engine) {
+        // The windows' icon (task switchers, window lists): ours, drawn from
+        // its SVG for the sizes they ask for.
+        if (QGuiApplication::windowIcon().isNull()) {
+            QIcon icon;
+            for (int side : {16, 24, 32, 48, 64, 128})
+                icon.addPixmap(QPixmap::fromImage(icons::renderApplicationIcon(QSize(side, side))));
+            QGuiApplication::setWindowIcon(icon);
+        }
         m_engine = std::make_unique<QQmlEngine>();
         m_engine->rootContext()->setContextProperty(QStringLiteral("appTheme"), &m_theme);
     }
@@ -50,7 +61,8 @@ QQmlEngine &UiEngine::engine()
 QQuickWindow *UiEngine::createWindow(const QString &file, const QVariantMap &properties)
 {
     QQmlComponent component(&engine(), QUrl(QStringLiteral("qrc:/Tarnwell/Views/") + file));
-    QObject *object = component.createWithInitialProperties(properties);
+    // (Qt 6.4 cannot be asked to create from a component that failed to load.)
+    QObject *object = component.isReady() ? component.createWithInitialProperties(properties) : nullptr;
     if (!object) {
         qCCritical(lcServices).noquote()
             << QStringLiteral("Could not create %1: %2").arg(file, component.errorString());

@@ -357,6 +357,7 @@ private Q_SLOTS:
         QTRY_VERIFY(item(window, "routinesEmpty")->isVisible());
         QVERIFY(w.f.routines.routines().isEmpty());
         QVERIFY(w.f.model.routines().isEmpty());
+        QTRY_VERIFY(!dialog->isVisible()); // the question has faded out
         QTest::keyClick(window, Qt::Key_Escape);
         QTRY_VERIFY(!w.routines.isVisible());
         QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));

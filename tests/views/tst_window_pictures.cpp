@@ -1,11 +1,14 @@
-// Pictures of the windows a person meets besides the popover (first run,
-// quick add with a day chosen, routines), in both palettes and in English and
-// German, saved as test artefacts to be looked at. Each picture is checked
-// for what must hold whatever the look: the window's own background colour
-// fills its corner, and the texts are in the language asked for.
+// Pictures of the windows a person meets (the popover with a running task, an
+// urgent one, the rollover bar, the day plan and a toast; first run; quick
+// add with a day chosen; routines), in both palettes, in English and German,
+// at the scale of the run (the suite runs at QT_SCALE_FACTOR 1 and 2), saved
+// as test artefacts to be looked at. Each picture is checked for what must
+// hold whatever the look: the window's own background colour fills its
+// corner, and the texts are in the language asked for.
 #include "ViewsFixture.h"
 #include "services/PlanningTexts.h"
 #include "views/OnboardingCoordinator.h"
+#include "views/PopoverManager.h"
 #include "views/QuickAddWindowController.h"
 #include "views/RoutinesWindowController.h"
 #include "views/ThemeController.h"
@@ -38,8 +41,9 @@ class WindowPicturesTest : public QObject
         const QString dir = QString::fromLocal8Bit(qgetenv("TARNWELL_ARTIFACTS"));
         if (!dir.isEmpty()) {
             QDir().mkpath(dir);
-            picture.save(QStringLiteral("%1/%2-%3-%4.png")
-                             .arg(dir, name, dark ? QStringLiteral("dark") : QStringLiteral("light"), language));
+            picture.save(QStringLiteral("%1/%2-%3-%4-%5x.png")
+                             .arg(dir, name, dark ? QStringLiteral("dark") : QStringLiteral("light"), language)
+                             .arg(window->effectiveDevicePixelRatio()));
         }
     }
 
@@ -68,6 +72,29 @@ private Q_SLOTS:
         theme.setForced(dark ? ThemeController::Forced::dark : ThemeController::Forced::light);
         UiEngine ui(theme);
 
+        // The popover on a working day: the task in hand running, an urgent
+        // task, one done, unfinished work from yesterday, the day plan, and
+        // the toast of a task moved to tomorrow.
+        Task *running = f.tasks.createTask(QStringLiteral("Write the quarterly report"), 45, false, f.day(0));
+        f.tasks.createTask(QStringLiteral("Call the bank"), 15, true, f.day(0));
+        f.tasks.createTask(QStringLiteral("Plan the sprint"), 30, false, f.day(0));
+        Task *later = f.add(QStringLiteral("Book the train"), 10);
+        Task *done = f.add(QStringLiteral("Answer Alex"), 10);
+        f.add(QStringLiteral("Review the budget"), 60, -1);
+        QVERIFY(f.model.startNow(ViewsFixture::idOf(running)));
+        f.tick(12 * 60 + 5);
+        f.model.completeTask(ViewsFixture::idOf(done));
+        f.model.moveToTomorrow(ViewsFixture::idOf(later));
+        f.model.refresh();
+        PopoverManager popover(f.model, ui);
+        popover.show(QPoint());
+        QVERIFY(popover.window());
+        QVERIFY(running->activeStartedAt());
+        QVERIFY(f.model.rolloverVisible() && f.model.toastVisible());
+        QTest::qWait(theme.motionMedium() + 100); // the toast has slid in
+        save(popover.window(), QStringLiteral("popover"), dark, language, theme);
+        popover.hide();
+
         OnboardingCoordinator onboarding(f.settings, ui);
         onboarding.show();
         QQuickWindow *first = nullptr;
@@ -77,6 +104,7 @@ private Q_SLOTS:
         if (!first)
             QFAIL("the first-run window is not shown");
         QCOMPARE(first->title(), title);
+        QTest::qWait(theme.motionMedium() + 100);
         save(first, QStringLiteral("onboarding"), dark, language, theme);
         onboarding.finish();
 

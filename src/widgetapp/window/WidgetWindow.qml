@@ -98,30 +98,25 @@ ThemedWindow {
                         Layout.alignment: Qt.AlignBaseline
                     }
                 }
-                Rectangle {
+                ProgressLine {
                     visible: root.widget.hasPlan
                     Layout.fillWidth: true
-                    implicitHeight: 4
-                    radius: 2
-                    color: appTheme.separator
-                    Rectangle {
-                        width: parent.width * root.widget.progress
-                        height: parent.height
-                        radius: 2
-                        color: root.widget.overdue ? appTheme.danger : appTheme.accent
-                    }
+                    value: root.widget.progress
+                    overdue: root.widget.overdue
                 }
                 RowLayout {
                     spacing: 8
                     Layout.topMargin: 2
-                    PopButton {
+                    ActionButton {
                         objectName: "timerButton"
                         text: root.widget.toggleText
-                        highlighted: !root.widget.running
+                        kind: root.widget.running ? "secondary" : "primary"
+                        iconName: root.widget.running ? "pause" : "play"
                         onClicked: root.widget.toggleTimer()
                     }
-                    PopButton {
+                    ActionButton {
                         objectName: "doneButton"
+                        iconName: "done"
                         text: root.widget.doneText
                         onClicked: root.widget.complete()
                     }

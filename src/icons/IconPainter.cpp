@@ -1,0 +1,82 @@
+#include "IconPainter.h"
+
+#include <QCache>
+#include <QDir>
+#include <QPainter>
+#include <QSvgRenderer>
+
+namespace tarnwell::icons {
+
+namespace {
+
+const QString applicationIcon = QStringLiteral("org.tarnwell.Tarnwell");
+
+QString pathOf(const QString &name)
+{
+    return QStringLiteral(":/icons/%1.svg").arg(name);
+}
+
+QImage draw(const QString &name, QSize pixels)
+{
+    if (pixels.isEmpty() || !exists(name))
+        return {};
+    QSvgRenderer renderer(pathOf(name));
+    if (!renderer.isValid())
+        return {};
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    // Square icons keep their proportions in a wider or taller box.
+    const int side = std::min(pixels.width(), pixels.height());
+    renderer.render(&painter, QRectF((pixels.width() - side) / 2.0, (pixels.height() - side) / 2.0, side, side));
+    return image;
+}
+
+} // namespace
+
+QStringList names()
+{
+    QStringList out;
+    const auto files = QDir(QStringLiteral(":/icons")).entryList({QStringLiteral("*.svg")}, QDir::Files);
+    for (const QString &file : files)
+        out << file.chopped(4);
+    return out;
+}
+
+bool exists(const QString &name)
+{
+    return !name.isEmpty() && QFile::exists(pathOf(name));
+}
+
+QImage render(const QString &name, QSize pixels, const QColor &tint)
+{
+    // The same few icons are drawn over and over (a handle and a menu button
+    // on every row): the last drawn ones are kept, up to about 1 MB.
+    static QCache<QString, QImage> drawn(1 << 20);
+    const QString key = QStringLiteral("%1/%2x%3/%4")
+                            .arg(name)
+                            .arg(pixels.width())
+                            .arg(pixels.height())
+                            .arg(tint.rgba(), 8, 16, QLatin1Char('0'));
+    if (const QImage *kept = drawn.object(key))
+        return *kept;
+    QImage image = draw(name, pixels);
+    if (image.isNull())
+        return image;
+    if (name != applicationIcon) {
+        // The drawing's coverage stays; its colour becomes the tint.
+        QPainter painter(&image);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(image.rect(), tint);
+    }
+    drawn.insert(key, new QImage(image), int(image.sizeInBytes()));
+    return image;
+}
+
+QImage renderApplicationIcon(QSize pixels)
+{
+    return draw(applicationIcon, pixels);
+}
+
+} // namespace tarnwell::icons

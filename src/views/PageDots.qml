@@ -1,0 +1,22 @@
+import QtQuick
+import Tarnwell.Views
+
+// Where a series of pages is: one dot a page, the current one in the accent
+// and wider.
+Row {
+    id: dots
+    property int count: 0
+    property int current: 0
+    spacing: Tokens.spaceS
+    Repeater {
+        model: dots.count
+        Rectangle {
+            required property int index
+            width: index === dots.current ? 20 : 8
+            height: 8
+            radius: 4
+            color: index === dots.current ? appTheme.accent : appTheme.border
+            Behavior on width { NumberAnimation { duration: appTheme.motionMedium; easing.type: Easing.OutCubic } }
+        }
+    }
+}
