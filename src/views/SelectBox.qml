@@ -55,9 +55,10 @@ T.ComboBox {
         y: (control.height - height) / 2
         width: Tokens.iconSmall
         height: Tokens.iconSmall
-        name: "down"
+        // The chevron, pointing down; up while the list is open.
+        name: "next"
         color: appTheme.secondaryText
-        rotation: control.popup.visible ? 180 : 0
+        rotation: control.popup.visible ? 270 : 90
         Behavior on rotation { NumberAnimation { duration: appTheme.motionShort } }
     }
 

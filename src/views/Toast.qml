@@ -22,7 +22,7 @@ Item {
         id: box
         objectName: "toastBox"
         width: parent.width
-        implicitHeight: row.implicitHeight + Tokens.spaceS
+        implicitHeight: row.implicitHeight + Tokens.spaceS * 2
         radius: Tokens.radiusM
         color: appTheme.toast
         y: toast.shown ? 0 : height
@@ -47,6 +47,9 @@ Item {
                 color: appTheme.onToast
                 font.family: appTheme.fontFamily
                 font.pixelSize: appTheme.bodySize
+                // Two lines before it is cut: German and Turkish notes run long.
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
                 elide: Text.ElideRight
             }
             ToastAction {
