@@ -1,0 +1,361 @@
+#include "CalDavClient.h"
+
+#include "DavMultistatus.h"
+#include "kit/Logging.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+
+namespace tarnwell::sync {
+
+namespace {
+
+constexpr int maxRedirects = 5;
+constexpr int timeoutMs = 30000;
+
+const QByteArray propfindPrincipal = QByteArrayLiteral(
+    R"(<?xml version="1.0" encoding="utf-8"?><D:propfind xmlns:D="DAV:"><D:prop><D:current-user-principal/></D:prop></D:propfind>)");
+const QByteArray propfindHome = QByteArrayLiteral(
+    R"(<?xml version="1.0" encoding="utf-8"?><D:propfind xmlns:D="DAV:" xmlns:C="urn:ietf:params:xml:ns:caldav"><D:prop><C:calendar-home-set/></D:prop></D:propfind>)");
+const QByteArray propfindCollections = QByteArrayLiteral(
+    R"(<?xml version="1.0" encoding="utf-8"?><D:propfind xmlns:D="DAV:" xmlns:C="urn:ietf:params:xml:ns:caldav" xmlns:CS="http://calendarserver.org/ns/"><D:prop><D:resourcetype/><D:displayname/><C:supported-calendar-component-set/><D:sync-token/><CS:getctag/></D:prop></D:propfind>)");
+const QByteArray propfindEtags = QByteArrayLiteral(
+    R"(<?xml version="1.0" encoding="utf-8"?><D:propfind xmlns:D="DAV:"><D:prop><D:resourcetype/><D:getetag/></D:prop></D:propfind>)");
+
+QByteArray escaped(const QString &text)
+{
+    return text.toHtmlEscaped().toUtf8();
+}
+
+CalDavStatus statusFor(int http, const QString &what)
+{
+    CalDavStatus s;
+    s.httpStatus = http;
+    s.detail = what;
+    if (http == 401)
+        s.error = CalDavError::unauthorized;
+    else if (http == 412)
+        s.error = CalDavError::conflict;
+    else if (http == 404 || http == 410)
+        s.error = CalDavError::notFound;
+    else if (http < 200 || http >= 300)
+        s.error = CalDavError::server;
+    return s;
+}
+
+// A response's href made absolute against the address that was asked.
+QUrl resolved(const QUrl &base, const QString &href)
+{
+    return base.resolved(QUrl(href));
+}
+
+QUrl asCollection(QUrl url)
+{
+    if (!url.path().endsWith(u'/'))
+        url.setPath(url.path() + u'/');
+    return url;
+}
+
+} // namespace
+
+CalDavClient::CalDavClient(QNetworkAccessManager &network, QObject *parent)
+    : QObject(parent)
+    , m_network(network)
+{
+}
+
+void CalDavClient::setCredentials(const QString &user, const QString &password)
+{
+    m_authorization = "Basic " + (user + u':' + password).toUtf8().toBase64();
+}
+
+QNetworkRequest CalDavClient::request(const QUrl &url) const
+{
+    QNetworkRequest r(url);
+    // Redirects are followed by hand: Qt would turn a redirected PROPFIND
+    // into a GET.
+    r.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+    r.setTransferTimeout(timeoutMs);
+    r.setHeader(QNetworkRequest::UserAgentHeader, QByteArrayLiteral("Tarnwell"));
+    if (!m_authorization.isEmpty())
+        r.setRawHeader("Authorization", m_authorization);
+    return r;
+}
+
+void CalDavClient::send(const QByteArray &verb, const QUrl &url, const QByteArray &body,
+                        const QList<QPair<QByteArray, QByteArray>> &headers, Handler handler, int redirects)
+{
+    QNetworkRequest r = request(url);
+    for (const auto &[name, value] : headers)
+        r.setRawHeader(name, value);
+    QNetworkReply *reply = m_network.sendCustomRequest(r, verb, body);
+    connect(reply, &QNetworkReply::finished, this, [this, reply, verb, url, body, headers, handler, redirects] {
+        reply->deleteLater();
+        Answer answer;
+        const int http = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        const QString what = QString::fromLatin1(verb) + u' ' + url.toDisplayString(QUrl::RemoveUserInfo);
+        if (http == 0) {
+            const bool tls = reply->error() == QNetworkReply::SslHandshakeFailedError;
+            answer.status.error = tls ? CalDavError::certificate : CalDavError::network;
+            answer.status.detail = what + QStringLiteral(": ") + reply->errorString();
+            handler(answer);
+            return;
+        }
+        if (http == 301 || http == 302 || http == 303 || http == 307 || http == 308) {
+            const QUrl target = url.resolved(reply->header(QNetworkRequest::LocationHeader).toUrl());
+            // Never from HTTPS to HTTP, and never in circles.
+            if (redirects < maxRedirects && target.isValid() && target.scheme() == url.scheme()) {
+                send(verb, target, body, headers, handler, redirects + 1);
+                return;
+            }
+        }
+        answer.status = statusFor(http, what + QStringLiteral(": HTTP ") + QString::number(http));
+        answer.body = reply->readAll();
+        answer.etag = QString::fromUtf8(reply->rawHeader("ETag"));
+        handler(answer);
+    });
+}
+
+void CalDavClient::davQuery(const QByteArray &verb, const QUrl &url, int depth, const QByteArray &body, Handler handler)
+{
+    send(verb, url, body, {{"Depth", QByteArray::number(depth)}, {"Content-Type", "application/xml; charset=utf-8"}},
+         std::move(handler));
+}
+
+void CalDavClient::discover(const QUrl &server, Callback<QList<CalDavCollection>> done)
+{
+    // An address with a path of its own is asked first; then the well-known
+    // address, then the server's root.
+    if (server.path().length() > 1) {
+        findPrincipal(server, true, std::move(done));
+        return;
+    }
+    QUrl wellKnown = server;
+    wellKnown.setPath(QStringLiteral("/.well-known/caldav"));
+    findPrincipal(wellKnown, false, std::move(done));
+}
+
+void CalDavClient::findPrincipal(const QUrl &url, bool triedOwnPath, Callback<QList<CalDavCollection>> done)
+{
+    davQuery("PROPFIND", url, 0, propfindPrincipal, [this, url, triedOwnPath, done](const Answer &answer) {
+        if (answer.status.error == CalDavError::unauthorized || answer.status.error == CalDavError::network ||
+            answer.status.error == CalDavError::certificate) {
+            done(answer.status, {});
+            return;
+        }
+        const DavMultistatus ms = answer.status.ok() ? DavMultistatus::parse(answer.body) : DavMultistatus{};
+        for (const DavResponse &r : ms.responses) {
+            const QStringList principal = r.props.value(QStringLiteral("current-user-principal")).hrefs;
+            if (!principal.isEmpty()) {
+                findHome(resolved(url, principal.first()), done);
+                return;
+            }
+        }
+        // No principal here: the server's root, then the well-known address.
+        if (triedOwnPath) {
+            QUrl next = url;
+            next.setPath(QStringLiteral("/.well-known/caldav"));
+            findPrincipal(next, false, done);
+            return;
+        }
+        if (url.path() != QLatin1String("/")) {
+            QUrl root = url;
+            root.setPath(QStringLiteral("/"));
+            findPrincipal(root, false, done);
+            return;
+        }
+        CalDavStatus status = answer.status;
+        status.error = CalDavError::notCalDav;
+        done(status, {});
+    });
+}
+
+void CalDavClient::findHome(const QUrl &principal, Callback<QList<CalDavCollection>> done)
+{
+    davQuery("PROPFIND", principal, 0, propfindHome, [this, principal, done](const Answer &answer) {
+        if (!answer.status.ok()) {
+            done(answer.status, {});
+            return;
+        }
+        const DavMultistatus ms = DavMultistatus::parse(answer.body);
+        for (const DavResponse &r : ms.responses) {
+            const QStringList home = r.props.value(QStringLiteral("calendar-home-set")).hrefs;
+            if (!home.isEmpty()) {
+                listCollections(asCollection(resolved(principal, home.first())), done);
+                return;
+            }
+        }
+        CalDavStatus status = answer.status;
+        status.error = CalDavError::notCalDav;
+        status.detail += QStringLiteral(" (no calendar home)");
+        done(status, {});
+    });
+}
+
+void CalDavClient::listCollections(const QUrl &home, Callback<QList<CalDavCollection>> done)
+{
+    davQuery("PROPFIND", home, 1, propfindCollections, [home, done](const Answer &answer) {
+        if (!answer.status.ok()) {
+            done(answer.status, {});
+            return;
+        }
+        const DavMultistatus ms = DavMultistatus::parse(answer.body);
+        if (!ms.error.isEmpty()) {
+            done({CalDavError::malformed, answer.status.httpStatus, ms.error}, {});
+            return;
+        }
+        QList<CalDavCollection> found;
+        for (const DavResponse &r : ms.responses) {
+            if (!r.props.value(QStringLiteral("resourcetype")).children.contains(QLatin1String("calendar")))
+                continue;
+            // A calendar that names no components holds every kind.
+            const auto set = r.props.constFind(QStringLiteral("supported-calendar-component-set"));
+            if (set != r.props.cend() && !set->components.contains(QLatin1String("VTODO")))
+                continue;
+            CalDavCollection c;
+            c.url = asCollection(resolved(home, r.href));
+            c.displayName = r.props.value(QStringLiteral("displayname")).text;
+            c.syncToken = r.props.value(QStringLiteral("sync-token")).text;
+            c.ctag = r.props.value(QStringLiteral("getctag")).text;
+            found << c;
+        }
+        CalDavStatus status = answer.status;
+        if (found.isEmpty())
+            status.error = CalDavError::noTaskCollection;
+        done(status, found);
+    });
+}
+
+void CalDavClient::refresh(const QUrl &collection, Callback<CalDavCollection> done)
+{
+    davQuery("PROPFIND", collection, 0, propfindCollections, [collection, done](const Answer &answer) {
+        CalDavCollection c;
+        c.url = collection;
+        if (!answer.status.ok()) {
+            done(answer.status, c);
+            return;
+        }
+        const DavMultistatus ms = DavMultistatus::parse(answer.body);
+        if (ms.responses.isEmpty()) {
+            done({CalDavError::malformed, answer.status.httpStatus, ms.error}, c);
+            return;
+        }
+        const DavResponse &r = ms.responses.first();
+        c.displayName = r.props.value(QStringLiteral("displayname")).text;
+        c.syncToken = r.props.value(QStringLiteral("sync-token")).text;
+        c.ctag = r.props.value(QStringLiteral("getctag")).text;
+        done(answer.status, c);
+    });
+}
+
+void CalDavClient::changesSince(const QUrl &collection, const QString &syncToken, Callback<CalDavChanges> done)
+{
+    const QByteArray body =
+        QByteArrayLiteral(R"(<?xml version="1.0" encoding="utf-8"?><D:sync-collection xmlns:D="DAV:"><D:sync-token>)") +
+        escaped(syncToken) +
+        QByteArrayLiteral(
+            R"(</D:sync-token><D:sync-level>1</D:sync-level><D:prop><D:getetag/></D:prop></D:sync-collection>)");
+    davQuery("REPORT", collection, 0, body, [collection, done](const Answer &answer) {
+        CalDavChanges changes;
+        if (!answer.status.ok()) {
+            CalDavStatus status = answer.status;
+            // RFC 6578: a token the server no longer knows is refused with
+            // the valid-sync-token precondition.
+            if ((status.httpStatus == 403 || status.httpStatus == 409) && answer.body.contains("valid-sync-token"))
+                status.error = CalDavError::invalidSyncToken;
+            done(status, changes);
+            return;
+        }
+        const DavMultistatus ms = DavMultistatus::parse(answer.body);
+        if (!ms.error.isEmpty()) {
+            done({CalDavError::malformed, answer.status.httpStatus, ms.error}, changes);
+            return;
+        }
+        changes.syncToken = ms.syncToken;
+        for (const DavResponse &r : ms.responses) {
+            const QUrl url = resolved(collection, r.href);
+            if (url == collection)
+                continue;
+            if (r.status == 404)
+                changes.removed << url;
+            else if (r.props.contains(QStringLiteral("getetag")))
+                changes.changed.append(CalDavResource{url, r.props.value(QStringLiteral("getetag")).text, {}});
+        }
+        done(answer.status, changes);
+    });
+}
+
+void CalDavClient::listEtags(const QUrl &collection, Callback<QList<CalDavResource>> done)
+{
+    davQuery("PROPFIND", collection, 1, propfindEtags, [collection, done](const Answer &answer) {
+        QList<CalDavResource> out;
+        if (!answer.status.ok()) {
+            done(answer.status, out);
+            return;
+        }
+        const DavMultistatus ms = DavMultistatus::parse(answer.body);
+        for (const DavResponse &r : ms.responses) {
+            const QUrl url = resolved(collection, r.href);
+            if (url == collection ||
+                r.props.value(QStringLiteral("resourcetype")).children.contains(QLatin1String("collection")))
+                continue;
+            out.append(CalDavResource{url, r.props.value(QStringLiteral("getetag")).text, {}});
+        }
+        done(ms.error.isEmpty() ? answer.status
+                                : CalDavStatus{CalDavError::malformed, answer.status.httpStatus, ms.error},
+             out);
+    });
+}
+
+void CalDavClient::fetch(const QUrl &collection, const QList<QUrl> &urls, Callback<QList<CalDavResource>> done)
+{
+    QByteArray body = QByteArrayLiteral(
+        R"(<?xml version="1.0" encoding="utf-8"?><C:calendar-multiget xmlns:D="DAV:" xmlns:C="urn:ietf:params:xml:ns:caldav"><D:prop><D:getetag/><C:calendar-data/></D:prop>)");
+    for (const QUrl &url : urls)
+        body += "<D:href>" + escaped(url.path(QUrl::FullyEncoded)) + "</D:href>";
+    body += "</C:calendar-multiget>";
+    davQuery("REPORT", collection, 1, body, [collection, done](const Answer &answer) {
+        QList<CalDavResource> out;
+        if (!answer.status.ok()) {
+            done(answer.status, out);
+            return;
+        }
+        const DavMultistatus ms = DavMultistatus::parse(answer.body);
+        for (const DavResponse &r : ms.responses) {
+            if (!r.props.contains(QStringLiteral("calendar-data")))
+                continue;
+            out.append(CalDavResource{resolved(collection, r.href), r.props.value(QStringLiteral("getetag")).text,
+                                      r.props.value(QStringLiteral("calendar-data")).text.toUtf8()});
+        }
+        done(ms.error.isEmpty() ? answer.status
+                                : CalDavStatus{CalDavError::malformed, answer.status.httpStatus, ms.error},
+             out);
+    });
+}
+
+void CalDavClient::put(const QUrl &url, const QByteArray &calendarData, const QString &etag, Callback<QString> done)
+{
+    QList<QPair<QByteArray, QByteArray>> headers{{"Content-Type", "text/calendar; charset=utf-8"}};
+    if (etag.isEmpty())
+        headers.append(qMakePair(QByteArray("If-None-Match"), QByteArray("*")));
+    else
+        headers.append(qMakePair(QByteArray("If-Match"), etag.toUtf8()));
+    send("PUT", url, calendarData, headers, [done](const Answer &answer) { done(answer.status, answer.etag); });
+}
+
+void CalDavClient::remove(const QUrl &url, const QString &etag, Callback<bool> done)
+{
+    QList<QPair<QByteArray, QByteArray>> headers;
+    if (!etag.isEmpty())
+        headers.append(qMakePair(QByteArray("If-Match"), etag.toUtf8()));
+    send("DELETE", url, {}, headers, [done](const Answer &answer) {
+        // Gone already is what was asked for.
+        CalDavStatus status = answer.status;
+        if (status.error == CalDavError::notFound)
+            status.error = CalDavError::none;
+        done(status, status.ok());
+    });
+}
+
+} // namespace tarnwell::sync

@@ -1,0 +1,261 @@
+// The CalDAV client against a real server: Radicale on 127.0.0.1 with a
+// storage folder of its own, started and stopped by the test.
+#include "sync/CalDavClient.h"
+#include "sync/DavMultistatus.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <optional>
+
+using namespace tarnwell::sync;
+
+namespace {
+
+const QString user = QStringLiteral("alice");
+const QString password = QStringLiteral("correct horse");
+
+QByteArray todo(const QString &uid, const QString &summary)
+{
+    return QStringLiteral("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Tarnwell//Test//EN\r\nBEGIN:VTODO\r\n"
+                          "UID:%1\r\nDTSTAMP:20261124T090000Z\r\nSUMMARY:%2\r\nEND:VTODO\r\nEND:VCALENDAR\r\n")
+        .arg(uid, summary)
+        .toUtf8();
+}
+
+// Waits for a callback of the client and hands back what it said.
+template<typename T>
+struct Outcome
+{
+    std::optional<std::pair<CalDavStatus, T>> value;
+    CalDavClient::Callback<T> callback()
+    {
+        return [this](const CalDavStatus &s, const T &v) { value.emplace(s, v); };
+    }
+    bool wait()
+    {
+        return QTest::qWaitFor([this] { return value.has_value(); }, 15000);
+    }
+    const CalDavStatus &status() const { return value->first; }
+    const T &result() const { return value->second; }
+};
+
+} // namespace
+
+class CalDavClientTest : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    QProcess m_server;
+    QUrl m_base;
+    QNetworkAccessManager m_network;
+
+    // MKCALENDAR, as another client would make the collections.
+    void makeCalendar(const QString &path, const QString &name, const QString &component)
+    {
+        QNetworkRequest r(m_base.resolved(QUrl(path)));
+        r.setRawHeader("Authorization", "Basic " + (user + u':' + password).toUtf8().toBase64());
+        r.setRawHeader("Content-Type", "application/xml");
+        const QByteArray body =
+            QStringLiteral("<?xml version='1.0'?><C:mkcalendar xmlns:D='DAV:' xmlns:C='urn:ietf:params:xml:ns:caldav'>"
+                           "<D:set><D:prop><D:displayname>%1</D:displayname><C:supported-calendar-component-set>"
+                           "<C:comp name='%2'/></C:supported-calendar-component-set></D:prop></D:set></C:mkcalendar>")
+                .arg(name, component)
+                .toUtf8();
+        QNetworkReply *reply = m_network.sendCustomRequest(r, "MKCALENDAR", body);
+        QTRY_VERIFY_WITH_TIMEOUT(reply->isFinished(), 15000);
+        QCOMPARE(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), 201);
+        reply->deleteLater();
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        const QString radicale = QStandardPaths::findExecutable(QStringLiteral("radicale"));
+        QVERIFY2(!radicale.isEmpty(), "radicale is missing (scripts/setup.sh installs it)");
+        // A port nobody holds right now.
+        QTcpServer probe;
+        QVERIFY(probe.listen(QHostAddress::LocalHost));
+        const quint16 port = probe.serverPort();
+        probe.close();
+
+        QFile users(m_dir.filePath(QStringLiteral("users")));
+        QVERIFY(users.open(QIODevice::WriteOnly));
+        users.write((user + u':' + password + u'\n').toUtf8());
+        users.close();
+        m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_server.start(radicale,
+                       {QStringLiteral("--server-hosts"), QStringLiteral("127.0.0.1:%1").arg(port),
+                        QStringLiteral("--storage-filesystem-folder"), m_dir.filePath(QStringLiteral("store")),
+                        QStringLiteral("--auth-type"), QStringLiteral("htpasswd"),
+                        QStringLiteral("--auth-htpasswd-filename"), users.fileName(),
+                        QStringLiteral("--auth-htpasswd-encryption"), QStringLiteral("plain"),
+                        QStringLiteral("--rights-type"), QStringLiteral("owner_only"),
+                        QStringLiteral("--logging-level"), QStringLiteral("warning")});
+        QVERIFY(m_server.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(
+            [&] {
+                QTcpSocket s;
+                s.connectToHost(QHostAddress::LocalHost, port);
+                return s.waitForConnected(200);
+            }(),
+            20000);
+        m_base = QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(port));
+        makeCalendar(QStringLiteral("/alice/tasks/"), QStringLiteral("Tasks"), QStringLiteral("VTODO"));
+        QVERIFY(!QTest::currentTestFailed());
+        makeCalendar(QStringLiteral("/alice/events/"), QStringLiteral("Events"), QStringLiteral("VEVENT"));
+    }
+
+    void cleanupTestCase()
+    {
+        m_server.terminate();
+        m_server.waitForFinished();
+    }
+
+    // From the bare server address to the one collection that holds to-dos,
+    // through the well-known redirect, the principal and the calendar home.
+    void discoveryFindsTheTaskCollectionOnly()
+    {
+        CalDavClient client(m_network);
+        client.setCredentials(user, password);
+        Outcome<QList<CalDavCollection>> found;
+        client.discover(m_base, found.callback());
+        QVERIFY(found.wait());
+        QVERIFY2(found.status().ok(), qPrintable(found.status().detail));
+        QCOMPARE(found.result().size(), 1);
+        QCOMPARE(found.result().first().url, m_base.resolved(QUrl(QStringLiteral("/alice/tasks/"))));
+        QCOMPARE(found.result().first().displayName, QStringLiteral("Tasks"));
+        QVERIFY(!found.result().first().syncToken.isEmpty());
+
+        // A wrong password is told as such; so is a server that is not there.
+        CalDavClient wrong(m_network);
+        wrong.setCredentials(user, QStringLiteral("wrong"));
+        Outcome<QList<CalDavCollection>> refused;
+        wrong.discover(m_base, refused.callback());
+        QVERIFY(refused.wait());
+        QCOMPARE(refused.status().error, CalDavError::unauthorized);
+
+        QTcpServer closed;
+        QVERIFY(closed.listen(QHostAddress::LocalHost));
+        const QUrl gone(QStringLiteral("http://127.0.0.1:%1/").arg(closed.serverPort()));
+        closed.close();
+        Outcome<QList<CalDavCollection>> down;
+        client.discover(gone, down.callback());
+        QVERIFY(down.wait());
+        QCOMPARE(down.status().error, CalDavError::network);
+    }
+
+    // Writes guarded by etags, the changes since a token, the data of the
+    // changed resources, deletes, and a token the server does not know.
+    void writesAndIncrementalChanges()
+    {
+        CalDavClient client(m_network);
+        client.setCredentials(user, password);
+        const QUrl collection = m_base.resolved(QUrl(QStringLiteral("/alice/tasks/")));
+        Outcome<CalDavCollection> start;
+        client.refresh(collection, start.callback());
+        QVERIFY(start.wait());
+        const QString token = start.result().syncToken;
+
+        const QUrl first = collection.resolved(QUrl(QStringLiteral("first.ics")));
+        Outcome<QString> created;
+        client.put(first, todo(QStringLiteral("first"), QStringLiteral("Write the report")), {}, created.callback());
+        QVERIFY(created.wait());
+        QVERIFY2(created.status().ok(), qPrintable(created.status().detail));
+        QVERIFY(!created.result().isEmpty());
+
+        // Creating it again, or writing over a copy that is no longer the
+        // server's, is a conflict and changes nothing.
+        Outcome<QString> again;
+        client.put(first, todo(QStringLiteral("first"), QStringLiteral("Other")), {}, again.callback());
+        QVERIFY(again.wait());
+        QCOMPARE(again.status().error, CalDavError::conflict);
+        Outcome<QString> updated;
+        client.put(first, todo(QStringLiteral("first"), QStringLiteral("Write the final report")), created.result(),
+                   updated.callback());
+        QVERIFY(updated.wait());
+        QVERIFY(updated.status().ok());
+        Outcome<QString> stale;
+        client.put(first, todo(QStringLiteral("first"), QStringLiteral("Stale")), created.result(), stale.callback());
+        QVERIFY(stale.wait());
+        QCOMPARE(stale.status().error, CalDavError::conflict);
+
+        Outcome<CalDavChanges> changes;
+        client.changesSince(collection, token, changes.callback());
+        QVERIFY(changes.wait());
+        QVERIFY2(changes.status().ok(), qPrintable(changes.status().detail));
+        QCOMPARE(changes.result().changed.size(), 1);
+        QCOMPARE(changes.result().changed.first().url, first);
+        QVERIFY(changes.result().syncToken != token);
+
+        Outcome<QList<CalDavResource>> fetched;
+        client.fetch(collection, {first}, fetched.callback());
+        QVERIFY(fetched.wait());
+        QCOMPARE(fetched.result().size(), 1);
+        QVERIFY(fetched.result().first().calendarData.contains("SUMMARY:Write the final report"));
+        QCOMPARE(fetched.result().first().etag, changes.result().changed.first().etag);
+
+        Outcome<QList<CalDavResource>> listed;
+        client.listEtags(collection, listed.callback());
+        QVERIFY(listed.wait());
+        QCOMPARE(listed.result().size(), 1);
+
+        Outcome<bool> removed;
+        client.remove(first, fetched.result().first().etag, removed.callback());
+        QVERIFY(removed.wait());
+        QVERIFY(removed.result());
+        Outcome<CalDavChanges> after;
+        client.changesSince(collection, changes.result().syncToken, after.callback());
+        QVERIFY(after.wait());
+        QCOMPARE(after.result().removed, QList<QUrl>{first});
+        QVERIFY(after.result().changed.isEmpty());
+
+        Outcome<CalDavChanges> unknown;
+        client.changesSince(collection, QStringLiteral("http://radicale.org/ns/sync/unknown"), unknown.callback());
+        QVERIFY(unknown.wait());
+        QCOMPARE(unknown.status().error, CalDavError::invalidSyncToken);
+    }
+
+    // What other servers send that Radicale does not: members' own status,
+    // failed propstats beside good ones, foreign namespaces, and bodies that
+    // are not multistatus at all.
+    void multistatusReadsWhatServersSend()
+    {
+        const DavMultistatus ms = DavMultistatus::parse(
+            "<?xml version='1.0'?>\n"
+            "<d:multistatus xmlns:d='DAV:' xmlns:x='http://example.com/ns' xmlns:cal='urn:ietf:params:xml:ns:caldav'>\n"
+            "  <d:response><d:href>/c/a.ics</d:href>\n"
+            "    <d:propstat><d:prop><d:getetag>\"1\"</d:getetag><x:color>red</x:color></d:prop><d:status>HTTP/1.1 200 "
+            "OK</d:status></d:propstat>\n"
+            "    <d:propstat><d:prop><cal:calendar-data/></d:prop><d:status>HTTP/1.1 404 Not "
+            "Found</d:status></d:propstat>\n"
+            "  </d:response>\n"
+            "  <d:response><d:href>/c/b.ics</d:href><d:status>HTTP/1.1 404 Not Found</d:status></d:response>\n"
+            "  <d:sync-token>tok-2</d:sync-token>\n"
+            "</d:multistatus>");
+        QVERIFY(ms.error.isEmpty());
+        QCOMPARE(ms.syncToken, QStringLiteral("tok-2"));
+        QCOMPARE(ms.responses.size(), 2);
+        QCOMPARE(ms.responses.at(0).props.value(QStringLiteral("getetag")).text, QStringLiteral("\"1\""));
+        QVERIFY(!ms.responses.at(0).props.contains(QStringLiteral("calendar-data")));
+        QVERIFY(!ms.responses.at(0).props.contains(QStringLiteral("color")));
+        QCOMPARE(ms.responses.at(1).status, 404);
+
+        QVERIFY(!DavMultistatus::parse("<html><body>Hello</body></html>").error.isEmpty());
+        QVERIFY(!DavMultistatus::parse("<d:multistatus xmlns:d=\"DAV:\"><d:response>").error.isEmpty());
+        QCOMPARE(davStatusCode(QStringLiteral("HTTP/1.1 207 Multi-Status")), 207);
+        QCOMPARE(davStatusCode(QStringLiteral("garbage 200")), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(CalDavClientTest)
+#include "tst_caldav_client.moc"
