@@ -26,8 +26,10 @@ run: build
 	@$(BUILD)/bin/tarnwell $(ARGS)
 
 # In CI the suite also runs under AddressSanitizer + UndefinedBehaviorSanitizer.
+# A skipped test says why (CTest shows only the output of failed ones).
 test: build
-	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 300
+	@cd $(BUILD) && status=0 && ctest --output-on-failure -j $(JOBS) --timeout 300 || status=$$?; \
+	  grep -h "SKIPPED:" Testing/Temporary/LastTest.log 2>/dev/null || true; exit $$status
 	$(if $(CI),@$(MAKE) --no-print-directory test-asan)
 
 test-asan: setup

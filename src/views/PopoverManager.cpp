@@ -43,7 +43,7 @@ bool PopoverManager::ensureWindow()
     m_window = m_ui.createWindow(QStringLiteral("Popover.qml"), properties);
     if (!m_window)
         return false;
-    m_window->setFlags(windowFlags(QGuiApplication::platformName()));
+    settle(*m_window, QGuiApplication::platformName());
     connect(m_window, &QWindow::activeChanged, this, [this] {
         if (!m_window)
             return;
@@ -77,6 +77,16 @@ Qt::WindowFlags PopoverManager::windowFlags(const QString &platformName)
     if (platformName.startsWith(QLatin1String("wayland")))
         return Qt::Window;
     return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+}
+
+void PopoverManager::settle(QWindow &window, const QString &platformName)
+{
+    window.setFlags(windowFlags(platformName));
+    if (!platformName.startsWith(QLatin1String("wayland")))
+        return;
+    window.setMinimumWidth(window.width());
+    window.setMaximumWidth(window.width());
+    window.setMinimumHeight(std::max(window.minimumHeight(), 1));
 }
 
 QPoint PopoverManager::placement(const QPoint &anchor, const QSize &size, const QRect &available)

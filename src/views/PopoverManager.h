@@ -6,6 +6,7 @@
 
 class QQuickWindow;
 class QScreen;
+class QWindow;
 
 namespace tarnwell {
 
@@ -50,6 +51,11 @@ public:
     // A frameless tool window where the window system lets us place it (X11);
     // a small normal window where it does not (Wayland compositors).
     static Qt::WindowFlags windowFlags(const QString &platformName);
+    // Gives a popover-like window (the popover, quick add) its flags. On
+    // Wayland it also fixes the window's width and sets a minimum height:
+    // tiling compositors (sway and its kin) float such a window at its own
+    // size rather than stretch it over the screen.
+    static void settle(QWindow &window, const QString &platformName);
 
 Q_SIGNALS:
     void shown();

@@ -48,7 +48,7 @@ void QuickAddWindowController::show()
                                       {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
         if (!m_window)
             return;
-        m_window->setFlags(PopoverManager::windowFlags(QGuiApplication::platformName()));
+        PopoverManager::settle(*m_window, QGuiApplication::platformName());
     }
     if (QScreen *screen = QGuiApplication::primaryScreen()) {
         // Centred, in the upper third, where the eye is.

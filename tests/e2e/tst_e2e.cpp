@@ -1,10 +1,14 @@
-// The whole program as a person meets it, under Xvfb on a private bus: a
-// stand-in panel registers the status item; a click opens the popover; three
-// tasks are typed into the add field; the timer is started and the task in
-// hand completed from the status item's menu. The store and the label are
-// checked at each step. The popover is captured in light and dark, English and
-// German (saved as test artefacts): each capture shows its palette's colours,
-// and the German one reads German to a screen reader.
+// The whole program as a person meets it, on a private bus, once under Xvfb
+// and once (tst_e2e.wayland) in a headless Wayland session: a stand-in panel
+// registers the status item; a click opens the popover; three tasks are typed
+// into the add field; the timer is started and the task in hand completed from
+// the status item's menu; a tarnwell://quickadd link opens quick add, where a
+// fourth task is typed. The store and the label are checked at each step. The
+// popover is captured in light and dark, English and German (saved as test
+// artefacts, "wayland-" before the name in the Wayland run): each capture
+// shows its palette's colours, and the German one reads German to a screen
+// reader. On Wayland, where the compositor places windows, the popover and
+// quick add must come up as small windows, not tiled over the whole screen.
 //
 // Like a person, the test waits for what it sees rather than for a fixed time
 // (it reads the windows as a screen reader does): the field focused and empty
@@ -16,11 +20,11 @@
 #include "support/AppProcess.h"
 #include "support/AtSpiTree.h"
 #include "support/Desktop.h"
+#include "support/Screen.h"
 #include "views/ThemeController.h"
 
 #include <QDir>
-#include <QGuiApplication>
-#include <QScreen>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -32,35 +36,42 @@ namespace {
 // Long enough for a sanitizer build on a busy two-core machine.
 constexpr int patience = 30000;
 
-// The visible popover: the one mapped top-level window of the program.
-QRect popoverGeometry()
+// The program's visible window as the screen shows it.
+QImage captureWindow(qint64 pid)
 {
-    QProcess search;
-    search.start(QStringLiteral("xdotool"),
-                 {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--classname"),
-                  QStringLiteral("tarnwell")});
-    search.waitForFinished();
-    const auto ids = QString::fromUtf8(search.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    if (ids.isEmpty())
-        return {};
-    QProcess geometry;
-    geometry.start(QStringLiteral("xdotool"),
-                   {QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), ids.last()});
-    geometry.waitForFinished();
-    QHash<QString, int> values;
-    for (const QString &line : QString::fromUtf8(geometry.readAllStandardOutput()).split(QLatin1Char('\n')))
-        values.insert(line.section(QLatin1Char('='), 0, 0), line.section(QLatin1Char('='), 1).toInt());
-    return QRect(values.value(QStringLiteral("X")), values.value(QStringLiteral("Y")),
-                 values.value(QStringLiteral("WIDTH")), values.value(QStringLiteral("HEIGHT")));
+    const QRect window = screen::windowOf(pid);
+    return window.isValid() ? screen::grab(window) : QImage();
 }
 
-QImage capturePopover()
+// On Wayland the compositor places the windows: they must still come up at
+// their own small size, not stretched over the screen as tiled windows are.
+QString notSmall(const QRect &window)
 {
-    const QRect popover = popoverGeometry();
-    if (!popover.isValid())
-        return {};
-    return QGuiApplication::primaryScreen()->grabWindow(0).copy(popover).toImage().convertToFormat(
-        QImage::Format_RGB32);
+    const QSize whole = screen::size();
+    if (!window.isValid())
+        return QStringLiteral("no window on screen");
+    if (window.width() > 2 * whole.width() / 5 || window.height() >= whole.height())
+        return QStringLiteral("the window fills %1x%2 of a %3x%4 screen")
+            .arg(window.width())
+            .arg(window.height())
+            .arg(whole.width())
+            .arg(whole.height());
+    return {};
+}
+
+QString artifactsDir()
+{
+    const QString dir =
+        qEnvironmentVariable("TARNWELL_ARTIFACTS", QDir::currentPath() + QStringLiteral("/test-artifacts"));
+    QDir().mkpath(dir);
+    return dir;
+}
+
+// The name a picture is saved under: the Wayland run's pictures beside the
+// X11 run's.
+QString artifact(const QString &name)
+{
+    return artifactsDir() + QLatin1Char('/') + (screen::isWayland() ? QStringLiteral("wayland-") : QString()) + name;
 }
 
 bool near(QRgb pixel, const QColor &color, int tolerance = 2)
@@ -100,16 +111,13 @@ QString paletteMismatch(const QImage &image, bool dark)
     return why;
 }
 
-// Waits until the popover on screen shows the palette, then saves it.
-void capture(const QString &name, bool dark)
+// Waits until the popover of the program `pid` shows the palette, then saves it.
+void capture(const QString &name, bool dark, qint64 pid)
 {
     QImage image;
-    QTRY_VERIFY2_WITH_TIMEOUT(paletteMismatch(image = capturePopover(), dark).isEmpty(),
+    QTRY_VERIFY2_WITH_TIMEOUT(paletteMismatch(image = captureWindow(pid), dark).isEmpty(),
                               qPrintable(name + QStringLiteral(": ") + paletteMismatch(image, dark)), patience);
-    const QString dir =
-        qEnvironmentVariable("TARNWELL_ARTIFACTS", QDir::currentPath() + QStringLiteral("/test-artifacts"));
-    QDir().mkpath(dir);
-    QVERIFY(image.save(dir + QLatin1Char('/') + name));
+    QVERIFY(image.save(artifact(name)));
 }
 
 } // namespace
@@ -126,7 +134,12 @@ private:
 private Q_SLOTS:
     void initTestCase()
     {
-        QVERIFY2(QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("version")}) == 0, "xdotool is missing");
+        const QStringList tools = screen::isWayland() ? QStringList{QStringLiteral("swaymsg"), QStringLiteral("grim")}
+                                                      : QStringList{QStringLiteral("xdotool")};
+        for (const QString &tool : tools)
+            QVERIFY2(!QStandardPaths::findExecutable(tool).isEmpty(), qPrintable(tool + QStringLiteral(" is missing")));
+        if (screen::isWayland())
+            QVERIFY2(keyboard::waylandKeyboardProcess()->state() == QProcess::Running, "no Wayland keyboard");
         QVERIFY2(m_reader.isConnected(), "no accessibility bus (run under isolate.sh --a11y)");
         registerStatusNotifierTypes();
         registerDBusMenuTypes();
@@ -142,6 +155,12 @@ private Q_SLOTS:
 
         panel.activate(1500, 0);
         QVERIFY2(app.waitFor(QStringLiteral("Popover shown"), patience), qPrintable(app.log()));
+        if (screen::isWayland()) {
+            QRect popover;
+            QTRY_VERIFY2_WITH_TIMEOUT(notSmall(popover = screen::windowOf(app.pid())).isEmpty(),
+                                      qPrintable(notSmall(popover)), patience);
+            QVERIFY(screen::grab().save(artifact(QStringLiteral("desktop-popover.png"))));
+        }
 
         StoreReader store(storePath());
         const QList<std::pair<QString, QString>> lines{
@@ -161,12 +180,36 @@ private Q_SLOTS:
 
         panel.clickMenu(Panel::menuTimer);
         QTRY_COMPARE_WITH_TIMEOUT(store.tasks().first(), QStringLiteral("Write report|45|1|0|1"), patience);
-        capture(QStringLiteral("popover-light-en.png"), false);
+        capture(QStringLiteral("popover-light-en.png"), false, app.pid());
 
         panel.clickMenu(Panel::menuComplete);
         QTRY_COMPARE_WITH_TIMEOUT(store.tasks().last(), QStringLiteral("Write report|45|1|1|0"), patience);
         QTRY_COMPARE_WITH_TIMEOUT(panel.label(), QStringLiteral("Plan the sprint"), patience);
-        capture(QStringLiteral("next-up-light-en.png"), false);
+        capture(QStringLiteral("next-up-light-en.png"), false, app.pid());
+
+        // A link from anywhere: a second `tarnwell` hands it to this one.
+        AppProcess link(m_home.path(), {QStringLiteral("tarnwell://quickadd")});
+        QVERIFY2(link.finish(patience) && link.process().exitCode() == 0, qPrintable(link.log()));
+        QVERIFY2(app.waitFor(QStringLiteral("Quick add shown"), patience), qPrintable(app.log()));
+        QRect quickAdd;
+        QTRY_VERIFY2_WITH_TIMEOUT((quickAdd = screen::windowOf(app.pid())).isValid(), "quick add is not on screen",
+                                  patience);
+        if (screen::isWayland())
+            QTRY_VERIFY2_WITH_TIMEOUT(notSmall(quickAdd = screen::windowOf(app.pid())).isEmpty(),
+                                      qPrintable(notSmall(quickAdd)), patience);
+        const QString line = QStringLiteral("Book the train ~ 10m");
+        QVERIFY2(
+            keyboard::waitUntil([&] { return keyboard::focusedFieldHolds(m_reader, app.pid(), QString()); }, patience),
+            qPrintable(m_reader.application(app.pid()).dump()));
+        QVERIFY(keyboard::type(line));
+        QVERIFY2(keyboard::waitUntil([&] { return keyboard::focusedFieldHolds(m_reader, app.pid(), line); }, patience),
+                 qPrintable(m_reader.application(app.pid()).dump()));
+        QVERIFY(
+            screen::grab(screen::windowOf(app.pid())).save(artifact(QStringLiteral("quick-add-typed-light-en.png"))));
+        QVERIFY(keyboard::key(QStringLiteral("Return")));
+        QTRY_VERIFY_WITH_TIMEOUT(store.tasks().contains(QStringLiteral("Book the train|10|0|0|0")), patience);
+        // Adding closes the window.
+        QTRY_VERIFY_WITH_TIMEOUT(!screen::windowOf(app.pid()).isValid(), patience);
 
         app.terminate();
         QVERIFY(app.finish(patience));
@@ -197,7 +240,7 @@ private Q_SLOTS:
         QVERIFY(
             keyboard::waitUntil([&] { return keyboard::focusedFieldHolds(m_reader, app.pid(), QString()); }, patience));
         panel.clickMenu(Panel::menuTimer);
-        capture(QStringLiteral("popover-%1-%2.png").arg(theme, language), theme == QLatin1String("dark"));
+        capture(QStringLiteral("popover-%1-%2.png").arg(theme, language), theme == QLatin1String("dark"), app.pid());
 
         // The texts a screen reader reads out are those of the chosen language.
         Translations tables;

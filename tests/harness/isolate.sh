@@ -6,18 +6,24 @@
 #   (--system-bus; without it the system bus is out of reach), the
 #   accessibility bus that screen readers listen on (--a11y: at-spi2-core's bus
 #   and registry inside the private session, Qt's accessibility bridge switched
-#   on; implies --bus) and a time zone (--tz Zone/Name).
-# Usage: isolate.sh [--bus] [--system-bus] [--display] [--a11y] [--tz ZONE] -- command [args...]
+#   on; implies --bus), a headless Wayland session (--wayland: sway on its
+#   headless back end, the command on QT_QPA_PLATFORM=wayland, SWAYSOCK set
+#   for swaymsg) and a time zone (--tz Zone/Name).
+# Where the compositor cannot start, --wayland says why and exits with 77,
+# which CTest reports as a skipped test.
+# Usage: isolate.sh [--bus] [--system-bus] [--display] [--wayland] [--a11y] [--tz ZONE] -- command [args...]
 set -euo pipefail
 
 want_bus=0
 want_display=0
 want_system_bus=0
 want_a11y=0
+want_wayland=0
 while [ $# -gt 0 ]; do
   case "$1" in
     --bus) want_bus=1; shift ;;
     --display) want_display=1; shift ;;
+    --wayland) want_wayland=1; shift ;;
     --system-bus) want_system_bus=1; shift ;;
     --a11y) want_a11y=1; want_bus=1; shift ;;
     --tz) export TZ="$2"; shift 2 ;;
@@ -29,8 +35,12 @@ done
 root=$(mktemp -d "${TMPDIR:-/tmp}/tarnwell-test.XXXXXX")
 xvfb_pid=""
 system_bus_pid=""
+sway_pid=""
+sway_dir=""
 cleanup() {
   if [ -n "$system_bus_pid" ]; then kill "$system_bus_pid" 2>/dev/null || true; fi
+  if [ -n "$sway_pid" ]; then kill "$sway_pid" 2>/dev/null || true; wait "$sway_pid" 2>/dev/null || true; fi
+  if [ -n "$sway_dir" ]; then rm -rf "$sway_dir"; fi
   if [ -n "$xvfb_pid" ]; then kill "$xvfb_pid" 2>/dev/null || true; wait "$xvfb_pid" 2>/dev/null || true; fi
   rm -rf "$root"
 }
@@ -62,6 +72,41 @@ if [ $want_display -eq 1 ]; then
   read -r display_number < "$fifo"
   export DISPLAY=":$display_number"
   export QT_QPA_PLATFORM=xcb
+elif [ $want_wayland -eq 1 ]; then
+  skip() {
+    echo "isolate.sh: SKIPPED: the headless Wayland compositor cannot start: $1" >&2
+    exit 77
+  }
+  sway=$(command -v sway) || skip "sway is not installed (scripts/setup.sh installs it)"
+  # sway refuses to run as root: as root it runs as nobody, in a folder of
+  # its own (root reaches the sockets there all the same).
+  sway_dir=$(mktemp -d "${TMPDIR:-/tmp}/tarnwell-sway.XXXXXX")
+  as_user=()
+  if [ "$(id -u)" -eq 0 ]; then
+    chown 65534:65534 "$sway_dir"
+    as_user=(setpriv --reuid=65534 --regid=65534 --clear-groups)
+  fi
+  printf '%s\n' 'output HEADLESS-1 resolution 1280x800 background #5a6b7c solid_color' 'xwayland disable' \
+    >"$sway_dir/config"
+  env -i PATH=/usr/bin:/bin HOME="$sway_dir" XDG_RUNTIME_DIR="$sway_dir" \
+    WLR_BACKENDS=headless WLR_LIBINPUT_NO_DEVICES=1 WLR_RENDERER=pixman \
+    "${as_user[@]}" "$sway" -c "$sway_dir/config" >"$sway_dir/log" 2>&1 &
+  sway_pid=$!
+  socket=""
+  ipc=""
+  for _ in $(seq 200); do
+    socket=$(find "$sway_dir" -maxdepth 1 -type s -name 'wayland-*' -printf '%f\n' | head -n 1)
+    ipc=$(find "$sway_dir" -maxdepth 1 -type s -name 'sway-ipc.*' | head -n 1)
+    if [ -n "$socket" ] && [ -n "$ipc" ]; then break; fi
+    kill -0 "$sway_pid" 2>/dev/null || break
+    sleep 0.05
+  done
+  if [ -z "$socket" ] || [ -z "$ipc" ]; then
+    skip "sway did not open its sockets: $(tail -n 3 "$sway_dir/log" | tr '\n' ' ')"
+  fi
+  ln -s "$sway_dir/$socket" "$root/runtime/$socket"
+  export WAYLAND_DISPLAY="$socket" SWAYSOCK="$ipc" XDG_SESSION_TYPE=wayland
+  export QT_QPA_PLATFORM=wayland
 else
   export QT_QPA_PLATFORM=offscreen
 fi

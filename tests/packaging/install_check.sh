@@ -26,7 +26,8 @@ for size in 16 22 24 32 48 64 128 256 512; do
     png=$share/icons/hicolor/${size}x${size}/apps/org.tarnwell.Tarnwell.png
     [ -f "$png" ] || fail "no ${size}x${size} icon"
     # Width and height from the PNG header.
-    read -r w h < <(python3 -c 'import struct,sys; d=open(sys.argv[1],"rb").read(24); print(*struct.unpack(">II", d[16:24]))' "$png")
+    read -r w h < <(od -An -tu1 -j16 -N8 "$png" |
+        awk '{ print $1 * 16777216 + $2 * 65536 + $3 * 256 + $4, $5 * 16777216 + $6 * 65536 + $7 * 256 + $8 }')
     [ "$w" = "$size" ] && [ "$h" = "$size" ] || fail "the ${size}x${size} icon is ${w}x${h}"
 done
 

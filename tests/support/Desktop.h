@@ -75,20 +75,61 @@ private:
     FakeWatcher *m_watcher = new FakeWatcher(&m_object);
 };
 
-// What a person's keyboard does: xdotool into the focused window. Type only
+// What a person's keyboard does: xdotool into the focused window, or under
+// Wayland tests/support/wayland/wayland_keyboard (a virtual keyboard on the
+// compositor's seat; suites built with TARNWELL_WAYLAND_KEYBOARD). Type only
 // characters of the display's keyboard layout (US): for any other, xdotool
 // binds a spare key for that one keystroke and unbinds it right after, and on
 // a loaded machine the program reads the layout once it has been restored and
 // the character is lost ("Write report · 45m !" arrived as "Write report  45m
 // !"). A person's keyboard does not change under their fingers.
 namespace keyboard {
+inline bool onWayland()
+{
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+// The Wayland keyboard, one for the whole run; started by the first call,
+// which a suite makes before any window opens (see wayland_keyboard.cpp).
+inline QProcess *waylandKeyboardProcess()
+{
+    static QProcess *process = nullptr;
+    if (process)
+        return process;
+    process = new QProcess;
+#ifdef TARNWELL_WAYLAND_KEYBOARD
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process->start(QStringLiteral(TARNWELL_WAYLAND_KEYBOARD));
+    while (process->waitForReadyRead(20000) && !process->canReadLine()) { }
+    if (process->readLine().trimmed() != "ready")
+        process->kill();
+#else
+    qWarning("this suite has no Wayland keyboard (TARNWELL_WAYLAND_KEYBOARD)");
+#endif
+    return process;
+}
+inline bool waylandKeyboard(const QString &command, const QString &argument)
+{
+    QProcess *process = waylandKeyboardProcess();
+    if (process->state() != QProcess::Running)
+        return false;
+    process->write((command + QLatin1Char(' ') + argument + QLatin1Char('\n')).toUtf8());
+    while (!process->canReadLine())
+        if (!process->waitForReadyRead(20000))
+            return false;
+    return process->readLine().trimmed() == "ok";
+}
 inline bool type(const QString &text)
 {
+    if (onWayland())
+        return waylandKeyboard(QStringLiteral("type"), text);
     return QProcess::execute(QStringLiteral("xdotool"),
                              {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("15"), text}) == 0;
 }
+// `name` is a key's X name ("Return"), which both tools know.
 inline bool key(const QString &name)
 {
+    if (onWayland())
+        return waylandKeyboard(QStringLiteral("key"), name);
     return QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("key"), name}) == 0;
 }
 
@@ -125,11 +166,11 @@ inline QString enterLine(AtSpiTree &reader, qint64 pid, const QString &line, con
         return QStringLiteral("no focused empty field before typing \"%1\" in\n%2")
             .arg(line, reader.application(pid).dump());
     if (!type(line))
-        return QStringLiteral("xdotool failed");
+        return QStringLiteral("the keyboard tool failed");
     if (!waitUntil([&] { return focusedFieldHolds(reader, pid, line); }, timeoutMs))
         return QStringLiteral("the field does not show \"%1\" in\n%2").arg(line, reader.application(pid).dump());
     if (!key(QStringLiteral("Return")))
-        return QStringLiteral("xdotool failed");
+        return QStringLiteral("the keyboard tool failed");
     const auto listed = [&] {
         return reader.application(pid).shown([&](const AtSpiNode &n) { return n.name == title; }) != nullptr;
     };
