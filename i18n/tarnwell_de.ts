@@ -1324,5 +1324,25 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
         <translation>Der Befehl konnte nicht an Tarnwell übergeben werden: %1</translation>
     </message>
+    <message id="store.saveFailed.title">
+        <source>Tarnwell cannot save</source>
+        <extracomment>Notification title when the data file cannot be written (disk full, folder not writable)</extracomment>
+        <translation>Tarnwell kann nicht speichern</translation>
+    </message>
+    <message id="store.saveFailed.body">
+        <source>The disk is full or cannot be written. Your changes are kept and saved as soon as there is room again.</source>
+        <extracomment>Notification text and tray tooltip line while saving fails; the changes are not lost</extracomment>
+        <translation>Der Datenträger ist voll oder nicht beschreibbar. Deine Änderungen bleiben erhalten und werden gespeichert, sobald wieder Platz ist.</translation>
+    </message>
+    <message id="store.openFailed.title">
+        <source>Tarnwell cannot open your data</source>
+        <extracomment>Notification or dialog title when the data file cannot be opened at start; Tarnwell then closes</extracomment>
+        <translation>Tarnwell kann deine Daten nicht öffnen</translation>
+    </message>
+    <message id="store.openFailed.body">
+        <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
+        <translation>%1 konnte nicht geöffnet werden (%2). Die Datei wurde nicht verändert. Tarnwell wird jetzt beendet.</translation>
+    </message>
 </context>
 </TS>

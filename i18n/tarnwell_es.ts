@@ -1324,5 +1324,25 @@ Pruebe «tarnwell %2 --help».</translation>
         <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
         <translation>No se pudo pasar la orden a Tarnwell: %1</translation>
     </message>
+    <message id="store.saveFailed.title">
+        <source>Tarnwell cannot save</source>
+        <extracomment>Notification title when the data file cannot be written (disk full, folder not writable)</extracomment>
+        <translation>Tarnwell no puede guardar</translation>
+    </message>
+    <message id="store.saveFailed.body">
+        <source>The disk is full or cannot be written. Your changes are kept and saved as soon as there is room again.</source>
+        <extracomment>Notification text and tray tooltip line while saving fails; the changes are not lost</extracomment>
+        <translation>El disco está lleno o no se puede escribir. Tus cambios se conservan y se guardarán en cuanto vuelva a haber espacio.</translation>
+    </message>
+    <message id="store.openFailed.title">
+        <source>Tarnwell cannot open your data</source>
+        <extracomment>Notification or dialog title when the data file cannot be opened at start; Tarnwell then closes</extracomment>
+        <translation>Tarnwell no puede abrir tus datos</translation>
+    </message>
+    <message id="store.openFailed.body">
+        <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
+        <translation>No se pudo abrir %1 (%2). El archivo no se ha modificado. Tarnwell se cerrará ahora.</translation>
+    </message>
 </context>
 </TS>

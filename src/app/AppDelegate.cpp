@@ -22,6 +22,7 @@
 #include "platform/LinuxSessionEvents.h"
 #include "platform/HotkeyBackendChooser.h"
 #include "platform/LazyChimeLibrary.h"
+#include "services/SaveFailureService.h"
 #include "services/ActiveTaskService.h"
 #include "services/CountdownService.h"
 #include "services/DurationCompletionNotifier.h"
@@ -113,6 +114,9 @@ void AppDelegate::applicationDidFinishLaunching()
     m_sounds = std::make_unique<SoundService>(*m_settings, *m_chimes);
     m_notificationCenter = std::make_unique<platform::FreedesktopNotifications>();
     m_notifier = std::make_unique<NotificationService>(*m_notificationCenter, *m_settings);
+    // A save that fails (a full disk) is told once and retried until it goes through.
+    m_saveFailures = std::make_unique<SaveFailureService>(m_store->viewContext(), *m_notificationCenter,
+                                                          [this] { return m_notificationCenter->isReachable(); });
     m_activeTasks =
         std::make_unique<ActiveTaskService>(m_store->viewContext(), *m_settings, m_clock, m_days.get(), m_tasks.get());
     m_countdown = std::make_unique<CountdownService>(*m_activeTasks, *m_notifier, *m_sounds, *m_settings, m_clock);
@@ -169,6 +173,9 @@ void AppDelegate::installMainInterface()
     connect(m_appearance.get(), &platform::AppearancePortal::schemeChanged, m_menuBarController.get(),
             &MenuBarController::panelThemeChanged);
     m_menuBarController->install();
+    m_menuBarController->setStoreWarning(m_saveFailures->warning());
+    connect(m_saveFailures.get(), &SaveFailureService::warningChanged, m_menuBarController.get(),
+            &MenuBarController::setStoreWarning);
 
     // 2. Global hot keys through whatever this desktop offers; the popover
     // and the quick-add window answer "Tarnwell.hotkey.fired".
@@ -412,6 +419,7 @@ void AppDelegate::applicationWillTerminate()
     m_onboarding.reset();
     m_countdown.reset();
     m_notifier.reset();
+    m_saveFailures.reset();
     m_notificationCenter.reset();
     if (m_store) {
         m_store->save();

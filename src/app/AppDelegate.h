@@ -41,6 +41,7 @@ class PopoverModel;
 class QuickAddDraft;
 class QuickAddWindowController;
 class RolloverService;
+class SaveFailureService;
 class RoutinesWindowController;
 class TaskRepository;
 class ThemeController;
@@ -146,6 +147,7 @@ private:
     // Declared last, so they go first; the countdown that calls the
     // notification centre is taken down on termination before them.
     std::unique_ptr<platform::FreedesktopNotifications> m_notificationCenter;
+    std::unique_ptr<SaveFailureService> m_saveFailures;
     std::unique_ptr<NotificationActionRouter> m_notificationRouter;
     std::unique_ptr<platform::LinuxSessionEvents> m_sessionEvents;
     std::unique_ptr<IdleMonitor> m_idleMonitor;
