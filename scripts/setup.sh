@@ -12,7 +12,7 @@ packages=(
   qt6-svg-dev qt6-multimedia-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
   libsystemd-dev libgl-dev libx11-dev libxss-dev libwayland-dev wayland-protocols libxcb1-dev libxcb-keysyms1-dev libical-dev
   libbenchmark-dev
-  xvfb xauth dbus xdotool sqlite3 at-spi2-core
+  xvfb xauth dbus xdotool sqlite3 libsqlite3-dev at-spi2-core
   clang libclang-rt-14-dev
   desktop-file-utils appstream xdg-utils librsvg2-bin lintian fakeroot dpkg-dev
 )

@@ -22,6 +22,7 @@
 #include "platform/LinuxSessionEvents.h"
 #include "platform/HotkeyBackendChooser.h"
 #include "platform/LazyChimeLibrary.h"
+#include "persistence/StoreBackup.h"
 #include "services/SaveFailureService.h"
 #include "services/ActiveTaskService.h"
 #include "services/CountdownService.h"
@@ -94,6 +95,9 @@ void AppDelegate::applicationDidFinishLaunching()
     m_settings = std::make_unique<AppSettingsStore>(*m_store);
     m_days = std::make_unique<DayRepository>(m_store->viewContext(), m_calendar, m_clock);
     m_tasks = std::make_unique<TaskRepository>(m_store->viewContext(), m_calendar, m_clock, *m_days);
+    // A copy a day, taken once the store has been quiet for a while.
+    m_backups = std::make_unique<StoreBackupService>(m_store->viewContext(), m_store->storePath(), m_calendar, m_clock);
+    m_backups->start();
     applyLanguage();
     m_theme = std::make_unique<ThemeController>();
     m_appearance = std::make_unique<platform::AppearancePortal>();
@@ -423,7 +427,9 @@ void AppDelegate::applicationWillTerminate()
     m_notificationCenter.reset();
     if (m_store) {
         m_store->save();
-        // Everything that reads the store goes before it, newest first.
+        // Everything that reads the store goes before it, newest first; an
+        // unfinished copy is dropped (the next run takes it again).
+        m_backups.reset();
         m_loginItems.reset();
         m_rollover.reset();
         m_routines.reset();

@@ -42,6 +42,7 @@ class QuickAddDraft;
 class QuickAddWindowController;
 class RolloverService;
 class SaveFailureService;
+class StoreBackupService;
 class RoutinesWindowController;
 class TaskRepository;
 class ThemeController;
@@ -117,6 +118,7 @@ private:
     Clock m_clock;
     std::unique_ptr<Translations> m_translations;
     std::unique_ptr<PersistenceController> m_store;
+    std::unique_ptr<StoreBackupService> m_backups;
     std::unique_ptr<AppSettingsStore> m_settings;
     std::unique_ptr<DayRepository> m_days;
     std::unique_ptr<TaskRepository> m_tasks;
