@@ -46,6 +46,7 @@ build_automation() {
   # The import reader checks titles with the task repository's rules, so the
   # persistence layer comes along (its one QObject through moc).
   /usr/lib/qt6/libexec/moc -I"$root/src" "$root/src/persistence/StoreContext.h" -o "$out/moc_StoreContext.cpp"
+  /usr/lib/qt6/libexec/moc -I"$root/src" "$root/src/persistence/StoreBackup.h" -o "$out/moc_StoreBackup.cpp"
   # shellcheck disable=SC2046
   clang++ "${flags[@]}" -DTARNWELL_APP_GROUP='"org.tarnwell.Tarnwell"' $(pkg-config --cflags Qt6Core Qt6Sql) \
     "$here/automation_fuzzer.cpp" \
@@ -53,8 +54,8 @@ build_automation() {
     "$root/src/integration/TaskExchange.cpp" \
     "$root"/src/persistence/*.cpp \
     "$root/src/kit/Calendar.cpp" "$root/src/kit/Logging.cpp" \
-    "$out/moc_StoreContext.cpp" \
-    $(pkg-config --libs Qt6Core Qt6Sql) \
+    "$out/moc_StoreContext.cpp" "$out/moc_StoreBackup.cpp" \
+    $(pkg-config --libs Qt6Core Qt6Sql) -lsqlite3 \
     -o "$out/automation_fuzzer"
 }
 

@@ -841,6 +841,8 @@
   toggle    start or pause it
   export    write days, tasks and routines as JSON, CSV or iCalendar
   import    read a JSON export back
+  backups   list the daily copies of your data
+  restore   put a daily copy back
 
 Without a command, starts the tray agent, or hands links to the one that runs.
 Exit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,
@@ -1308,6 +1310,61 @@ Try “tarnwell %2 --help”.</source>
     <message id="widget.cli.commandFailed">
         <source>Could not pass the command to Tarnwell: %1</source>
         <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="store.saveFailed.title">
+        <source>Tarnwell cannot save</source>
+        <extracomment>Notification title when the data file cannot be written (disk full, folder not writable)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="store.saveFailed.body">
+        <source>The disk is full or cannot be written. Your changes are kept and saved as soon as there is room again.</source>
+        <extracomment>Notification text and tray tooltip line while saving fails; the changes are not lost</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="store.openFailed.title">
+        <source>Tarnwell cannot open your data</source>
+        <extracomment>Notification or dialog title when the data file cannot be opened at start; Tarnwell then closes</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="store.openFailed.body">
+        <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cli.backups.description">
+        <source>Lists the daily copies of your data, newest first: the day, the size and the file. Tarnwell keeps the last seven.</source>
+        <extracomment>`tarnwell backups --help`</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cli.restore.description">
+        <source>Replaces your data with a daily copy. The data as it is now is copied aside first. Quit Tarnwell before.</source>
+        <extracomment>`tarnwell restore --help`</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cli.restore.argument">
+        <source>A day (YYYY-MM-DD) that “tarnwell backups” lists, or the file of a copy</source>
+        <extracomment>`tarnwell restore --help`: the argument</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cli.backups.none">
+        <source>No copies yet: Tarnwell makes one a day while it runs.</source>
+        <extracomment>`tarnwell backups` when there is none yet</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cli.restore.running">
+        <source>Tarnwell is running. Quit it first, so that it does not write over the restored data.</source>
+        <extracomment>`tarnwell restore` while the tray program runs</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cli.restore.noSuchBackup">
+        <source>No copy for “%1”; “tarnwell backups” lists them.</source>
+        <extracomment>`tarnwell restore` with a day or file that is not a copy. %1: what was given</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+    <message id="cli.restore.done">
+        <source>Restored %1. Your data as it was is kept in %2.</source>
+        <extracomment>After `tarnwell restore`. %1: the copy restored, %2: where the data as it was now lies</extracomment>
         <translation type="unfinished"></translation>
     </message>
 </context>

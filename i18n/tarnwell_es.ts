@@ -841,6 +841,8 @@
   toggle    start or pause it
   export    write days, tasks and routines as JSON, CSV or iCalendar
   import    read a JSON export back
+  backups   list the daily copies of your data
+  restore   put a daily copy back
 
 Without a command, starts the tray agent, or hands links to the one that runs.
 Exit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,
@@ -856,6 +858,8 @@ Exit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,
   toggle    iniciarlo o pausarlo
   export    escribir días, tareas y rutinas como JSON, CSV o iCalendar
   import    volver a leer una exportación JSON
+  backups   listar las copias diarias de tus datos
+  restore   recuperar una copia diaria
 
 Sin orden, inicia el agente de la bandeja o pasa los enlaces al que ya se ejecuta.
 Códigos de salida: 0 hecho, 1 fallo, 2 error de uso, 3 entrada no válida, 4 error del almacén,
@@ -1323,6 +1327,61 @@ Pruebe «tarnwell %2 --help».</translation>
         <source>Could not pass the command to Tarnwell: %1</source>
         <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
         <translation>No se pudo pasar la orden a Tarnwell: %1</translation>
+    </message>
+    <message id="store.saveFailed.title">
+        <source>Tarnwell cannot save</source>
+        <extracomment>Notification title when the data file cannot be written (disk full, folder not writable)</extracomment>
+        <translation>Tarnwell no puede guardar</translation>
+    </message>
+    <message id="store.saveFailed.body">
+        <source>The disk is full or cannot be written. Your changes are kept and saved as soon as there is room again.</source>
+        <extracomment>Notification text and tray tooltip line while saving fails; the changes are not lost</extracomment>
+        <translation>El disco está lleno o no se puede escribir. Tus cambios se conservan y se guardarán en cuanto vuelva a haber espacio.</translation>
+    </message>
+    <message id="store.openFailed.title">
+        <source>Tarnwell cannot open your data</source>
+        <extracomment>Notification or dialog title when the data file cannot be opened at start; Tarnwell then closes</extracomment>
+        <translation>Tarnwell no puede abrir tus datos</translation>
+    </message>
+    <message id="store.openFailed.body">
+        <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
+        <translation>No se pudo abrir %1 (%2). El archivo no se ha modificado. Tarnwell se cerrará ahora.</translation>
+    </message>
+    <message id="cli.backups.description">
+        <source>Lists the daily copies of your data, newest first: the day, the size and the file. Tarnwell keeps the last seven.</source>
+        <extracomment>`tarnwell backups --help`</extracomment>
+        <translation>Lista las copias diarias de tus datos, la más reciente primero: el día, el tamaño y el archivo. Tarnwell conserva las siete últimas.</translation>
+    </message>
+    <message id="cli.restore.description">
+        <source>Replaces your data with a daily copy. The data as it is now is copied aside first. Quit Tarnwell before.</source>
+        <extracomment>`tarnwell restore --help`</extracomment>
+        <translation>Sustituye tus datos por una copia diaria. Antes se guarda aparte una copia de los datos tal como están. Cierra Tarnwell antes.</translation>
+    </message>
+    <message id="cli.restore.argument">
+        <source>A day (YYYY-MM-DD) that “tarnwell backups” lists, or the file of a copy</source>
+        <extracomment>`tarnwell restore --help`: the argument</extracomment>
+        <translation>Un día (YYYY-MM-DD) que muestre «tarnwell backups», o el archivo de una copia</translation>
+    </message>
+    <message id="cli.backups.none">
+        <source>No copies yet: Tarnwell makes one a day while it runs.</source>
+        <extracomment>`tarnwell backups` when there is none yet</extracomment>
+        <translation>Aún no hay copias: Tarnwell hace una al día mientras se ejecuta.</translation>
+    </message>
+    <message id="cli.restore.running">
+        <source>Tarnwell is running. Quit it first, so that it does not write over the restored data.</source>
+        <extracomment>`tarnwell restore` while the tray program runs</extracomment>
+        <translation>Tarnwell está en ejecución. Ciérralo primero para que no sobrescriba los datos recuperados.</translation>
+    </message>
+    <message id="cli.restore.noSuchBackup">
+        <source>No copy for “%1”; “tarnwell backups” lists them.</source>
+        <extracomment>`tarnwell restore` with a day or file that is not a copy. %1: what was given</extracomment>
+        <translation>No hay ninguna copia para «%1»; «tarnwell backups» las muestra.</translation>
+    </message>
+    <message id="cli.restore.done">
+        <source>Restored %1. Your data as it was is kept in %2.</source>
+        <extracomment>After `tarnwell restore`. %1: the copy restored, %2: where the data as it was now lies</extracomment>
+        <translation>Se ha recuperado %1. Tus datos anteriores se guardan en %2.</translation>
     </message>
 </context>
 </TS>

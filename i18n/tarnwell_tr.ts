@@ -827,6 +827,8 @@
   toggle    start or pause it
   export    write days, tasks and routines as JSON, CSV or iCalendar
   import    read a JSON export back
+  backups   list the daily copies of your data
+  restore   put a daily copy back
 
 Without a command, starts the tray agent, or hands links to the one that runs.
 Exit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,
@@ -842,6 +844,8 @@ Exit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,
   toggle    başlat ya da duraklat
   export    günleri, görevleri ve rutinleri JSON, CSV veya iCalendar olarak yaz
   import    bir JSON dışa aktarımını geri oku
+  backups   verilerinin günlük kopyalarını listele
+  restore   günlük bir kopyayı geri yükle
 
 Komut olmadan tepsi uygulamasını başlatır ya da bağlantıları çalışan uygulamaya iletir.
 Çıkış kodları: 0 tamam, 1 hata, 2 kullanım hatası, 3 geçersiz girdi, 4 depo hatası,
@@ -1307,6 +1311,61 @@ Try “tarnwell %2 --help”.</source>
         <source>Could not pass the command to Tarnwell: %1</source>
         <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
         <translation>Komut Tarnwell’e iletilemedi: %1</translation>
+    </message>
+    <message id="store.saveFailed.title">
+        <source>Tarnwell cannot save</source>
+        <extracomment>Notification title when the data file cannot be written (disk full, folder not writable)</extracomment>
+        <translation>Tarnwell kaydedemiyor</translation>
+    </message>
+    <message id="store.saveFailed.body">
+        <source>The disk is full or cannot be written. Your changes are kept and saved as soon as there is room again.</source>
+        <extracomment>Notification text and tray tooltip line while saving fails; the changes are not lost</extracomment>
+        <translation>Disk dolu ya da yazılamıyor. Değişikliklerin korunuyor ve yeniden yer açılır açılmaz kaydedilecek.</translation>
+    </message>
+    <message id="store.openFailed.title">
+        <source>Tarnwell cannot open your data</source>
+        <extracomment>Notification or dialog title when the data file cannot be opened at start; Tarnwell then closes</extracomment>
+        <translation>Tarnwell verilerini açamıyor</translation>
+    </message>
+    <message id="store.openFailed.body">
+        <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
+        <translation>%1 açılamadı (%2). Dosyaya dokunulmadı. Tarnwell şimdi kapanacak.</translation>
+    </message>
+    <message id="cli.backups.description">
+        <source>Lists the daily copies of your data, newest first: the day, the size and the file. Tarnwell keeps the last seven.</source>
+        <extracomment>`tarnwell backups --help`</extracomment>
+        <translation>Verilerinin günlük kopyalarını en yenisi önce olmak üzere listeler: gün, boyut ve dosya. Tarnwell son yedi kopyayı saklar.</translation>
+    </message>
+    <message id="cli.restore.description">
+        <source>Replaces your data with a daily copy. The data as it is now is copied aside first. Quit Tarnwell before.</source>
+        <extracomment>`tarnwell restore --help`</extracomment>
+        <translation>Verilerini günlük bir kopyayla değiştirir. Verilerin şimdiki hâli önce bir kenara kopyalanır. Önce Tarnwell&apos;den çık.</translation>
+    </message>
+    <message id="cli.restore.argument">
+        <source>A day (YYYY-MM-DD) that “tarnwell backups” lists, or the file of a copy</source>
+        <extracomment>`tarnwell restore --help`: the argument</extracomment>
+        <translation>“tarnwell backups” komutunun listelediği bir gün (YYYY-MM-DD) ya da bir kopyanın dosyası</translation>
+    </message>
+    <message id="cli.backups.none">
+        <source>No copies yet: Tarnwell makes one a day while it runs.</source>
+        <extracomment>`tarnwell backups` when there is none yet</extracomment>
+        <translation>Henüz kopya yok: Tarnwell çalışırken her gün bir kopya alır.</translation>
+    </message>
+    <message id="cli.restore.running">
+        <source>Tarnwell is running. Quit it first, so that it does not write over the restored data.</source>
+        <extracomment>`tarnwell restore` while the tray program runs</extracomment>
+        <translation>Tarnwell çalışıyor. Geri yüklenen verilerin üzerine yazmaması için önce ondan çık.</translation>
+    </message>
+    <message id="cli.restore.noSuchBackup">
+        <source>No copy for “%1”; “tarnwell backups” lists them.</source>
+        <extracomment>`tarnwell restore` with a day or file that is not a copy. %1: what was given</extracomment>
+        <translation>“%1” için kopya yok; “tarnwell backups” kopyaları listeler.</translation>
+    </message>
+    <message id="cli.restore.done">
+        <source>Restored %1. Your data as it was is kept in %2.</source>
+        <extracomment>After `tarnwell restore`. %1: the copy restored, %2: where the data as it was now lies</extracomment>
+        <translation>%1 geri yüklendi. Verilerinin önceki hâli %2 içinde duruyor.</translation>
     </message>
 </context>
 </TS>

@@ -13,7 +13,7 @@ packages=(
   libsystemd-dev libgl-dev libx11-dev libxss-dev libwayland-dev wayland-protocols libxcb1-dev libxcb-keysyms1-dev libical-dev
   libbenchmark-dev
   radicale python3-caldav
-  xvfb dbus xdotool sqlite3 at-spi2-core
+  xvfb dbus xdotool sqlite3 libsqlite3-dev at-spi2-core
   sway grim qt6-wayland
   clang libclang-rt-14-dev
   desktop-file-utils appstream xdg-utils librsvg2-bin lintian fakeroot dpkg-dev

@@ -3,7 +3,7 @@ _tarnwell()
 {
     local cur prev words cword
     _init_completion || return
-    local commands="add status list done start pause toggle export import"
+    local commands="add status list done start pause toggle export import backups restore"
     if [[ $cword -eq 1 ]]; then
         COMPREPLY=($(compgen -W "$commands --help --version --ui-test tarnwell://quickadd" -- "$cur"))
         return
@@ -20,6 +20,7 @@ _tarnwell()
         list) options+=" --json --day" ;;
         export) options+=" --format --from --to --output" ;;
         import) _filedir json; return ;;
+        restore) _filedir sqlite; return ;;
     esac
     COMPREPLY=($(compgen -W "$options" -- "$cur"))
 }

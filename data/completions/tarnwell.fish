@@ -1,5 +1,5 @@
 # fish completion for tarnwell
-set -l commands add status list done start pause toggle export import
+set -l commands add status list done start pause toggle export import backups restore
 complete -c tarnwell -f
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a add -d 'Add a task to today'
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a status -d 'The task in hand and its timer'
@@ -10,6 +10,8 @@ complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a pause -d 
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a toggle -d 'Start or pause the timer'
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a export -d 'Write JSON, CSV or iCalendar'
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a import -d 'Read a JSON export back'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a backups -d 'List the daily copies of your data'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a restore -d 'Put a daily copy back'
 complete -c tarnwell -l help -d 'Show help'
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -l version -d 'Show the version'
 complete -c tarnwell -n "__fish_seen_subcommand_from add" -l title -r -d 'Title, taken as it is'

@@ -22,6 +22,8 @@
 #include "platform/LinuxSessionEvents.h"
 #include "platform/HotkeyBackendChooser.h"
 #include "platform/LazyChimeLibrary.h"
+#include "persistence/StoreBackup.h"
+#include "services/SaveFailureService.h"
 #include "services/ActiveTaskService.h"
 #include "services/CountdownService.h"
 #include "services/DurationCompletionNotifier.h"
@@ -93,6 +95,9 @@ void AppDelegate::applicationDidFinishLaunching()
     m_settings = std::make_unique<AppSettingsStore>(*m_store);
     m_days = std::make_unique<DayRepository>(m_store->viewContext(), m_calendar, m_clock);
     m_tasks = std::make_unique<TaskRepository>(m_store->viewContext(), m_calendar, m_clock, *m_days);
+    // A copy a day, taken once the store has been quiet for a while.
+    m_backups = std::make_unique<StoreBackupService>(m_store->viewContext(), m_store->storePath(), m_calendar, m_clock);
+    m_backups->start();
     applyLanguage();
     m_theme = std::make_unique<ThemeController>();
     m_appearance = std::make_unique<platform::AppearancePortal>();
@@ -116,6 +121,9 @@ void AppDelegate::applicationDidFinishLaunching()
     m_sounds = std::make_unique<SoundService>(*m_settings, *m_chimes);
     m_notificationCenter = std::make_unique<platform::FreedesktopNotifications>();
     m_notifier = std::make_unique<NotificationService>(*m_notificationCenter, *m_settings);
+    // A save that fails (a full disk) is told once and retried until it goes through.
+    m_saveFailures = std::make_unique<SaveFailureService>(m_store->viewContext(), *m_notificationCenter,
+                                                          [this] { return m_notificationCenter->isReachable(); });
     m_activeTasks =
         std::make_unique<ActiveTaskService>(m_store->viewContext(), *m_settings, m_clock, m_days.get(), m_tasks.get());
     m_countdown = std::make_unique<CountdownService>(*m_activeTasks, *m_notifier, *m_sounds, *m_settings, m_clock);
@@ -172,6 +180,9 @@ void AppDelegate::installMainInterface()
     connect(m_appearance.get(), &platform::AppearancePortal::schemeChanged, m_menuBarController.get(),
             &MenuBarController::panelThemeChanged);
     m_menuBarController->install();
+    m_menuBarController->setStoreWarning(m_saveFailures->warning());
+    connect(m_saveFailures.get(), &SaveFailureService::warningChanged, m_menuBarController.get(),
+            &MenuBarController::setStoreWarning);
 
     // 2. Global hot keys through whatever this desktop offers; the popover
     // and the quick-add window answer "Tarnwell.hotkey.fired".
@@ -415,10 +426,13 @@ void AppDelegate::applicationWillTerminate()
     m_onboarding.reset();
     m_countdown.reset();
     m_notifier.reset();
+    m_saveFailures.reset();
     m_notificationCenter.reset();
     if (m_store) {
         m_store->save();
-        // Everything that reads the store goes before it, newest first.
+        // Everything that reads the store goes before it, newest first; an
+        // unfinished copy is dropped (the next run takes it again).
+        m_backups.reset();
         m_loginItems.reset();
         m_rollover.reset();
         m_routines.reset();

@@ -41,6 +41,8 @@ class PopoverModel;
 class QuickAddDraft;
 class QuickAddWindowController;
 class RolloverService;
+class SaveFailureService;
+class StoreBackupService;
 class RoutinesWindowController;
 class TaskRepository;
 class ThemeController;
@@ -116,6 +118,7 @@ private:
     Clock m_clock;
     std::unique_ptr<Translations> m_translations;
     std::unique_ptr<PersistenceController> m_store;
+    std::unique_ptr<StoreBackupService> m_backups;
     std::unique_ptr<AppSettingsStore> m_settings;
     std::unique_ptr<DayRepository> m_days;
     std::unique_ptr<TaskRepository> m_tasks;
@@ -146,6 +149,7 @@ private:
     // Declared last, so they go first; the countdown that calls the
     // notification centre is taken down on termination before them.
     std::unique_ptr<platform::FreedesktopNotifications> m_notificationCenter;
+    std::unique_ptr<SaveFailureService> m_saveFailures;
     std::unique_ptr<NotificationActionRouter> m_notificationRouter;
     std::unique_ptr<platform::LinuxSessionEvents> m_sessionEvents;
     std::unique_ptr<IdleMonitor> m_idleMonitor;

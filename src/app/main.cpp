@@ -1,8 +1,10 @@
 #include "app/AppDelegate.h"
+#include "app/StoreFailureNotice.h"
 #include "integration/AppURLRouter.h"
 #include "kit/Logging.h"
 #include "kit/UserDefaults.h"
 #include "kit/Translations.h"
+#include "persistence/PersistenceController.h"
 #include "platform/AutomationBus.h"
 #include "platform/JournalLog.h"
 #include "platform/UnixSignals.h"
@@ -115,6 +117,9 @@ int main(int argc, char *argv[])
     });
     QObject::connect(&app, &QCoreApplication::aboutToQuit, &delegate, &AppDelegate::applicationWillTerminate);
 
+    // A store that cannot be opened stops the agent; a user who started it
+    // from a menu sees why before it goes.
+    PersistenceController::setLoadFailureNotice(&showStoreFailure);
     QTimer::singleShot(0, &delegate, [&] {
         delegate.applicationDidFinishLaunching();
         bus.setAutomation(delegate.automation());

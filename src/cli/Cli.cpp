@@ -14,6 +14,7 @@
 #include "persistence/DayRepository.h"
 #include "persistence/PersistenceController.h"
 #include "persistence/RepositoryError.h"
+#include "persistence/StoreBackup.h"
 #include "persistence/StoreError.h"
 #include "persistence/Task.h"
 #include "persistence/TaskRepository.h"
@@ -22,9 +23,11 @@
 #include <QCoreApplication>
 #include <QDBusServiceWatcher>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLocale>
 #include <QSaveFile>
 
 namespace tarnwell::cli {
@@ -106,9 +109,10 @@ Cli::~Cli() = default;
 
 const QStringList &Cli::subcommands()
 {
-    static const QStringList names{QStringLiteral("add"),    QStringLiteral("status"), QStringLiteral("list"),
-                                   QStringLiteral("done"),   QStringLiteral("start"),  QStringLiteral("pause"),
-                                   QStringLiteral("toggle"), QStringLiteral("export"), QStringLiteral("import")};
+    static const QStringList names{QStringLiteral("add"),     QStringLiteral("status"), QStringLiteral("list"),
+                                   QStringLiteral("done"),    QStringLiteral("start"),  QStringLiteral("pause"),
+                                   QStringLiteral("toggle"),  QStringLiteral("export"), QStringLiteral("import"),
+                                   QStringLiteral("backups"), QStringLiteral("restore")};
     return names;
 }
 
@@ -161,6 +165,10 @@ int Cli::run(const QStringList &arguments)
             return exportData(arguments);
         if (command == QLatin1String("import"))
             return importFile(arguments);
+        if (command == QLatin1String("backups"))
+            return backups(arguments);
+        if (command == QLatin1String("restore"))
+            return restore(arguments);
         return drive(command, arguments);
     } catch (const ArgumentError &error) {
         return fail(invalid, error.message());
@@ -509,6 +517,60 @@ int Cli::importFile(const QStringList &arguments)
         summary = TaskExchange::apply(parsed, local.controller->viewContext(), local.days);
     }
     m_out << CliTexts::imported(summary.days, summary.tasks, summary.routines, summary.skipped) << Qt::endl;
+    return ok;
+}
+
+int Cli::backups(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    prepare(parser, arguments.value(0), CliTexts::backupsDescription());
+    if (const int code = parse(parser, arguments); code >= 0)
+        return code;
+    if (!words(parser).isEmpty())
+        return fail(
+            usage,
+            CliTexts::usageError(CliTexts::unexpectedArguments(words(parser).join(u' ')), QStringLiteral("backups")));
+    const auto copies = StoreBackupService::list(PersistenceController::defaultStorePath());
+    if (copies.isEmpty()) {
+        m_out << CliTexts::noBackups() << Qt::endl;
+        return ok;
+    }
+    for (const auto &copy : copies)
+        m_out << copy.day.toString(Qt::ISODate) << QLatin1Char('\t') << QLocale::system().formattedDataSize(copy.bytes)
+              << QLatin1Char('\t') << copy.path << Qt::endl;
+    return ok;
+}
+
+int Cli::restore(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    prepare(parser, arguments.value(0), CliTexts::restoreDescription());
+    parser.addPositionalArgument(QStringLiteral("backup"), CliTexts::restoreArgument(), QStringLiteral("DAY|FILE"));
+    if (const int code = parse(parser, arguments); code >= 0)
+        return code;
+    const QStringList given = words(parser);
+    if (given.size() != 1)
+        return fail(usage,
+                    CliTexts::usageError(CliTexts::unexpectedArguments(given.join(u' ')), QStringLiteral("restore")));
+    // The agent keeps the store open and would write over what is restored.
+    if (m_agentRunning)
+        return fail(failure, CliTexts::restoreWhileRunning());
+    const QString storePath = PersistenceController::defaultStorePath();
+    QString backup;
+    const QDate day = QDate::fromString(given.first(), Qt::ISODate);
+    for (const auto &copy : StoreBackupService::list(storePath)) {
+        if (copy.day == day && day.isValid())
+            backup = copy.path;
+    }
+    if (backup.isEmpty() && QFileInfo(given.first()).isFile())
+        backup = QFileInfo(given.first()).absoluteFilePath();
+    if (backup.isEmpty())
+        return fail(failure, CliTexts::noSuchBackup(given.first()));
+    const QString aside = StoreBackupService::restore(storePath, backup, QDateTime::currentDateTimeUtc());
+    // Opened once through the normal path: the restored store is checked and
+    // brought to this build's schema before anyone else reads it.
+    store();
+    m_out << CliTexts::restored(backup, aside) << Qt::endl;
     return ok;
 }
 

@@ -43,6 +43,8 @@ private:
     int drive(const QString &command, const QStringList &arguments);
     int exportData(const QStringList &arguments);
     int importFile(const QStringList &arguments);
+    int backups(const QStringList &arguments);
+    int restore(const QStringList &arguments);
 
     // -1: go on; otherwise the exit code (usage error, or --help shown).
     int parse(QCommandLineParser &parser, const QStringList &arguments);

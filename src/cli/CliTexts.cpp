@@ -14,7 +14,7 @@ QString summary()
 QString launcherUsage()
 {
     //: Second part of `tarnwell --help`: the subcommands. Keep the command names and the spacing.
-    //% "Commands (each has --help):\n  add       add a task to today\n  status    the task in hand and its timer\n  list      the tasks of a day\n  done      complete the task in hand\n  start     start the timer of the task in hand\n  pause     pause it\n  toggle    start or pause it\n  export    write days, tasks and routines as JSON, CSV or iCalendar\n  import    read a JSON export back\n\nWithout a command, starts the tray agent, or hands links to the one that runs.\nExit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,\n5 no agent running where one is needed, 6 no task in hand or no such task."
+    //% "Commands (each has --help):\n  add       add a task to today\n  status    the task in hand and its timer\n  list      the tasks of a day\n  done      complete the task in hand\n  start     start the timer of the task in hand\n  pause     pause it\n  toggle    start or pause it\n  export    write days, tasks and routines as JSON, CSV or iCalendar\n  import    read a JSON export back\n  backups   list the daily copies of your data\n  restore   put a daily copy back\n\nWithout a command, starts the tray agent, or hands links to the one that runs.\nExit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,\n5 no agent running where one is needed, 6 no task in hand or no such task."
     return qtTrId("cli.launcherUsage");
 }
 
@@ -177,6 +177,55 @@ QString outputOption()
     //: `tarnwell export --help`: --output
     //% "Write to this file instead of standard output."
     return qtTrId("cli.option.output");
+}
+
+QString backupsDescription()
+{
+    //: `tarnwell backups --help`
+    //% "Lists the daily copies of your data, newest first: the day, the size and the file. Tarnwell keeps the last seven."
+    return qtTrId("cli.backups.description");
+}
+
+QString restoreDescription()
+{
+    //: `tarnwell restore --help`
+    //% "Replaces your data with a daily copy. The data as it is now is copied aside first. Quit Tarnwell before."
+    return qtTrId("cli.restore.description");
+}
+
+QString restoreArgument()
+{
+    //: `tarnwell restore --help`: the argument
+    //% "A day (YYYY-MM-DD) that “tarnwell backups” lists, or the file of a copy"
+    return qtTrId("cli.restore.argument");
+}
+
+QString noBackups()
+{
+    //: `tarnwell backups` when there is none yet
+    //% "No copies yet: Tarnwell makes one a day while it runs."
+    return qtTrId("cli.backups.none");
+}
+
+QString restoreWhileRunning()
+{
+    //: `tarnwell restore` while the tray program runs
+    //% "Tarnwell is running. Quit it first, so that it does not write over the restored data."
+    return qtTrId("cli.restore.running");
+}
+
+QString noSuchBackup(const QString &given)
+{
+    //: `tarnwell restore` with a day or file that is not a copy. %1: what was given
+    //% "No copy for “%1”; “tarnwell backups” lists them."
+    return qtTrId("cli.restore.noSuchBackup").arg(given);
+}
+
+QString restored(const QString &backup, const QString &aside)
+{
+    //: After `tarnwell restore`. %1: the copy restored, %2: where the data as it was now lies
+    //% "Restored %1. Your data as it was is kept in %2."
+    return qtTrId("cli.restore.done").arg(backup, aside);
 }
 
 QString importDescription()

@@ -35,6 +35,13 @@ QString toOption();
 QString outputOption();
 QString importDescription();
 QString fileArgument();
+QString backupsDescription();
+QString restoreDescription();
+QString restoreArgument();
+QString noBackups();
+QString restoreWhileRunning();
+QString noSuchBackup(const QString &given);
+QString restored(const QString &backup, const QString &aside);
 
 QString usageError(const QString &problem, const QString &subcommand);
 QString lineOrTitle();

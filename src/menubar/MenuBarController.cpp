@@ -136,6 +136,14 @@ void MenuBarController::updateFallback()
     qCInfo(lcMenuBar).noquote() << QStringLiteral("No StatusNotifierWatcher on the bus; showing a plain tray icon");
 }
 
+void MenuBarController::setStoreWarning(const QString &warning)
+{
+    if (warning == m_storeWarning)
+        return;
+    m_storeWarning = warning;
+    push();
+}
+
 void MenuBarController::pushFallback()
 {
     if (!m_fallback)
@@ -145,7 +153,8 @@ void MenuBarController::pushFallback()
         icon.addPixmap(QPixmap::fromImage(image));
     m_fallback->setIcon(icon);
     // Plain tray icons have no label: the tooltip carries the label's text.
-    m_fallback->setToolTip(labelText(m_presentation));
+    const QString label = labelText(m_presentation);
+    m_fallback->setToolTip(m_storeWarning.isEmpty() ? label : m_storeWarning + QLatin1Char('\n') + label);
     m_fallbackMenu->clear();
     for (const auto &entry : m_menu->items()) {
         if (entry.type == platform::DBusMenuItem::Type::separator) {
@@ -253,6 +262,8 @@ void MenuBarController::push()
                 (over ? FocusTexts::countdownOver() : FocusTexts::countdownLeft());
         }
     }
+    if (!m_storeWarning.isEmpty())
+        description = description.isEmpty() ? m_storeWarning : m_storeWarning + QLatin1Char('\n') + description;
     const QString toolTipKey = title + QLatin1Char('\n') + description;
     if (toolTipKey != m_pushedToolTip) {
         m_item->setToolTip(title.toHtmlEscaped(), description.toHtmlEscaped());

@@ -67,6 +67,9 @@ public:
     bool showingDayDone() const { return m_showingDayDone; }
     // The panel's light/dark preference changed.
     void panelThemeChanged();
+    // A line the tooltip shows above everything else while it is not empty
+    // (saving fails and no notification could say so).
+    void setStoreWarning(const QString &warning);
     // The label text as the panel shows it: title, then the countdown.
     static QString labelText(const MenuBarPresentation &presentation);
 
@@ -102,6 +105,7 @@ private:
     QString m_pushedLabel;
     std::optional<MenuBarChipRenderer::Key> m_pushedIcon;
     QString m_pushedToolTip;
+    QString m_storeWarning;
 
     // The day-done display: after the last open task of today is completed.
     Task *m_lastActive = nullptr;

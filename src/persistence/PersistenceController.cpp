@@ -4,6 +4,7 @@
 #include "kit/Logging.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -11,9 +12,18 @@
 #include <QUrl>
 #include <QUuid>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace tarnwell {
 
 namespace {
+
+PersistenceController::LoadFailureNotice &loadFailureNotice()
+{
+    static PersistenceController::LoadFailureNotice notice;
+    return notice;
+}
 
 [[noreturn]] void failToLoad(const QString &path, const QString &description)
 {
@@ -21,6 +31,8 @@ namespace {
         ? QStringLiteral("<unknown>")
         : (path == QLatin1String(":memory:") ? path : QUrl::fromLocalFile(path).toString());
     qCCritical(lcPersistence).noquote() << QStringLiteral("Failed to load store %1: %2").arg(url, description);
+    if (loadFailureNotice() && !path.isEmpty() && path != QLatin1String(":memory:"))
+        loadFailureNotice()(path, description);
     qFatal("Failed to load persistent store: %s", qPrintable(description));
 }
 
@@ -32,6 +44,64 @@ void pragma(QSqlDatabase &db, const QString &path, const QString &statement)
 }
 
 } // namespace
+
+void PersistenceController::setLoadFailureNotice(LoadFailureNotice notice)
+{
+    loadFailureNotice() = std::move(notice);
+}
+
+QString PersistenceController::refusalReason(const QString &path)
+{
+    const QFileInfo file(path);
+    const QString folder = file.absolutePath();
+    struct stat status
+    {
+    };
+    if (::stat(QFile::encodeName(folder).constData(), &status) == 0) {
+        if (status.st_uid != ::geteuid())
+            return QStringLiteral("the folder %1 belongs to another user").arg(folder);
+        if (!(status.st_mode & S_IWUSR) || ::access(QFile::encodeName(folder).constData(), W_OK) != 0)
+            return QStringLiteral("the folder %1 is read-only").arg(folder);
+    }
+    if (::lstat(QFile::encodeName(path).constData(), &status) != 0)
+        return {}; // a new store
+    if (S_ISDIR(status.st_mode))
+        return QStringLiteral("%1 is a directory, not a store file").arg(path);
+    if (!S_ISREG(status.st_mode))
+        return QStringLiteral("%1 is not a regular file").arg(path);
+    if (!(status.st_mode & S_IWUSR) || ::access(QFile::encodeName(path).constData(), W_OK) != 0)
+        return QStringLiteral("%1 is read-only").arg(path);
+
+    // The header records the size of the database in pages, valid when the
+    // change counter at 24 equals the one at 92. A write-ahead log left by a
+    // crash may still hold pages a checkpoint was copying, so the file may
+    // then be shorter for good reason.
+    if (QFileInfo(path + QStringLiteral("-wal")).size() > 0)
+        return {};
+    QFile store(path);
+    if (status.st_size < 100 || !store.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray header = store.read(100);
+    if (header.size() < 100 || !header.startsWith(QByteArrayLiteral("SQLite format 3\0")))
+        return {};
+    const auto be = [&header](int at, int bytes) {
+        quint32 value = 0;
+        for (int i = 0; i < bytes; ++i)
+            value = (value << 8) | quint8(header.at(at + i));
+        return value;
+    };
+    const quint32 rawPageSize = be(16, 2);
+    const qint64 pageSize = rawPageSize == 1 ? 65536 : rawPageSize;
+    const qint64 pages = be(28, 4);
+    if (pageSize < 512 || pages == 0 || be(24, 4) != be(92, 4))
+        return {};
+    if (qint64(status.st_size) < pages * pageSize)
+        return QStringLiteral("%1 is cut off: %2 of its %3 bytes are there")
+            .arg(path)
+            .arg(status.st_size)
+            .arg(pages * pageSize);
+    return {};
+}
 
 QString PersistenceController::defaultStorePath()
 {
@@ -75,6 +145,9 @@ void PersistenceController::load(const QString &path, const StoreMigrator &migra
         const QFileInfo info(path);
         if (!QDir().mkpath(info.absolutePath()))
             failToLoad(path, QStringLiteral("cannot create the folder %1").arg(info.absolutePath()));
+        const QString refusal = refusalReason(path);
+        if (!refusal.isEmpty())
+            failToLoad(path, refusal);
     }
 
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);

@@ -3,6 +3,7 @@
 #include "StoreContext.h"
 
 #include <QString>
+#include <functional>
 #include <memory>
 
 namespace tarnwell {
@@ -40,6 +41,17 @@ public:
 
     // $XDG_DATA_HOME/tarnwell/Tarnwell.sqlite
     static QString defaultStorePath();
+
+    // Called with the store's path and the reason when a store cannot be
+    // opened, after the log record and before the process stops: the agent
+    // shows the user why. The file has not been changed at that point.
+    using LoadFailureNotice = std::function<void(const QString &path, const QString &description)>;
+    static void setLoadFailureNotice(LoadFailureNotice notice);
+
+    // Why this file cannot be our store, checked before SQLite opens it:
+    // a folder we may not write or do not own, a store that is a directory
+    // or read-only, a file shorter than its own header says. Empty when none.
+    static QString refusalReason(const QString &path);
 
 private:
     void load(const QString &path, const StoreMigrator &migrator);

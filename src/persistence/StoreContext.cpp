@@ -331,8 +331,11 @@ void StoreContext::save()
 
     QSqlDatabase db = database();
     QSqlQuery control(db);
-    if (!control.exec(QStringLiteral("BEGIN IMMEDIATE")))
-        throw errorFrom(control.lastError());
+    if (!control.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
+        const StoreError error = errorFrom(control.lastError());
+        Q_EMIT saveFailed(error);
+        throw error;
+    }
     try {
         for (ManagedObject *object : std::as_const(m_inserted))
             insertRow(object);
@@ -342,8 +345,13 @@ void StoreContext::save()
             deleteRow(object);
         if (!control.exec(QStringLiteral("COMMIT")))
             throw errorFrom(control.lastError());
-    } catch (...) {
+    } catch (const StoreError &error) {
         // Leave every change pending in memory; the next save tries again.
+        QSqlQuery rollback(db);
+        rollback.exec(QStringLiteral("ROLLBACK"));
+        Q_EMIT saveFailed(error);
+        throw;
+    } catch (...) {
         QSqlQuery rollback(db);
         rollback.exec(QStringLiteral("ROLLBACK"));
         throw;

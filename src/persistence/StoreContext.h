@@ -102,6 +102,8 @@ public:
 Q_SIGNALS:
     void objectsDidChange(const tarnwell::ChangeSet &changes);
     void didSave();
+    // A save failed and rolled back; its changes are still pending.
+    void saveFailed(const tarnwell::StoreError &error);
 
 private:
     friend class ManagedObject;

@@ -88,11 +88,11 @@ void StoreMigrator::migrate(QSqlDatabase &db, const QString &filePath) const
     if (from == to)
         return;
     if (from > to) {
-        qCWarning(lcPersistence).noquote()
-            << QStringLiteral("The store is at schema version %1, newer than this build's %2; opening it as it is")
-                   .arg(from)
-                   .arg(to);
-        return;
+        // Written by a newer Tarnwell: what it added would be left stale by
+        // this build's writes, so the store is left alone.
+        throw StoreError(
+            QStringLiteral("Tarnwell"), from,
+            QStringLiteral("the store is at schema version %1, newer than this build's %2").arg(from).arg(to));
     }
 
     if (from > 0 && !filePath.isEmpty()) {

@@ -2,6 +2,7 @@
 
 #include "kit/Logging.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -92,6 +93,16 @@ void FreedesktopNotifications::queryCapabilities()
                                                                    : QStringLiteral("not shown"));
         Q_EMIT capabilitiesKnown(capabilities);
     });
+}
+
+bool FreedesktopNotifications::isReachable() const
+{
+    if (!m_bus.isConnected() || !m_bus.interface())
+        return false;
+    const QString name = QStringLiteral("org.freedesktop.Notifications");
+    if (m_bus.interface()->isServiceRegistered(name).value())
+        return true;
+    return m_bus.interface()->activatableServiceNames().value().contains(name);
 }
 
 void FreedesktopNotifications::noteUnreachable(const QString &error)

@@ -23,6 +23,7 @@ public:
     ~FreedesktopNotifications() override;
 
     bool supportsActions() const override { return m_supportsActions; }
+    bool isReachable() const override;
     void deliver(const NotificationContent &content) override;
     void remove(const QString &identifier) override;
 

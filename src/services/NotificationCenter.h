@@ -55,6 +55,8 @@ public:
 
     // Whether the desktop shows action buttons; until it has said, assumed.
     virtual bool supportsActions() const = 0;
+    // Whether a notification would be seen now (a server runs or can be started).
+    virtual bool isReachable() const { return true; }
     virtual void deliver(const NotificationContent &content) = 0;
     // Takes back the notification with this identifier, if it is shown.
     virtual void remove(const QString &identifier) = 0;

@@ -1,10 +1,16 @@
 // The real `tarnwell` process on a private session bus: one instance per
 // user, links handed over and kept until the interface exists, the unit-test
 // switch, onboarding first, desktop actions, orderly teardown on SIGTERM.
+#include "persistence/PersistenceController.h"
+#include "persistence/Task.h"
 #include "support/AppProcess.h"
+#include "support/FakeNotificationServer.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QSqlQuery>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -81,6 +87,33 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite")));
     }
 
+    void refusedStoreIsShownToTheUserAndLeftAlone()
+    {
+        // A store that is a directory: the fatal text as always, and a
+        // notification that names the file, before the agent stops.
+        const QString home = freshHome();
+        const QString file = home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite");
+        QVERIFY(QDir().mkpath(file + QStringLiteral("/keep")));
+        FakeNotificationServer server;
+        QVERIFY(server.start());
+        App app(home);
+        QTRY_VERIFY_WITH_TIMEOUT(app.process().state() == QProcess::NotRunning, 20000);
+        app.finish();
+        QVERIFY(app.process().exitStatus() == QProcess::CrashExit || app.process().exitCode() != 0);
+        const QString log = app.log();
+        QVERIFY2(log.contains(QStringLiteral("Failed to load persistent store: ")), qPrintable(log));
+        QVERIFY2(log.contains(QStringLiteral("is a directory")), qPrintable(log));
+        QCOMPARE(server.notifications.size(), 1);
+        const auto shown = server.notifications.first();
+        QCOMPARE(shown.summary, QStringLiteral("Tarnwell cannot open your data"));
+        QVERIFY2(shown.body.contains(file) && shown.body.contains(QStringLiteral("left untouched")),
+                 qPrintable(shown.body));
+        QVERIFY(log.indexOf(QStringLiteral("Told the user")) <
+                log.indexOf(QStringLiteral("Failed to load persistent")));
+        QCOMPARE(QDir(file).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList{QStringLiteral("keep")});
+        QVERIFY(!log.contains(QStringLiteral("Interface installed")));
+    }
+
     void sigtermClosesTheStoreWithNothingPending()
     {
         const QString home = freshHome();
@@ -99,6 +132,58 @@ private Q_SLOTS:
         QVERIFY2(log.indexOf(QStringLiteral("Removed the status item")) <
                      log.indexOf(QStringLiteral("Closed the store")),
                  qPrintable(log));
+    }
+
+    void sigtermAmidSavesKeepsEveryAnsweredAdd()
+    {
+        // Adds arrive over the bus while SIGTERM comes in: the signal is taken
+        // between saves (once the calls already queued are served), every add
+        // that was answered is on disk, and the store is closed in order.
+        const QString home = freshHome();
+        const QString file = home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite");
+        App app(home);
+        QVERIFY(app.waitFor(QStringLiteral("Interface installed")));
+        QList<QPair<QString, QDBusPendingCall>> calls;
+        for (int i = 0; i < 500; ++i) {
+            QDBusMessage add = QDBusMessage::createMethodCall(
+                QStringLiteral("org.tarnwell.Tarnwell"), QStringLiteral("/org/tarnwell/Tarnwell"),
+                QStringLiteral("org.tarnwell.Tarnwell1"), QStringLiteral("AddTask"));
+            const QString title = QStringLiteral("burst %1").arg(i);
+            add.setArguments({title, 5, false});
+            calls.append({title, QDBusConnection::sessionBus().asyncCall(add, 10000)});
+        }
+        const auto answered = [&] {
+            return std::count_if(calls.cbegin(), calls.cend(),
+                                 [](const auto &c) { return c.second.isFinished() && !c.second.isError(); });
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(answered() >= 1, 20000);
+        const auto answeredAtSignal = answered();
+        app.terminate();
+        QTRY_VERIFY_WITH_TIMEOUT(app.process().state() == QProcess::NotRunning, 20000);
+        QTRY_VERIFY(std::all_of(calls.cbegin(), calls.cend(), [](const auto &c) { return c.second.isFinished(); }));
+        app.finish();
+        QCOMPARE(app.process().exitStatus(), QProcess::NormalExit);
+        QCOMPARE(app.process().exitCode(), 0);
+        QVERIFY2(!QFile::exists(file + QStringLiteral("-wal")), qPrintable(app.log()));
+
+        tarnwell::PersistenceController store(file);
+        QSqlQuery check(store.viewContext().database());
+        QVERIFY(check.exec(QStringLiteral("PRAGMA integrity_check")) && check.next());
+        QCOMPARE(check.value(0).toString(), QStringLiteral("ok"));
+        QSet<QString> stored;
+        for (tarnwell::Task *task : store.viewContext().fetch<tarnwell::Task>(tarnwell::FetchRequest()))
+            stored.insert(task->title());
+        int kept = 0;
+        for (const auto &[title, call] : calls) {
+            if (!call.isError()) {
+                QVERIFY2(stored.contains(title), qPrintable(title));
+                ++kept;
+            }
+        }
+        qInfo("SIGTERM after %lld answers; %d of %lld adds answered before the agent stopped",
+              qlonglong(answeredAtSignal), kept, qlonglong(calls.size()));
+        QVERIFY(answeredAtSignal < calls.size()); // the signal really came amid the burst
+        QVERIFY(kept >= answeredAtSignal);
     }
 
     void teardownTellsOnlyOfWhatWasThere()

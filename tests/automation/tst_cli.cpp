@@ -1,5 +1,7 @@
 // `tarnwell` as scripts use it: against no agent (the store file), against
 // a running agent (its bus), and where there is no display at all.
+#include "persistence/PersistenceController.h"
+#include "persistence/StoreBackup.h"
 #include "support/AppProcess.h"
 
 #include <QJsonArray>
@@ -8,6 +10,7 @@
 #include <functional>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -105,6 +108,40 @@ private Q_SLOTS:
         QCOMPARE(german.code, 3);
         QVERIFY(!german.err.contains(QLatin1String("error.")));
         QVERIFY2(german.err != english.err, qPrintable(german.err));
+    }
+
+    void backupsListAndRestore()
+    {
+        const QString home = freshHome();
+        QCOMPARE(run(home, {QStringLiteral("backups")}).out,
+                 QStringLiteral("No copies yet: Tarnwell makes one a day while it runs.\n"));
+        QCOMPARE(run(home, {QStringLiteral("add"), QStringLiteral("Kept · 20m")}).code, 0);
+        const QString file = home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite");
+        {
+            // The agent's daily copy, taken here without an agent.
+            tarnwell::PersistenceController store(file);
+            tarnwell::StoreBackupService backups(store.viewContext(), file, tarnwell::Calendar(),
+                                                 tarnwell::systemClock());
+            QSignalSpy finished(&backups, &tarnwell::StoreBackupService::finished);
+            backups.backUpNow();
+            QVERIFY(finished.wait(5000));
+        }
+        QCOMPARE(run(home, {QStringLiteral("add"), QStringLiteral("Later · 5m")}).code, 0);
+        QCOMPARE(listJson(home).size(), 2);
+
+        const QString today = QDate::currentDate().toString(Qt::ISODate);
+        Result r = run(home, {QStringLiteral("backups")});
+        QCOMPARE(r.code, 0);
+        QVERIFY2(r.out.startsWith(today + u'\t') && r.out.count(u'\n') == 1, qPrintable(r.out));
+        QCOMPARE(run(home, {QStringLiteral("restore"), QStringLiteral("1999-01-01")}).code, 1);
+        QCOMPARE(run(home, {QStringLiteral("restore")}).code, 2);
+        r = run(home, {QStringLiteral("restore"), today});
+        QCOMPARE(r.code, 0);
+        QVERIFY2(r.out.startsWith(QStringLiteral("Restored ")) && r.out.contains(QStringLiteral(".before-restore-")),
+                 qPrintable(r.out));
+        const QJsonArray tasks = listJson(home);
+        QCOMPARE(tasks.size(), 1);
+        QCOMPARE(tasks.first().toObject().value(QStringLiteral("title")).toString(), QStringLiteral("Kept"));
     }
 
     void exportImportRoundTripAndRefusal()

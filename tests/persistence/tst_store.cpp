@@ -341,14 +341,7 @@ private Q_SLOTS:
             QCOMPARE(copy.scalar(QStringLiteral("PRAGMA user_version")).toInt(), current);
             QCOMPARE(copy.scalar(QStringLiteral("SELECT title FROM tasks")).toString(), QStringLiteral("before"));
         }
-
-        // This build still opens the newer store; the added column is ignored.
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("newer than this build")));
-        PersistenceController newer(file);
-        FetchRequest all;
-        QCOMPARE(newer.viewContext().fetch<Task>(all).size(), 1);
-        makeTask(newer.viewContext(), newer.viewContext().fetch<Task>(all).first()->day(), QStringLiteral("after"), 1);
-        newer.viewContext().save();
+        // A newer store is refused by this build: see tst_crash_safety.
     }
 };
 
