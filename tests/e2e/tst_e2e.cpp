@@ -61,8 +61,7 @@ QString notSmall(const QRect &window)
 
 QString artifactsDir()
 {
-    const QString dir =
-        qEnvironmentVariable("TARNWELL_ARTIFACTS", QDir::currentPath() + QStringLiteral("/test-artifacts"));
+    QString dir = qEnvironmentVariable("TARNWELL_ARTIFACTS", QDir::currentPath() + QStringLiteral("/test-artifacts"));
     QDir().mkpath(dir);
     return dir;
 }

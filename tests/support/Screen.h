@@ -47,7 +47,7 @@ inline void swayViews(const QJsonObject &node, qint64 pid, QList<QRect> &out)
                      content.value(QStringLiteral("width")).toInt(), content.value(QStringLiteral("height")).toInt());
     }
     for (const QString &key : {QStringLiteral("nodes"), QStringLiteral("floating_nodes")})
-        for (const QJsonValue &child : node.value(key).toArray())
+        for (const auto &child : node.value(key).toArray())
             swayViews(child.toObject(), pid, out);
 }
 

@@ -174,6 +174,9 @@ int main()
     }
 
     zwp_virtual_keyboard_v1_destroy(keyboard);
+    zwp_virtual_keyboard_manager_v1_destroy(globals.manager);
+    wl_seat_destroy(globals.seat);
+    wl_registry_destroy(registry);
     wl_display_roundtrip(display);
     wl_display_disconnect(display);
     return 0;
