@@ -1324,5 +1324,588 @@ Pruebe «tarnwell %2 --help».</translation>
         <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
         <translation>No se pudo pasar la orden a Tarnwell: %1</translation>
     </message>
+    <message id="settings.hotkeys.recording">
+        <source>Press the keys…</source>
+        <extracomment>Settings, Hotkeys: shown in a hot-key recorder while it waits for keys</extracomment>
+        <translation>Pulsa las teclas…</translation>
+    </message>
+    <message id="popover.menu.tooltip">
+        <source>Routines, review and settings</source>
+        <extracomment>Popover: tooltip of the menu button with the routines, the review and the settings</extracomment>
+        <translation>Rutinas, revisión y ajustes</translation>
+    </message>
+    <message id="popover.menu.review">
+        <source>Review…</source>
+        <extracomment>Popover menu: opens the review of estimates</extracomment>
+        <translation>Revisión…</translation>
+    </message>
+    <message id="popover.menu.settings">
+        <source>Settings…</source>
+        <extracomment>Popover menu: opens the settings window</extracomment>
+        <translation>Ajustes…</translation>
+    </message>
+    <message id="review.window.title">
+        <source>Review of your estimates</source>
+        <extracomment>Title of the review window (window lists, screen readers)</extracomment>
+        <translation>Revisión de tus estimaciones</translation>
+    </message>
+    <message id="review.previous">
+        <source>Earlier</source>
+        <extracomment>Review: button that shows the week or month before</extracomment>
+        <translation>Antes</translation>
+    </message>
+    <message id="review.next">
+        <source>Later</source>
+        <extracomment>Review: button that shows the week or month after</extracomment>
+        <translation>Después</translation>
+    </message>
+    <message id="review.week">
+        <source>Week</source>
+        <extracomment>Review: shows one week at a time</extracomment>
+        <translation>Semana</translation>
+    </message>
+    <message id="review.month">
+        <source>Month</source>
+        <extracomment>Review: shows one month at a time</extracomment>
+        <translation>Mes</translation>
+    </message>
+    <message id="review.chart">
+        <source>Median planned and measured minutes per group</source>
+        <extracomment>Review: name of the chart for screen readers</extracomment>
+        <translation>Minutos previstos y medidos (medianas) por grupo</translation>
+    </message>
+    <message id="review.legend.planned">
+        <source>Planned (median)</source>
+        <extracomment>Review: chart legend for the planned minutes&apos; bar</extracomment>
+        <translation>Previsto (mediana)</translation>
+    </message>
+    <message id="review.legend.actual">
+        <source>Measured (median)</source>
+        <extracomment>Review: chart legend for the measured minutes&apos; bar</extracomment>
+        <translation>Medido (mediana)</translation>
+    </message>
+    <message id="review.bucket.figures">
+        <source>%1 tasks · planned %2 · measured %3 (medians)</source>
+        <extracomment>Review: a group&apos;s figures; %1 = number of tasks, %2 = median planned (&quot;25m&quot;), %3 = median measured (&quot;35m&quot;)</extracomment>
+        <translation>%1 tareas · previsto %2 · medido %3 (medianas)</translation>
+    </message>
+    <message id="review.offenders">
+        <source>Furthest over plan</source>
+        <extracomment>Review: heading of the tasks that ran furthest past their plan</extracomment>
+        <translation>Los que más se pasaron del plan</translation>
+    </message>
+    <message id="settings.window.title">
+        <source>Tarnwell Settings</source>
+        <extracomment>Title of the settings window (window lists, screen readers)</extracomment>
+        <translation>Ajustes de Tarnwell</translation>
+    </message>
+    <message id="settings.tab.general">
+        <source>General</source>
+        <extracomment>Settings tab: general settings</extracomment>
+        <translation>General</translation>
+    </message>
+    <message id="settings.tab.reminders">
+        <source>Reminders</source>
+        <extracomment>Settings tab: notifications and sounds</extracomment>
+        <translation>Avisos</translation>
+    </message>
+    <message id="settings.tab.hotkeys">
+        <source>Hotkeys</source>
+        <extracomment>Settings tab: keyboard shortcuts</extracomment>
+        <translation>Atajos</translation>
+    </message>
+    <message id="settings.tab.permissions">
+        <source>Permissions</source>
+        <extracomment>Settings tab: what works on this desktop</extracomment>
+        <translation>Permisos</translation>
+    </message>
+    <message id="settings.tab.about">
+        <source>About</source>
+        <extracomment>Settings tab: version, licence, data folder</extracomment>
+        <translation>Acerca de</translation>
+    </message>
+    <message id="settings.general.language">
+        <source>Language</source>
+        <extracomment>Settings, General: label of the language menu</extracomment>
+        <translation>Idioma</translation>
+    </message>
+    <message id="settings.general.appearance">
+        <source>Appearance</source>
+        <extracomment>Settings, General: label of the light/dark menu</extracomment>
+        <translation>Apariencia</translation>
+    </message>
+    <message id="settings.general.appearance.system">
+        <source>Same as the desktop</source>
+        <extracomment>Settings, General: appearance follows the desktop</extracomment>
+        <translation>Igual que el escritorio</translation>
+    </message>
+    <message id="settings.general.appearance.light">
+        <source>Light</source>
+        <extracomment>Settings, General: always the light palette</extracomment>
+        <translation>Claro</translation>
+    </message>
+    <message id="settings.general.appearance.dark">
+        <source>Dark</source>
+        <extracomment>Settings, General: always the dark palette</extracomment>
+        <translation>Oscuro</translation>
+    </message>
+    <message id="settings.general.launchAtLogin">
+        <source>Start Tarnwell when I log in</source>
+        <extracomment>Settings, General: switch that starts Tarnwell when the user logs in</extracomment>
+        <translation>Abrir Tarnwell al iniciar sesión</translation>
+    </message>
+    <message id="settings.general.day">
+        <source>Your day</source>
+        <extracomment>Settings, General: heading of the workday and day plan settings</extracomment>
+        <translation>Tu día</translation>
+    </message>
+    <message id="settings.general.workdayEnd.title">
+        <source>End of the workday</source>
+        <extracomment>Settings, General: switch for the end of the workday</extracomment>
+        <translation>Fin de la jornada</translation>
+    </message>
+    <message id="settings.general.workdayEnd.caption">
+        <source>The day plan under the list warns when the queued work runs past this time.</source>
+        <extracomment>Settings, General: what the workday end does</extracomment>
+        <translation>El plan del día bajo la lista avisa cuando el trabajo pendiente pasa de esta hora.</translation>
+    </message>
+    <message id="settings.general.workdayEnd.time">
+        <source>Workday ends at</source>
+        <extracomment>Settings, General: label of the field with the workday end&apos;s time</extracomment>
+        <translation>La jornada termina a las</translation>
+    </message>
+    <message id="settings.general.dayPlan.title">
+        <source>The day plan</source>
+        <extracomment>Settings, General: heading of the explanation of the day plan footer</extracomment>
+        <translation>El plan del día</translation>
+    </message>
+    <message id="settings.general.dayPlan.caption">
+        <source>Under the list, the planned minutes still ahead add up to a finish time. With a workday end, the tasks that no longer fit are counted and can be moved to tomorrow in one go. Tasks without minutes are counted apart.</source>
+        <extracomment>Settings, General: explanation of the day plan footer under the task list</extracomment>
+        <translation>Bajo la lista, los minutos aún planificados dan una hora de fin. Con un fin de jornada, las tareas que ya no caben se cuentan y pueden pasar a mañana de una vez. Las tareas sin minutos se cuentan aparte.</translation>
+    </message>
+    <message id="settings.general.tray">
+        <source>In the tray</source>
+        <extracomment>Settings, General: heading of the tray settings</extracomment>
+        <translation>En la barra</translation>
+    </message>
+    <message id="settings.general.trayTitle">
+        <source>Title length in the tray</source>
+        <extracomment>Settings, General: how many characters of the task&apos;s title the tray shows</extracomment>
+        <translation>Longitud del título en la barra</translation>
+    </message>
+    <message id="settings.general.trayTitle.none">
+        <source>Countdown only</source>
+        <extracomment>Settings, General: tray title length option that shows only the countdown</extracomment>
+        <translation>Solo la cuenta atrás</translation>
+    </message>
+    <message id="settings.general.trayTitle.chars">
+        <source>%1 characters</source>
+        <extracomment>Settings, General: tray title length option; %1 = a number of characters</extracomment>
+        <translation>%1 caracteres</translation>
+    </message>
+    <message id="settings.general.minimalIdle">
+        <source>Only the icon while no task is in hand</source>
+        <extracomment>Settings, General: switch that hides the tray&apos;s text while no task is in hand</extracomment>
+        <translation>Solo el icono mientras no hay tarea en curso</translation>
+    </message>
+    <message id="settings.general.idle">
+        <source>Ask about time away after</source>
+        <extracomment>Settings, General: label of the idle threshold menu</extracomment>
+        <translation>Preguntar por ausencias tras</translation>
+    </message>
+    <message id="settings.general.idle.caption">
+        <source>While the timer runs, a stretch without keyboard or mouse this long is offered to subtract from the measured time.</source>
+        <extracomment>Settings, General: what the idle threshold does</extracomment>
+        <translation>Con el temporizador en marcha, un rato así de largo sin teclado ni ratón se ofrece para restarlo del tiempo medido.</translation>
+    </message>
+    <message id="settings.general.idle.off">
+        <source>Never</source>
+        <extracomment>Settings, General: idle threshold option: never ask about time away</extracomment>
+        <translation>Nunca</translation>
+    </message>
+    <message id="settings.general.idle.minutes">
+        <source>%1 minutes</source>
+        <extracomment>Settings, General: idle threshold option; %1 = minutes</extracomment>
+        <translation>%1 minutos</translation>
+    </message>
+    <message id="settings.reminders.notifications">
+        <source>Notifications</source>
+        <extracomment>Settings, Reminders: switch for desktop notifications</extracomment>
+        <translation>Notificaciones</translation>
+    </message>
+    <message id="settings.reminders.notifications.caption">
+        <source>When the planned time of the task in hand is up, with Done and more time as buttons.</source>
+        <extracomment>Settings, Reminders: what the notifications are</extracomment>
+        <translation>Cuando se acaba el tiempo previsto de la tarea en curso, con Hecho y Más tiempo como botones.</translation>
+    </message>
+    <message id="settings.reminders.warning">
+        <source>Warn before the end</source>
+        <extracomment>Settings, Reminders: label of the menu for the warning before the planned end</extracomment>
+        <translation>Avisar antes del final</translation>
+    </message>
+    <message id="settings.reminders.warning.off">
+        <source>No warning</source>
+        <extracomment>Settings, Reminders: warning option: no warning before the planned end</extracomment>
+        <translation>Sin aviso</translation>
+    </message>
+    <message id="settings.reminders.warning.minutes">
+        <source>%1 min before</source>
+        <extracomment>Settings, Reminders: warning option; %1 = minutes before the planned end</extracomment>
+        <translation>%1 min antes</translation>
+    </message>
+    <message id="settings.reminders.overtime">
+        <source>More time adds</source>
+        <extracomment>Settings, Reminders: label of the menu with the minutes the &quot;+N&quot; button adds</extracomment>
+        <translation>Más tiempo añade</translation>
+    </message>
+    <message id="settings.reminders.overtime.minutes">
+        <source>%1 minutes</source>
+        <extracomment>Settings, Reminders: option of the minutes &quot;+N&quot; adds; %1 = minutes</extracomment>
+        <translation>%1 minutos</translation>
+    </message>
+    <message id="settings.reminders.sound.title">
+        <source>Sound</source>
+        <extracomment>Settings, Reminders: heading of the sound settings</extracomment>
+        <translation>Sonido</translation>
+    </message>
+    <message id="settings.reminders.sound">
+        <source>Play a chime at the warning and at the end</source>
+        <extracomment>Settings, Reminders: switch for the chimes</extracomment>
+        <translation>Sonar un aviso al avisar y al final</translation>
+    </message>
+    <message id="settings.reminders.sound.caption">
+        <source>The warning plays softer than the end.</source>
+        <extracomment>Settings, Reminders: how loud the chimes are</extracomment>
+        <translation>El aviso previo suena más bajo que el final.</translation>
+    </message>
+    <message id="settings.reminders.chime">
+        <source>Chime</source>
+        <extracomment>Settings, Reminders: label of the chime menu</extracomment>
+        <translation>Sonido de aviso</translation>
+    </message>
+    <message id="settings.reminders.preview">
+        <source>Play the chime</source>
+        <extracomment>Settings, Reminders: button that plays the chosen chime</extracomment>
+        <translation>Escuchar el sonido</translation>
+    </message>
+    <message id="settings.hotkeys.caption">
+        <source>These work everywhere. To change one, choose it and press the new keys, with Super, Ctrl or Alt.</source>
+        <extracomment>Settings, Hotkeys: how to change a hot key</extracomment>
+        <translation>Funcionan en todas partes. Para cambiar uno, elígelo y pulsa las nuevas teclas, con Super, Ctrl o Alt.</translation>
+    </message>
+    <message id="settings.hotkeys.needsModifier">
+        <source>Hold Super, Ctrl or Alt together with a letter, a digit, Space, Return, Tab, Delete or an arrow key.</source>
+        <extracomment>Settings, Hotkeys: a pressed combination that cannot be a hot key</extracomment>
+        <translation>Mantén Super, Ctrl o Alt junto con una letra, un dígito, Espacio, Intro, Tab, Supr o una flecha.</translation>
+    </message>
+    <message id="settings.hotkeys.default">
+        <source>Default</source>
+        <extracomment>Settings, Hotkeys: button that puts a hot key back to its first combination</extracomment>
+        <translation>Predeterminado</translation>
+    </message>
+    <message id="settings.hotkeys.backend.portal">
+        <source>Global hot keys go through the desktop&apos;s shortcuts portal; it may ask you to confirm them.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Los atajos globales pasan por el portal de atajos del escritorio, que puede pedir que los confirmes.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.kglobalaccel">
+        <source>Global hot keys go through KDE&apos;s shortcut service; they also show in System Settings.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Los atajos globales pasan por el servicio de atajos de KDE; también aparecen en Preferencias del sistema.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.x11">
+        <source>Global hot keys are taken from the X server directly.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Los atajos globales se toman directamente del servidor X.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.none">
+        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop&apos;s keyboard settings that run these commands instead:</source>
+        <extracomment>Settings, Hotkeys: no way to register global hot keys on this desktop</extracomment>
+        <translation>Este escritorio no deja que ningún programa defina atajos globales. En su lugar, añade en la configuración de teclado del escritorio atajos que ejecuten estas órdenes:</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.title">
+        <source>While the popover is open</source>
+        <extracomment>Settings, Hotkeys: heading of the list of the popover&apos;s fixed shortcuts</extracomment>
+        <translation>Con la ventana abierta</translation>
+    </message>
+    <message id="settings.permissions.caption">
+        <source>What Tarnwell can use on this desktop right now. Nothing here is required: without a facility, the rest keeps working.</source>
+        <extracomment>Settings, Permissions: what the tab shows</extracomment>
+        <translation>Lo que Tarnwell puede usar ahora en este escritorio. Nada es obligatorio: si falta algo, el resto sigue funcionando.</translation>
+    </message>
+    <message id="settings.permissions.working">
+        <source>Working</source>
+        <extracomment>Settings, Permissions: state of a facility that works</extracomment>
+        <translation>Funciona</translation>
+    </message>
+    <message id="settings.permissions.limited">
+        <source>In part</source>
+        <extracomment>Settings, Permissions: state of a facility that works in part</extracomment>
+        <translation>En parte</translation>
+    </message>
+    <message id="settings.permissions.missing">
+        <source>Not available</source>
+        <extracomment>Settings, Permissions: state of a facility this desktop lacks</extracomment>
+        <translation>No disponible</translation>
+    </message>
+    <message id="settings.permissions.refresh">
+        <source>Check again</source>
+        <extracomment>Settings, Permissions: button that looks at the desktop again</extracomment>
+        <translation>Comprobar de nuevo</translation>
+    </message>
+    <message id="settings.about.version">
+        <source>Version %1</source>
+        <extracomment>Settings, About: the program&apos;s version; %1 = a version number</extracomment>
+        <translation>Versión %1</translation>
+    </message>
+    <message id="settings.about.licence">
+        <source>© 2026 The Tarnwell team. Tarnwell is not yet published under a licence; all rights are reserved.</source>
+        <extracomment>Settings, About: the licence</extracomment>
+        <translation>© 2026 El equipo de Tarnwell. Tarnwell aún no se ha publicado bajo una licencia; todos los derechos reservados.</translation>
+    </message>
+    <message id="settings.about.data">
+        <source>Your data</source>
+        <extracomment>Settings, About: heading of the data folder</extracomment>
+        <translation>Tus datos</translation>
+    </message>
+    <message id="settings.about.data.caption">
+        <source>Everything Tarnwell keeps is in one file in this folder, on this computer only:</source>
+        <extracomment>Settings, About: where the data is</extracomment>
+        <translation>Todo lo que guarda Tarnwell está en un archivo de esta carpeta, solo en este equipo:</translation>
+    </message>
+    <message id="settings.about.openFolder">
+        <source>Open folder</source>
+        <extracomment>Settings, About: button that opens the data folder in the file manager</extracomment>
+        <translation>Abrir carpeta</translation>
+    </message>
+    <message id="settings.about.export">
+        <source>To keep a copy elsewhere, export everything with: %1</source>
+        <extracomment>Settings, About: how to export; %1 = a command line</extracomment>
+        <translation>Para guardar una copia en otro sitio, exporta todo con: %1</translation>
+    </message>
+    <message id="settings.about.logs">
+        <source>Logs</source>
+        <extracomment>Settings, About: heading of where the logs go</extracomment>
+        <translation>Registros</translation>
+    </message>
+    <message id="settings.about.logs.caption">
+        <source>Tarnwell writes what it does to the system journal (read it with journalctl --user -t tarnwell), or to its standard error when started from a terminal.</source>
+        <extracomment>Settings, About: where the logs go; the command must stay as it is</extracomment>
+        <translation>Tarnwell escribe lo que hace en el diario del sistema (léelo con journalctl --user -t tarnwell), o en su salida de errores si se abrió desde un terminal.</translation>
+    </message>
+    <message id="menubar.menu.review">
+        <source>Review…</source>
+        <extracomment>Status item menu: open the review of estimates</extracomment>
+        <translation>Revisión…</translation>
+    </message>
+    <message id="review.bucket.upTo15">
+        <source>tasks up to 15 minutes</source>
+        <extracomment>Review: the group of tasks planned for 15 minutes or less (used inside sentences and as a heading)</extracomment>
+        <translation>las tareas de hasta 15 minutos</translation>
+    </message>
+    <message id="review.bucket.upTo30">
+        <source>tasks of 16 to 30 minutes</source>
+        <extracomment>Review: the group of tasks planned for 16 to 30 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>las tareas de 16 a 30 minutos</translation>
+    </message>
+    <message id="review.bucket.upTo45">
+        <source>tasks of 31 to 45 minutes</source>
+        <extracomment>Review: the group of tasks planned for 31 to 45 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>las tareas de 31 a 45 minutos</translation>
+    </message>
+    <message id="review.bucket.over45">
+        <source>tasks over 45 minutes</source>
+        <extracomment>Review: the group of tasks planned for more than 45 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>las tareas de más de 45 minutos</translation>
+    </message>
+    <message id="review.verdict.none">
+        <source>No timed tasks yet.</source>
+        <extracomment>Review: verdict of a group of tasks without any completed, planned and timed task</extracomment>
+        <translation>Aún no hay tareas cronometradas.</translation>
+    </message>
+    <message id="review.verdict.tooFew">
+        <source>Too few timed tasks to judge yet: %1.</source>
+        <extracomment>Review: verdict of a group with too few tasks to say anything; %1 = how many there are</extracomment>
+        <translation>Aún hay muy pocas tareas cronometradas para juzgar: %1.</translation>
+    </message>
+    <message id="review.verdict.onTheMark">
+        <source>Your plans for %1 hold well.</source>
+        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group (&quot;tasks up to 15 minutes&quot;)</extracomment>
+        <translation>Tus planes para %1 se cumplen bien.</translation>
+    </message>
+    <message id="review.verdict.under">
+        <source>You underestimate %1 by %2 %.</source>
+        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group (&quot;tasks of 16 to 30 minutes&quot;), %2 = percent, a whole number</extracomment>
+        <translation>Subestimas %1 en un %2 %.</translation>
+    </message>
+    <message id="review.verdict.over">
+        <source>You overestimate %1 by %2 %.</source>
+        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group (&quot;tasks over 45 minutes&quot;), %2 = percent, a whole number</extracomment>
+        <translation>Sobrestimas %1 en un %2 %.</translation>
+    </message>
+    <message id="review.ratio">
+        <source>×%1</source>
+        <extracomment>Review: the median of measured time over planned time, as a multiple (&quot;×1.4&quot;)</extracomment>
+        <translation>×%1</translation>
+    </message>
+    <message id="review.overrun">
+        <source>+%1</source>
+        <extracomment>Review: how far a task ran past its plan; %1 = a duration (&quot;25m&quot;)</extracomment>
+        <translation>+%1</translation>
+    </message>
+    <message id="review.summary.empty">
+        <source>No completed task with a plan and measured time in this period.</source>
+        <extracomment>Review: under the period&apos;s title when it has no completed task with a plan and measured time</extracomment>
+        <translation>Ninguna tarea completada con plan y tiempo medido en este periodo.</translation>
+    </message>
+    <message id="review.summary">
+        <source>Completed tasks with a plan and measured time: %1</source>
+        <extracomment>Review: under the period&apos;s title; %1 = how many completed tasks had a plan and measured time</extracomment>
+        <translation>Tareas completadas con plan y tiempo medido: %1</translation>
+    </message>
+    <message id="review.unplanned">
+        <source>Completed without a plan: %1</source>
+        <extracomment>Review: completed tasks without a planned duration, counted apart; %1 = how many</extracomment>
+        <translation>Completadas sin plan: %1</translation>
+    </message>
+    <message id="review.unmeasured">
+        <source>Ticked off without the timer: %1</source>
+        <extracomment>Review: completed planned tasks whose timer never ran, left out of the figures; %1 = how many</extracomment>
+        <translation>Marcadas sin el temporizador: %1</translation>
+    </message>
+    <message id="settings.general.language.system">
+        <source>Same as the desktop</source>
+        <extracomment>Settings, General: language option that follows the desktop&apos;s language</extracomment>
+        <translation>Igual que el escritorio</translation>
+    </message>
+    <message id="settings.general.workdayEnd.invalid">
+        <source>Type a time of day such as 17:30.</source>
+        <extracomment>Settings, General: the typed workday end is not a time of day</extracomment>
+        <translation>Escribe una hora como 17:30.</translation>
+    </message>
+    <message id="settings.permissions.tray">
+        <source>Tray icon</source>
+        <extracomment>Settings, Permissions: the tray icon facility</extracomment>
+        <translation>Icono de la barra</translation>
+    </message>
+    <message id="settings.permissions.tray.working">
+        <source>The panel shows Tarnwell&apos;s icon with the task in hand and its countdown.</source>
+        <extracomment>Settings, Permissions: the panel shows our tray icon</extracomment>
+        <translation>El panel muestra el icono de Tarnwell con la tarea en curso y su cuenta atrás.</translation>
+    </message>
+    <message id="settings.permissions.tray.missing">
+        <source>No panel on this desktop takes status icons, so Tarnwell falls back on the older tray, which may show only the icon.</source>
+        <extracomment>Settings, Permissions: no panel takes tray icons of the modern kind</extracomment>
+        <translation>Ningún panel de este escritorio admite iconos de estado, así que Tarnwell usa la bandeja antigua, que quizá solo muestre el icono.</translation>
+    </message>
+    <message id="settings.permissions.tray.fix">
+        <source>On GNOME, switch on the AppIndicator extension (gnome-shell-extension-appindicator) and log in again.</source>
+        <extracomment>Settings, Permissions: how to get a panel that shows tray icons</extracomment>
+        <translation>En GNOME, activa la extensión AppIndicator (gnome-shell-extension-appindicator) y vuelve a iniciar sesión.</translation>
+    </message>
+    <message id="settings.permissions.notifications">
+        <source>Notifications</source>
+        <extracomment>Settings, Permissions: the desktop notifications facility</extracomment>
+        <translation>Notificaciones</translation>
+    </message>
+    <message id="settings.permissions.notifications.working">
+        <source>The end of a plan is announced with Done and more-time buttons.</source>
+        <extracomment>Settings, Permissions: notifications show with their buttons</extracomment>
+        <translation>El final de un plan se anuncia con los botones Hecho y Más tiempo.</translation>
+    </message>
+    <message id="settings.permissions.notifications.noActions">
+        <source>Notifications show, but this desktop leaves out their buttons: complete or extend from the tray instead.</source>
+        <extracomment>Settings, Permissions: notifications show, but the server shows no buttons</extracomment>
+        <translation>Las notificaciones aparecen, pero este escritorio omite sus botones: completa o amplía desde la barra.</translation>
+    </message>
+    <message id="settings.permissions.notifications.missing">
+        <source>No notification service runs, so the end of a plan is only heard (the chime) and seen in the tray.</source>
+        <extracomment>Settings, Permissions: no notification server</extracomment>
+        <translation>No hay servicio de notificaciones, así que el final de un plan solo se oye (el aviso sonoro) y se ve en la barra.</translation>
+    </message>
+    <message id="settings.permissions.notifications.fix">
+        <source>Start your desktop&apos;s notification service (on minimal desktops, for example dunst or mako).</source>
+        <extracomment>Settings, Permissions: how to get notifications</extracomment>
+        <translation>Inicia el servicio de notificaciones de tu escritorio (en escritorios mínimos, por ejemplo dunst o mako).</translation>
+    </message>
+    <message id="settings.permissions.idle">
+        <source>Time away</source>
+        <extracomment>Settings, Permissions: the idle time facility</extracomment>
+        <translation>Ausencias</translation>
+    </message>
+    <message id="settings.permissions.idle.working">
+        <source></source>
+        <translation>Un rato sin teclado ni ratón con el temporizador en marcha se detecta y se ofrece para restarlo.</translation>
+    </message>
+    <message id="settings.permissions.idle.missing">
+        <source></source>
+        <translation>Este escritorio no dice a los programas cuánto tiempo llevas fuera, así que las ausencias no se ofrecen para restar. La suspensión y el bloqueo siguen pausando el temporizador.</translation>
+    </message>
+    <message id="settings.permissions.session">
+        <source>Sleep and screen lock</source>
+        <extracomment>Settings, Permissions: the sleep and lock facility</extracomment>
+        <translation>Suspensión y bloqueo de pantalla</translation>
+    </message>
+    <message id="settings.permissions.session.working">
+        <source>The timer pauses when the computer sleeps or the screen locks, and resumes after a short break.</source>
+        <extracomment>Settings, Permissions: sleep and lock pause the timer</extracomment>
+        <translation>El temporizador se pausa cuando el equipo se suspende o la pantalla se bloquea, y sigue tras una pausa corta.</translation>
+    </message>
+    <message id="settings.permissions.session.missing">
+        <source>Sleep and screen lock are not reported (no logind), so the timer runs on through them.</source>
+        <extracomment>Settings, Permissions: sleep and lock are not reported</extracomment>
+        <translation>La suspensión y el bloqueo no se notifican (no hay logind), así que el temporizador sigue corriendo.</translation>
+    </message>
+    <message id="settings.permissions.session.fix">
+        <source>Pause the timer before you step away.</source>
+        <extracomment>Settings, Permissions: what to do without sleep and lock reports</extracomment>
+        <translation>Pausa el temporizador antes de irte.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys">
+        <source>Global hot keys</source>
+        <extracomment>Settings, Permissions: the global hot keys facility</extracomment>
+        <translation>Atajos globales</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.working">
+        <source>The hot keys of the Hotkeys tab work in every program.</source>
+        <extracomment>Settings, Permissions: global hot keys work</extracomment>
+        <translation>Los atajos de la pestaña Atajos funcionan en cualquier programa.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.missing">
+        <source>This desktop lets no program set global hot keys.</source>
+        <extracomment>Settings, Permissions: no global hot keys</extracomment>
+        <translation>Este escritorio no deja que ningún programa defina atajos globales.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.fix">
+        <source>Add shortcuts in the desktop&apos;s keyboard settings that run the commands shown in the Hotkeys tab.</source>
+        <extracomment>Settings, Permissions: how to get hot keys without a global hot-key service</extracomment>
+        <translation>Añade en la configuración de teclado del escritorio atajos que ejecuten las órdenes que muestra la pestaña Atajos.</translation>
+    </message>
+    <message id="settings.permissions.autostart">
+        <source>Start at login</source>
+        <extracomment>Settings, Permissions: the start at login facility</extracomment>
+        <translation>Inicio al entrar</translation>
+    </message>
+    <message id="settings.permissions.autostart.off">
+        <source>Switched off: start Tarnwell yourself after logging in.</source>
+        <extracomment>Settings, Permissions: start at login is switched off</extracomment>
+        <translation>Desactivado: abre Tarnwell tú mismo tras iniciar sesión.</translation>
+    </message>
+    <message id="settings.permissions.autostart.fix">
+        <source>Switch it on in the General tab.</source>
+        <extracomment>Settings, Permissions: where start at login is switched on</extracomment>
+        <translation>Actívalo en la pestaña General.</translation>
+    </message>
+    <message id="settings.permissions.autostart.working">
+        <source>Tarnwell starts when you log in (%1).</source>
+        <extracomment>Settings, Permissions: the autostart entry is in place; %1 = its file</extracomment>
+        <translation>Tarnwell se abre al iniciar sesión (%1).</translation>
+    </message>
+    <message id="settings.permissions.autostart.missing">
+        <source>The autostart entry %1 could not be written.</source>
+        <extracomment>Settings, Permissions: the autostart entry could not be written; %1 = its file</extracomment>
+        <translation>No se pudo escribir la entrada de inicio %1.</translation>
+    </message>
 </context>
 </TS>

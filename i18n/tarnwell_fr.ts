@@ -1324,5 +1324,588 @@ Essayez « tarnwell %2 --help ».</translation>
         <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
         <translation>Impossible de transmettre la commande à Tarnwell : %1</translation>
     </message>
+    <message id="settings.hotkeys.recording">
+        <source>Press the keys…</source>
+        <extracomment>Settings, Hotkeys: shown in a hot-key recorder while it waits for keys</extracomment>
+        <translation>Appuyez sur les touches…</translation>
+    </message>
+    <message id="popover.menu.tooltip">
+        <source>Routines, review and settings</source>
+        <extracomment>Popover: tooltip of the menu button with the routines, the review and the settings</extracomment>
+        <translation>Routines, bilan et paramètres</translation>
+    </message>
+    <message id="popover.menu.review">
+        <source>Review…</source>
+        <extracomment>Popover menu: opens the review of estimates</extracomment>
+        <translation>Bilan…</translation>
+    </message>
+    <message id="popover.menu.settings">
+        <source>Settings…</source>
+        <extracomment>Popover menu: opens the settings window</extracomment>
+        <translation>Paramètres…</translation>
+    </message>
+    <message id="review.window.title">
+        <source>Review of your estimates</source>
+        <extracomment>Title of the review window (window lists, screen readers)</extracomment>
+        <translation>Bilan de vos estimations</translation>
+    </message>
+    <message id="review.previous">
+        <source>Earlier</source>
+        <extracomment>Review: button that shows the week or month before</extracomment>
+        <translation>Avant</translation>
+    </message>
+    <message id="review.next">
+        <source>Later</source>
+        <extracomment>Review: button that shows the week or month after</extracomment>
+        <translation>Après</translation>
+    </message>
+    <message id="review.week">
+        <source>Week</source>
+        <extracomment>Review: shows one week at a time</extracomment>
+        <translation>Semaine</translation>
+    </message>
+    <message id="review.month">
+        <source>Month</source>
+        <extracomment>Review: shows one month at a time</extracomment>
+        <translation>Mois</translation>
+    </message>
+    <message id="review.chart">
+        <source>Median planned and measured minutes per group</source>
+        <extracomment>Review: name of the chart for screen readers</extracomment>
+        <translation>Minutes prévues et mesurées (médianes) par groupe</translation>
+    </message>
+    <message id="review.legend.planned">
+        <source>Planned (median)</source>
+        <extracomment>Review: chart legend for the planned minutes&apos; bar</extracomment>
+        <translation>Prévu (médiane)</translation>
+    </message>
+    <message id="review.legend.actual">
+        <source>Measured (median)</source>
+        <extracomment>Review: chart legend for the measured minutes&apos; bar</extracomment>
+        <translation>Mesuré (médiane)</translation>
+    </message>
+    <message id="review.bucket.figures">
+        <source>%1 tasks · planned %2 · measured %3 (medians)</source>
+        <extracomment>Review: a group&apos;s figures; %1 = number of tasks, %2 = median planned (&quot;25m&quot;), %3 = median measured (&quot;35m&quot;)</extracomment>
+        <translation>%1 tâches · prévu %2 · mesuré %3 (médianes)</translation>
+    </message>
+    <message id="review.offenders">
+        <source>Furthest over plan</source>
+        <extracomment>Review: heading of the tasks that ran furthest past their plan</extracomment>
+        <translation>Les plus au-delà du plan</translation>
+    </message>
+    <message id="settings.window.title">
+        <source>Tarnwell Settings</source>
+        <extracomment>Title of the settings window (window lists, screen readers)</extracomment>
+        <translation>Paramètres de Tarnwell</translation>
+    </message>
+    <message id="settings.tab.general">
+        <source>General</source>
+        <extracomment>Settings tab: general settings</extracomment>
+        <translation>Général</translation>
+    </message>
+    <message id="settings.tab.reminders">
+        <source>Reminders</source>
+        <extracomment>Settings tab: notifications and sounds</extracomment>
+        <translation>Rappels</translation>
+    </message>
+    <message id="settings.tab.hotkeys">
+        <source>Hotkeys</source>
+        <extracomment>Settings tab: keyboard shortcuts</extracomment>
+        <translation>Raccourcis</translation>
+    </message>
+    <message id="settings.tab.permissions">
+        <source>Permissions</source>
+        <extracomment>Settings tab: what works on this desktop</extracomment>
+        <translation>Autorisations</translation>
+    </message>
+    <message id="settings.tab.about">
+        <source>About</source>
+        <extracomment>Settings tab: version, licence, data folder</extracomment>
+        <translation>À propos</translation>
+    </message>
+    <message id="settings.general.language">
+        <source>Language</source>
+        <extracomment>Settings, General: label of the language menu</extracomment>
+        <translation>Langue</translation>
+    </message>
+    <message id="settings.general.appearance">
+        <source>Appearance</source>
+        <extracomment>Settings, General: label of the light/dark menu</extracomment>
+        <translation>Apparence</translation>
+    </message>
+    <message id="settings.general.appearance.system">
+        <source>Same as the desktop</source>
+        <extracomment>Settings, General: appearance follows the desktop</extracomment>
+        <translation>Comme le bureau</translation>
+    </message>
+    <message id="settings.general.appearance.light">
+        <source>Light</source>
+        <extracomment>Settings, General: always the light palette</extracomment>
+        <translation>Clair</translation>
+    </message>
+    <message id="settings.general.appearance.dark">
+        <source>Dark</source>
+        <extracomment>Settings, General: always the dark palette</extracomment>
+        <translation>Sombre</translation>
+    </message>
+    <message id="settings.general.launchAtLogin">
+        <source>Start Tarnwell when I log in</source>
+        <extracomment>Settings, General: switch that starts Tarnwell when the user logs in</extracomment>
+        <translation>Lancer Tarnwell à la connexion</translation>
+    </message>
+    <message id="settings.general.day">
+        <source>Your day</source>
+        <extracomment>Settings, General: heading of the workday and day plan settings</extracomment>
+        <translation>Votre journée</translation>
+    </message>
+    <message id="settings.general.workdayEnd.title">
+        <source>End of the workday</source>
+        <extracomment>Settings, General: switch for the end of the workday</extracomment>
+        <translation>Fin de la journée de travail</translation>
+    </message>
+    <message id="settings.general.workdayEnd.caption">
+        <source>The day plan under the list warns when the queued work runs past this time.</source>
+        <extracomment>Settings, General: what the workday end does</extracomment>
+        <translation>Le plan du jour sous la liste avertit quand le travail prévu dépasse cette heure.</translation>
+    </message>
+    <message id="settings.general.workdayEnd.time">
+        <source>Workday ends at</source>
+        <extracomment>Settings, General: label of the field with the workday end&apos;s time</extracomment>
+        <translation>La journée finit à</translation>
+    </message>
+    <message id="settings.general.dayPlan.title">
+        <source>The day plan</source>
+        <extracomment>Settings, General: heading of the explanation of the day plan footer</extracomment>
+        <translation>Le plan du jour</translation>
+    </message>
+    <message id="settings.general.dayPlan.caption">
+        <source>Under the list, the planned minutes still ahead add up to a finish time. With a workday end, the tasks that no longer fit are counted and can be moved to tomorrow in one go. Tasks without minutes are counted apart.</source>
+        <extracomment>Settings, General: explanation of the day plan footer under the task list</extracomment>
+        <translation>Sous la liste, les minutes encore prévues donnent une heure de fin. Avec une fin de journée, les tâches qui ne tiennent plus sont comptées et peuvent passer à demain d’un seul coup. Les tâches sans minutes sont comptées à part.</translation>
+    </message>
+    <message id="settings.general.tray">
+        <source>In the tray</source>
+        <extracomment>Settings, General: heading of the tray settings</extracomment>
+        <translation>Dans la barre</translation>
+    </message>
+    <message id="settings.general.trayTitle">
+        <source>Title length in the tray</source>
+        <extracomment>Settings, General: how many characters of the task&apos;s title the tray shows</extracomment>
+        <translation>Longueur du titre dans la barre</translation>
+    </message>
+    <message id="settings.general.trayTitle.none">
+        <source>Countdown only</source>
+        <extracomment>Settings, General: tray title length option that shows only the countdown</extracomment>
+        <translation>Compte à rebours seul</translation>
+    </message>
+    <message id="settings.general.trayTitle.chars">
+        <source>%1 characters</source>
+        <extracomment>Settings, General: tray title length option; %1 = a number of characters</extracomment>
+        <translation>%1 caractères</translation>
+    </message>
+    <message id="settings.general.minimalIdle">
+        <source>Only the icon while no task is in hand</source>
+        <extracomment>Settings, General: switch that hides the tray&apos;s text while no task is in hand</extracomment>
+        <translation>Seulement l’icône quand aucune tâche n’est en cours</translation>
+    </message>
+    <message id="settings.general.idle">
+        <source>Ask about time away after</source>
+        <extracomment>Settings, General: label of the idle threshold menu</extracomment>
+        <translation>Demander pour les absences après</translation>
+    </message>
+    <message id="settings.general.idle.caption">
+        <source>While the timer runs, a stretch without keyboard or mouse this long is offered to subtract from the measured time.</source>
+        <extracomment>Settings, General: what the idle threshold does</extracomment>
+        <translation>Pendant que le minuteur tourne, un moment aussi long sans clavier ni souris est proposé à la soustraction du temps mesuré.</translation>
+    </message>
+    <message id="settings.general.idle.off">
+        <source>Never</source>
+        <extracomment>Settings, General: idle threshold option: never ask about time away</extracomment>
+        <translation>Jamais</translation>
+    </message>
+    <message id="settings.general.idle.minutes">
+        <source>%1 minutes</source>
+        <extracomment>Settings, General: idle threshold option; %1 = minutes</extracomment>
+        <translation>%1 minutes</translation>
+    </message>
+    <message id="settings.reminders.notifications">
+        <source>Notifications</source>
+        <extracomment>Settings, Reminders: switch for desktop notifications</extracomment>
+        <translation>Notifications</translation>
+    </message>
+    <message id="settings.reminders.notifications.caption">
+        <source>When the planned time of the task in hand is up, with Done and more time as buttons.</source>
+        <extracomment>Settings, Reminders: what the notifications are</extracomment>
+        <translation>Quand le temps prévu de la tâche en cours est écoulé, avec Terminé et Plus de temps comme boutons.</translation>
+    </message>
+    <message id="settings.reminders.warning">
+        <source>Warn before the end</source>
+        <extracomment>Settings, Reminders: label of the menu for the warning before the planned end</extracomment>
+        <translation>Avertir avant la fin</translation>
+    </message>
+    <message id="settings.reminders.warning.off">
+        <source>No warning</source>
+        <extracomment>Settings, Reminders: warning option: no warning before the planned end</extracomment>
+        <translation>Pas d’avertissement</translation>
+    </message>
+    <message id="settings.reminders.warning.minutes">
+        <source>%1 min before</source>
+        <extracomment>Settings, Reminders: warning option; %1 = minutes before the planned end</extracomment>
+        <translation>%1 min avant</translation>
+    </message>
+    <message id="settings.reminders.overtime">
+        <source>More time adds</source>
+        <extracomment>Settings, Reminders: label of the menu with the minutes the &quot;+N&quot; button adds</extracomment>
+        <translation>Plus de temps ajoute</translation>
+    </message>
+    <message id="settings.reminders.overtime.minutes">
+        <source>%1 minutes</source>
+        <extracomment>Settings, Reminders: option of the minutes &quot;+N&quot; adds; %1 = minutes</extracomment>
+        <translation>%1 minutes</translation>
+    </message>
+    <message id="settings.reminders.sound.title">
+        <source>Sound</source>
+        <extracomment>Settings, Reminders: heading of the sound settings</extracomment>
+        <translation>Son</translation>
+    </message>
+    <message id="settings.reminders.sound">
+        <source>Play a chime at the warning and at the end</source>
+        <extracomment>Settings, Reminders: switch for the chimes</extracomment>
+        <translation>Jouer un carillon à l’avertissement et à la fin</translation>
+    </message>
+    <message id="settings.reminders.sound.caption">
+        <source>The warning plays softer than the end.</source>
+        <extracomment>Settings, Reminders: how loud the chimes are</extracomment>
+        <translation>L’avertissement sonne plus doucement que la fin.</translation>
+    </message>
+    <message id="settings.reminders.chime">
+        <source>Chime</source>
+        <extracomment>Settings, Reminders: label of the chime menu</extracomment>
+        <translation>Carillon</translation>
+    </message>
+    <message id="settings.reminders.preview">
+        <source>Play the chime</source>
+        <extracomment>Settings, Reminders: button that plays the chosen chime</extracomment>
+        <translation>Écouter le carillon</translation>
+    </message>
+    <message id="settings.hotkeys.caption">
+        <source>These work everywhere. To change one, choose it and press the new keys, with Super, Ctrl or Alt.</source>
+        <extracomment>Settings, Hotkeys: how to change a hot key</extracomment>
+        <translation>Ils fonctionnent partout. Pour en changer un, choisissez-le et appuyez sur les nouvelles touches, avec Super, Ctrl ou Alt.</translation>
+    </message>
+    <message id="settings.hotkeys.needsModifier">
+        <source>Hold Super, Ctrl or Alt together with a letter, a digit, Space, Return, Tab, Delete or an arrow key.</source>
+        <extracomment>Settings, Hotkeys: a pressed combination that cannot be a hot key</extracomment>
+        <translation>Maintenez Super, Ctrl ou Alt avec une lettre, un chiffre, Espace, Entrée, Tab, Suppr ou une flèche.</translation>
+    </message>
+    <message id="settings.hotkeys.default">
+        <source>Default</source>
+        <extracomment>Settings, Hotkeys: button that puts a hot key back to its first combination</extracomment>
+        <translation>Par défaut</translation>
+    </message>
+    <message id="settings.hotkeys.backend.portal">
+        <source>Global hot keys go through the desktop&apos;s shortcuts portal; it may ask you to confirm them.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Les raccourcis globaux passent par le portail de raccourcis du bureau, qui peut demander de les confirmer.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.kglobalaccel">
+        <source>Global hot keys go through KDE&apos;s shortcut service; they also show in System Settings.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Les raccourcis globaux passent par le service de raccourcis de KDE ; ils apparaissent aussi dans la Configuration du système.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.x11">
+        <source>Global hot keys are taken from the X server directly.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Les raccourcis globaux sont pris directement au serveur X.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.none">
+        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop&apos;s keyboard settings that run these commands instead:</source>
+        <extracomment>Settings, Hotkeys: no way to register global hot keys on this desktop</extracomment>
+        <translation>Ce bureau ne laisse aucun programme définir des raccourcis globaux. Ajoutez plutôt dans les réglages clavier du bureau des raccourcis qui lancent ces commandes :</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.title">
+        <source>While the popover is open</source>
+        <extracomment>Settings, Hotkeys: heading of the list of the popover&apos;s fixed shortcuts</extracomment>
+        <translation>Pendant que la fenêtre est ouverte</translation>
+    </message>
+    <message id="settings.permissions.caption">
+        <source>What Tarnwell can use on this desktop right now. Nothing here is required: without a facility, the rest keeps working.</source>
+        <extracomment>Settings, Permissions: what the tab shows</extracomment>
+        <translation>Ce que Tarnwell peut utiliser sur ce bureau en ce moment. Rien n’est obligatoire : sans l’un d’eux, le reste fonctionne.</translation>
+    </message>
+    <message id="settings.permissions.working">
+        <source>Working</source>
+        <extracomment>Settings, Permissions: state of a facility that works</extracomment>
+        <translation>Fonctionne</translation>
+    </message>
+    <message id="settings.permissions.limited">
+        <source>In part</source>
+        <extracomment>Settings, Permissions: state of a facility that works in part</extracomment>
+        <translation>En partie</translation>
+    </message>
+    <message id="settings.permissions.missing">
+        <source>Not available</source>
+        <extracomment>Settings, Permissions: state of a facility this desktop lacks</extracomment>
+        <translation>Indisponible</translation>
+    </message>
+    <message id="settings.permissions.refresh">
+        <source>Check again</source>
+        <extracomment>Settings, Permissions: button that looks at the desktop again</extracomment>
+        <translation>Vérifier à nouveau</translation>
+    </message>
+    <message id="settings.about.version">
+        <source>Version %1</source>
+        <extracomment>Settings, About: the program&apos;s version; %1 = a version number</extracomment>
+        <translation>Version %1</translation>
+    </message>
+    <message id="settings.about.licence">
+        <source>© 2026 The Tarnwell team. Tarnwell is not yet published under a licence; all rights are reserved.</source>
+        <extracomment>Settings, About: the licence</extracomment>
+        <translation>© 2026 L’équipe Tarnwell. Tarnwell n’est pas encore publié sous une licence ; tous droits réservés.</translation>
+    </message>
+    <message id="settings.about.data">
+        <source>Your data</source>
+        <extracomment>Settings, About: heading of the data folder</extracomment>
+        <translation>Vos données</translation>
+    </message>
+    <message id="settings.about.data.caption">
+        <source>Everything Tarnwell keeps is in one file in this folder, on this computer only:</source>
+        <extracomment>Settings, About: where the data is</extracomment>
+        <translation>Tout ce que Tarnwell garde est dans un fichier de ce dossier, sur cet ordinateur uniquement :</translation>
+    </message>
+    <message id="settings.about.openFolder">
+        <source>Open folder</source>
+        <extracomment>Settings, About: button that opens the data folder in the file manager</extracomment>
+        <translation>Ouvrir le dossier</translation>
+    </message>
+    <message id="settings.about.export">
+        <source>To keep a copy elsewhere, export everything with: %1</source>
+        <extracomment>Settings, About: how to export; %1 = a command line</extracomment>
+        <translation>Pour garder une copie ailleurs, exportez tout avec : %1</translation>
+    </message>
+    <message id="settings.about.logs">
+        <source>Logs</source>
+        <extracomment>Settings, About: heading of where the logs go</extracomment>
+        <translation>Journaux</translation>
+    </message>
+    <message id="settings.about.logs.caption">
+        <source>Tarnwell writes what it does to the system journal (read it with journalctl --user -t tarnwell), or to its standard error when started from a terminal.</source>
+        <extracomment>Settings, About: where the logs go; the command must stay as it is</extracomment>
+        <translation>Tarnwell écrit ce qu’il fait dans le journal du système (à lire avec journalctl --user -t tarnwell), ou sur sa sortie d’erreur quand il est lancé depuis un terminal.</translation>
+    </message>
+    <message id="menubar.menu.review">
+        <source>Review…</source>
+        <extracomment>Status item menu: open the review of estimates</extracomment>
+        <translation>Bilan…</translation>
+    </message>
+    <message id="review.bucket.upTo15">
+        <source>tasks up to 15 minutes</source>
+        <extracomment>Review: the group of tasks planned for 15 minutes or less (used inside sentences and as a heading)</extracomment>
+        <translation>les tâches de 15 minutes au plus</translation>
+    </message>
+    <message id="review.bucket.upTo30">
+        <source>tasks of 16 to 30 minutes</source>
+        <extracomment>Review: the group of tasks planned for 16 to 30 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>les tâches de 16 à 30 minutes</translation>
+    </message>
+    <message id="review.bucket.upTo45">
+        <source>tasks of 31 to 45 minutes</source>
+        <extracomment>Review: the group of tasks planned for 31 to 45 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>les tâches de 31 à 45 minutes</translation>
+    </message>
+    <message id="review.bucket.over45">
+        <source>tasks over 45 minutes</source>
+        <extracomment>Review: the group of tasks planned for more than 45 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>les tâches de plus de 45 minutes</translation>
+    </message>
+    <message id="review.verdict.none">
+        <source>No timed tasks yet.</source>
+        <extracomment>Review: verdict of a group of tasks without any completed, planned and timed task</extracomment>
+        <translation>Aucune tâche chronométrée pour l’instant.</translation>
+    </message>
+    <message id="review.verdict.tooFew">
+        <source>Too few timed tasks to judge yet: %1.</source>
+        <extracomment>Review: verdict of a group with too few tasks to say anything; %1 = how many there are</extracomment>
+        <translation>Trop peu de tâches chronométrées pour juger : %1.</translation>
+    </message>
+    <message id="review.verdict.onTheMark">
+        <source>Your plans for %1 hold well.</source>
+        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group (&quot;tasks up to 15 minutes&quot;)</extracomment>
+        <translation>Vos plans pour %1 tiennent bien.</translation>
+    </message>
+    <message id="review.verdict.under">
+        <source>You underestimate %1 by %2 %.</source>
+        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group (&quot;tasks of 16 to 30 minutes&quot;), %2 = percent, a whole number</extracomment>
+        <translation>Vous sous-estimez %1 de %2 %.</translation>
+    </message>
+    <message id="review.verdict.over">
+        <source>You overestimate %1 by %2 %.</source>
+        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group (&quot;tasks over 45 minutes&quot;), %2 = percent, a whole number</extracomment>
+        <translation>Vous surestimez %1 de %2 %.</translation>
+    </message>
+    <message id="review.ratio">
+        <source>×%1</source>
+        <extracomment>Review: the median of measured time over planned time, as a multiple (&quot;×1.4&quot;)</extracomment>
+        <translation>×%1</translation>
+    </message>
+    <message id="review.overrun">
+        <source>+%1</source>
+        <extracomment>Review: how far a task ran past its plan; %1 = a duration (&quot;25m&quot;)</extracomment>
+        <translation>+%1</translation>
+    </message>
+    <message id="review.summary.empty">
+        <source>No completed task with a plan and measured time in this period.</source>
+        <extracomment>Review: under the period&apos;s title when it has no completed task with a plan and measured time</extracomment>
+        <translation>Aucune tâche terminée avec un plan et un temps mesuré sur cette période.</translation>
+    </message>
+    <message id="review.summary">
+        <source>Completed tasks with a plan and measured time: %1</source>
+        <extracomment>Review: under the period&apos;s title; %1 = how many completed tasks had a plan and measured time</extracomment>
+        <translation>Tâches terminées avec un plan et un temps mesuré : %1</translation>
+    </message>
+    <message id="review.unplanned">
+        <source>Completed without a plan: %1</source>
+        <extracomment>Review: completed tasks without a planned duration, counted apart; %1 = how many</extracomment>
+        <translation>Terminées sans plan : %1</translation>
+    </message>
+    <message id="review.unmeasured">
+        <source>Ticked off without the timer: %1</source>
+        <extracomment>Review: completed planned tasks whose timer never ran, left out of the figures; %1 = how many</extracomment>
+        <translation>Cochées sans le minuteur : %1</translation>
+    </message>
+    <message id="settings.general.language.system">
+        <source>Same as the desktop</source>
+        <extracomment>Settings, General: language option that follows the desktop&apos;s language</extracomment>
+        <translation>Comme le bureau</translation>
+    </message>
+    <message id="settings.general.workdayEnd.invalid">
+        <source>Type a time of day such as 17:30.</source>
+        <extracomment>Settings, General: the typed workday end is not a time of day</extracomment>
+        <translation>Saisissez une heure comme 17:30.</translation>
+    </message>
+    <message id="settings.permissions.tray">
+        <source>Tray icon</source>
+        <extracomment>Settings, Permissions: the tray icon facility</extracomment>
+        <translation>Icône de la barre</translation>
+    </message>
+    <message id="settings.permissions.tray.working">
+        <source>The panel shows Tarnwell&apos;s icon with the task in hand and its countdown.</source>
+        <extracomment>Settings, Permissions: the panel shows our tray icon</extracomment>
+        <translation>Le panneau montre l’icône de Tarnwell avec la tâche en cours et son compte à rebours.</translation>
+    </message>
+    <message id="settings.permissions.tray.missing">
+        <source>No panel on this desktop takes status icons, so Tarnwell falls back on the older tray, which may show only the icon.</source>
+        <extracomment>Settings, Permissions: no panel takes tray icons of the modern kind</extracomment>
+        <translation>Aucun panneau de ce bureau n’accepte les icônes d’état ; Tarnwell se rabat sur l’ancienne zone de notification, qui peut n’afficher que l’icône.</translation>
+    </message>
+    <message id="settings.permissions.tray.fix">
+        <source>On GNOME, switch on the AppIndicator extension (gnome-shell-extension-appindicator) and log in again.</source>
+        <extracomment>Settings, Permissions: how to get a panel that shows tray icons</extracomment>
+        <translation>Sous GNOME, activez l’extension AppIndicator (gnome-shell-extension-appindicator) puis reconnectez-vous.</translation>
+    </message>
+    <message id="settings.permissions.notifications">
+        <source>Notifications</source>
+        <extracomment>Settings, Permissions: the desktop notifications facility</extracomment>
+        <translation>Notifications</translation>
+    </message>
+    <message id="settings.permissions.notifications.working">
+        <source>The end of a plan is announced with Done and more-time buttons.</source>
+        <extracomment>Settings, Permissions: notifications show with their buttons</extracomment>
+        <translation>La fin d’un plan est annoncée avec les boutons Terminé et Plus de temps.</translation>
+    </message>
+    <message id="settings.permissions.notifications.noActions">
+        <source>Notifications show, but this desktop leaves out their buttons: complete or extend from the tray instead.</source>
+        <extracomment>Settings, Permissions: notifications show, but the server shows no buttons</extracomment>
+        <translation>Les notifications s’affichent, mais ce bureau omet leurs boutons : terminez ou prolongez depuis la barre.</translation>
+    </message>
+    <message id="settings.permissions.notifications.missing">
+        <source>No notification service runs, so the end of a plan is only heard (the chime) and seen in the tray.</source>
+        <extracomment>Settings, Permissions: no notification server</extracomment>
+        <translation>Aucun service de notification ne tourne : la fin d’un plan ne s’entend (le carillon) et ne se voit que dans la barre.</translation>
+    </message>
+    <message id="settings.permissions.notifications.fix">
+        <source>Start your desktop&apos;s notification service (on minimal desktops, for example dunst or mako).</source>
+        <extracomment>Settings, Permissions: how to get notifications</extracomment>
+        <translation>Lancez le service de notification de votre bureau (sur les bureaux minimalistes, par exemple dunst ou mako).</translation>
+    </message>
+    <message id="settings.permissions.idle">
+        <source>Time away</source>
+        <extracomment>Settings, Permissions: the idle time facility</extracomment>
+        <translation>Absences</translation>
+    </message>
+    <message id="settings.permissions.idle.working">
+        <source></source>
+        <translation>Un moment sans clavier ni souris pendant que le minuteur tourne est remarqué et proposé à la soustraction.</translation>
+    </message>
+    <message id="settings.permissions.idle.missing">
+        <source></source>
+        <translation>Ce bureau n’indique pas aux programmes depuis combien de temps vous êtes absent : les absences ne sont pas proposées à la soustraction. La veille et le verrouillage mettent toujours le minuteur en pause.</translation>
+    </message>
+    <message id="settings.permissions.session">
+        <source>Sleep and screen lock</source>
+        <extracomment>Settings, Permissions: the sleep and lock facility</extracomment>
+        <translation>Veille et verrouillage</translation>
+    </message>
+    <message id="settings.permissions.session.working">
+        <source>The timer pauses when the computer sleeps or the screen locks, and resumes after a short break.</source>
+        <extracomment>Settings, Permissions: sleep and lock pause the timer</extracomment>
+        <translation>Le minuteur se met en pause quand l’ordinateur se met en veille ou que l’écran se verrouille, et reprend après une courte pause.</translation>
+    </message>
+    <message id="settings.permissions.session.missing">
+        <source>Sleep and screen lock are not reported (no logind), so the timer runs on through them.</source>
+        <extracomment>Settings, Permissions: sleep and lock are not reported</extracomment>
+        <translation>La veille et le verrouillage ne sont pas signalés (pas de logind) : le minuteur continue pendant ce temps.</translation>
+    </message>
+    <message id="settings.permissions.session.fix">
+        <source>Pause the timer before you step away.</source>
+        <extracomment>Settings, Permissions: what to do without sleep and lock reports</extracomment>
+        <translation>Mettez le minuteur en pause avant de vous absenter.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys">
+        <source>Global hot keys</source>
+        <extracomment>Settings, Permissions: the global hot keys facility</extracomment>
+        <translation>Raccourcis globaux</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.working">
+        <source>The hot keys of the Hotkeys tab work in every program.</source>
+        <extracomment>Settings, Permissions: global hot keys work</extracomment>
+        <translation>Les raccourcis de l’onglet Raccourcis fonctionnent dans tous les programmes.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.missing">
+        <source>This desktop lets no program set global hot keys.</source>
+        <extracomment>Settings, Permissions: no global hot keys</extracomment>
+        <translation>Ce bureau ne laisse aucun programme définir des raccourcis globaux.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.fix">
+        <source>Add shortcuts in the desktop&apos;s keyboard settings that run the commands shown in the Hotkeys tab.</source>
+        <extracomment>Settings, Permissions: how to get hot keys without a global hot-key service</extracomment>
+        <translation>Ajoutez dans les réglages clavier du bureau des raccourcis qui lancent les commandes indiquées dans l’onglet Raccourcis.</translation>
+    </message>
+    <message id="settings.permissions.autostart">
+        <source>Start at login</source>
+        <extracomment>Settings, Permissions: the start at login facility</extracomment>
+        <translation>Lancement à la connexion</translation>
+    </message>
+    <message id="settings.permissions.autostart.off">
+        <source>Switched off: start Tarnwell yourself after logging in.</source>
+        <extracomment>Settings, Permissions: start at login is switched off</extracomment>
+        <translation>Désactivé : lancez Tarnwell vous-même après la connexion.</translation>
+    </message>
+    <message id="settings.permissions.autostart.fix">
+        <source>Switch it on in the General tab.</source>
+        <extracomment>Settings, Permissions: where start at login is switched on</extracomment>
+        <translation>Activez-le dans l’onglet Général.</translation>
+    </message>
+    <message id="settings.permissions.autostart.working">
+        <source>Tarnwell starts when you log in (%1).</source>
+        <extracomment>Settings, Permissions: the autostart entry is in place; %1 = its file</extracomment>
+        <translation>Tarnwell se lance à la connexion (%1).</translation>
+    </message>
+    <message id="settings.permissions.autostart.missing">
+        <source>The autostart entry %1 could not be written.</source>
+        <extracomment>Settings, Permissions: the autostart entry could not be written; %1 = its file</extracomment>
+        <translation>L’entrée de démarrage %1 n’a pas pu être écrite.</translation>
+    </message>
 </context>
 </TS>

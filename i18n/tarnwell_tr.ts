@@ -1308,5 +1308,588 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>tarnwell-widget --toggle or --done could not leave its command; %1 = the reason</extracomment>
         <translation>Komut Tarnwell’e iletilemedi: %1</translation>
     </message>
+    <message id="settings.hotkeys.recording">
+        <source>Press the keys…</source>
+        <extracomment>Settings, Hotkeys: shown in a hot-key recorder while it waits for keys</extracomment>
+        <translation>Tuşlara basın…</translation>
+    </message>
+    <message id="popover.menu.tooltip">
+        <source>Routines, review and settings</source>
+        <extracomment>Popover: tooltip of the menu button with the routines, the review and the settings</extracomment>
+        <translation>Rutinler, değerlendirme ve ayarlar</translation>
+    </message>
+    <message id="popover.menu.review">
+        <source>Review…</source>
+        <extracomment>Popover menu: opens the review of estimates</extracomment>
+        <translation>Değerlendirme…</translation>
+    </message>
+    <message id="popover.menu.settings">
+        <source>Settings…</source>
+        <extracomment>Popover menu: opens the settings window</extracomment>
+        <translation>Ayarlar…</translation>
+    </message>
+    <message id="review.window.title">
+        <source>Review of your estimates</source>
+        <extracomment>Title of the review window (window lists, screen readers)</extracomment>
+        <translation>Tahminlerinizin değerlendirmesi</translation>
+    </message>
+    <message id="review.previous">
+        <source>Earlier</source>
+        <extracomment>Review: button that shows the week or month before</extracomment>
+        <translation>Önceki</translation>
+    </message>
+    <message id="review.next">
+        <source>Later</source>
+        <extracomment>Review: button that shows the week or month after</extracomment>
+        <translation>Sonraki</translation>
+    </message>
+    <message id="review.week">
+        <source>Week</source>
+        <extracomment>Review: shows one week at a time</extracomment>
+        <translation>Hafta</translation>
+    </message>
+    <message id="review.month">
+        <source>Month</source>
+        <extracomment>Review: shows one month at a time</extracomment>
+        <translation>Ay</translation>
+    </message>
+    <message id="review.chart">
+        <source>Median planned and measured minutes per group</source>
+        <extracomment>Review: name of the chart for screen readers</extracomment>
+        <translation>Gruba göre planlanan ve ölçülen dakikaların ortancası</translation>
+    </message>
+    <message id="review.legend.planned">
+        <source>Planned (median)</source>
+        <extracomment>Review: chart legend for the planned minutes&apos; bar</extracomment>
+        <translation>Planlanan (ortanca)</translation>
+    </message>
+    <message id="review.legend.actual">
+        <source>Measured (median)</source>
+        <extracomment>Review: chart legend for the measured minutes&apos; bar</extracomment>
+        <translation>Ölçülen (ortanca)</translation>
+    </message>
+    <message id="review.bucket.figures">
+        <source>%1 tasks · planned %2 · measured %3 (medians)</source>
+        <extracomment>Review: a group&apos;s figures; %1 = number of tasks, %2 = median planned (&quot;25m&quot;), %3 = median measured (&quot;35m&quot;)</extracomment>
+        <translation>%1 görev · planlanan %2 · ölçülen %3 (ortancalar)</translation>
+    </message>
+    <message id="review.offenders">
+        <source>Furthest over plan</source>
+        <extracomment>Review: heading of the tasks that ran furthest past their plan</extracomment>
+        <translation>Planı en çok aşanlar</translation>
+    </message>
+    <message id="settings.window.title">
+        <source>Tarnwell Settings</source>
+        <extracomment>Title of the settings window (window lists, screen readers)</extracomment>
+        <translation>Tarnwell Ayarları</translation>
+    </message>
+    <message id="settings.tab.general">
+        <source>General</source>
+        <extracomment>Settings tab: general settings</extracomment>
+        <translation>Genel</translation>
+    </message>
+    <message id="settings.tab.reminders">
+        <source>Reminders</source>
+        <extracomment>Settings tab: notifications and sounds</extracomment>
+        <translation>Hatırlatmalar</translation>
+    </message>
+    <message id="settings.tab.hotkeys">
+        <source>Hotkeys</source>
+        <extracomment>Settings tab: keyboard shortcuts</extracomment>
+        <translation>Kısayollar</translation>
+    </message>
+    <message id="settings.tab.permissions">
+        <source>Permissions</source>
+        <extracomment>Settings tab: what works on this desktop</extracomment>
+        <translation>İzinler</translation>
+    </message>
+    <message id="settings.tab.about">
+        <source>About</source>
+        <extracomment>Settings tab: version, licence, data folder</extracomment>
+        <translation>Hakkında</translation>
+    </message>
+    <message id="settings.general.language">
+        <source>Language</source>
+        <extracomment>Settings, General: label of the language menu</extracomment>
+        <translation>Dil</translation>
+    </message>
+    <message id="settings.general.appearance">
+        <source>Appearance</source>
+        <extracomment>Settings, General: label of the light/dark menu</extracomment>
+        <translation>Görünüm</translation>
+    </message>
+    <message id="settings.general.appearance.system">
+        <source>Same as the desktop</source>
+        <extracomment>Settings, General: appearance follows the desktop</extracomment>
+        <translation>Masaüstüyle aynı</translation>
+    </message>
+    <message id="settings.general.appearance.light">
+        <source>Light</source>
+        <extracomment>Settings, General: always the light palette</extracomment>
+        <translation>Açık</translation>
+    </message>
+    <message id="settings.general.appearance.dark">
+        <source>Dark</source>
+        <extracomment>Settings, General: always the dark palette</extracomment>
+        <translation>Koyu</translation>
+    </message>
+    <message id="settings.general.launchAtLogin">
+        <source>Start Tarnwell when I log in</source>
+        <extracomment>Settings, General: switch that starts Tarnwell when the user logs in</extracomment>
+        <translation>Oturum açtığımda Tarnwell'i başlat</translation>
+    </message>
+    <message id="settings.general.day">
+        <source>Your day</source>
+        <extracomment>Settings, General: heading of the workday and day plan settings</extracomment>
+        <translation>Gününüz</translation>
+    </message>
+    <message id="settings.general.workdayEnd.title">
+        <source>End of the workday</source>
+        <extracomment>Settings, General: switch for the end of the workday</extracomment>
+        <translation>Mesai bitişi</translation>
+    </message>
+    <message id="settings.general.workdayEnd.caption">
+        <source>The day plan under the list warns when the queued work runs past this time.</source>
+        <extracomment>Settings, General: what the workday end does</extracomment>
+        <translation>Listenin altındaki gün planı, sıradaki işler bu saati aşınca uyarır.</translation>
+    </message>
+    <message id="settings.general.workdayEnd.time">
+        <source>Workday ends at</source>
+        <extracomment>Settings, General: label of the field with the workday end&apos;s time</extracomment>
+        <translation>Mesai bitiş saati</translation>
+    </message>
+    <message id="settings.general.dayPlan.title">
+        <source>The day plan</source>
+        <extracomment>Settings, General: heading of the explanation of the day plan footer</extracomment>
+        <translation>Gün planı</translation>
+    </message>
+    <message id="settings.general.dayPlan.caption">
+        <source>Under the list, the planned minutes still ahead add up to a finish time. With a workday end, the tasks that no longer fit are counted and can be moved to tomorrow in one go. Tasks without minutes are counted apart.</source>
+        <extracomment>Settings, General: explanation of the day plan footer under the task list</extracomment>
+        <translation>Listenin altında, kalan planlı dakikalar bir bitiş saatine dönüşür. Mesai bitişi ayarlıysa artık sığmayan görevler sayılır ve tek seferde yarına taşınabilir. Dakikası olmayan görevler ayrıca sayılır.</translation>
+    </message>
+    <message id="settings.general.tray">
+        <source>In the tray</source>
+        <extracomment>Settings, General: heading of the tray settings</extracomment>
+        <translation>Panelde</translation>
+    </message>
+    <message id="settings.general.trayTitle">
+        <source>Title length in the tray</source>
+        <extracomment>Settings, General: how many characters of the task&apos;s title the tray shows</extracomment>
+        <translation>Paneldeki başlık uzunluğu</translation>
+    </message>
+    <message id="settings.general.trayTitle.none">
+        <source>Countdown only</source>
+        <extracomment>Settings, General: tray title length option that shows only the countdown</extracomment>
+        <translation>Yalnızca geri sayım</translation>
+    </message>
+    <message id="settings.general.trayTitle.chars">
+        <source>%1 characters</source>
+        <extracomment>Settings, General: tray title length option; %1 = a number of characters</extracomment>
+        <translation>%1 karakter</translation>
+    </message>
+    <message id="settings.general.minimalIdle">
+        <source>Only the icon while no task is in hand</source>
+        <extracomment>Settings, General: switch that hides the tray&apos;s text while no task is in hand</extracomment>
+        <translation>Elde görev yokken yalnızca simge</translation>
+    </message>
+    <message id="settings.general.idle">
+        <source>Ask about time away after</source>
+        <extracomment>Settings, General: label of the idle threshold menu</extracomment>
+        <translation>Uzakta geçen süreyi şu kadar sonra sor</translation>
+    </message>
+    <message id="settings.general.idle.caption">
+        <source>While the timer runs, a stretch without keyboard or mouse this long is offered to subtract from the measured time.</source>
+        <extracomment>Settings, General: what the idle threshold does</extracomment>
+        <translation>Sayaç çalışırken klavye ve fareye bu kadar süre dokunulmazsa, bu süreyi ölçülen süreden düşmeniz önerilir.</translation>
+    </message>
+    <message id="settings.general.idle.off">
+        <source>Never</source>
+        <extracomment>Settings, General: idle threshold option: never ask about time away</extracomment>
+        <translation>Hiçbir zaman</translation>
+    </message>
+    <message id="settings.general.idle.minutes">
+        <source>%1 minutes</source>
+        <extracomment>Settings, General: idle threshold option; %1 = minutes</extracomment>
+        <translation>%1 dakika</translation>
+    </message>
+    <message id="settings.reminders.notifications">
+        <source>Notifications</source>
+        <extracomment>Settings, Reminders: switch for desktop notifications</extracomment>
+        <translation>Bildirimler</translation>
+    </message>
+    <message id="settings.reminders.notifications.caption">
+        <source>When the planned time of the task in hand is up, with Done and more time as buttons.</source>
+        <extracomment>Settings, Reminders: what the notifications are</extracomment>
+        <translation>Eldeki görevin planlanan süresi dolunca, Bitti ve Ek süre düğmeleriyle.</translation>
+    </message>
+    <message id="settings.reminders.warning">
+        <source>Warn before the end</source>
+        <extracomment>Settings, Reminders: label of the menu for the warning before the planned end</extracomment>
+        <translation>Bitmeden önce uyar</translation>
+    </message>
+    <message id="settings.reminders.warning.off">
+        <source>No warning</source>
+        <extracomment>Settings, Reminders: warning option: no warning before the planned end</extracomment>
+        <translation>Uyarı yok</translation>
+    </message>
+    <message id="settings.reminders.warning.minutes">
+        <source>%1 min before</source>
+        <extracomment>Settings, Reminders: warning option; %1 = minutes before the planned end</extracomment>
+        <translation>%1 dk önce</translation>
+    </message>
+    <message id="settings.reminders.overtime">
+        <source>More time adds</source>
+        <extracomment>Settings, Reminders: label of the menu with the minutes the &quot;+N&quot; button adds</extracomment>
+        <translation>Ek süre düğmesi ekler</translation>
+    </message>
+    <message id="settings.reminders.overtime.minutes">
+        <source>%1 minutes</source>
+        <extracomment>Settings, Reminders: option of the minutes &quot;+N&quot; adds; %1 = minutes</extracomment>
+        <translation>%1 dakika</translation>
+    </message>
+    <message id="settings.reminders.sound.title">
+        <source>Sound</source>
+        <extracomment>Settings, Reminders: heading of the sound settings</extracomment>
+        <translation>Ses</translation>
+    </message>
+    <message id="settings.reminders.sound">
+        <source>Play a chime at the warning and at the end</source>
+        <extracomment>Settings, Reminders: switch for the chimes</extracomment>
+        <translation>Uyarıda ve bitişte zil çal</translation>
+    </message>
+    <message id="settings.reminders.sound.caption">
+        <source>The warning plays softer than the end.</source>
+        <extracomment>Settings, Reminders: how loud the chimes are</extracomment>
+        <translation>Uyarı, bitişten daha yumuşak çalar.</translation>
+    </message>
+    <message id="settings.reminders.chime">
+        <source>Chime</source>
+        <extracomment>Settings, Reminders: label of the chime menu</extracomment>
+        <translation>Zil sesi</translation>
+    </message>
+    <message id="settings.reminders.preview">
+        <source>Play the chime</source>
+        <extracomment>Settings, Reminders: button that plays the chosen chime</extracomment>
+        <translation>Zil sesini çal</translation>
+    </message>
+    <message id="settings.hotkeys.caption">
+        <source>These work everywhere. To change one, choose it and press the new keys, with Super, Ctrl or Alt.</source>
+        <extracomment>Settings, Hotkeys: how to change a hot key</extracomment>
+        <translation>Bunlar her yerde çalışır. Birini değiştirmek için seçin ve Super, Ctrl ya da Alt ile yeni tuşlara basın.</translation>
+    </message>
+    <message id="settings.hotkeys.needsModifier">
+        <source>Hold Super, Ctrl or Alt together with a letter, a digit, Space, Return, Tab, Delete or an arrow key.</source>
+        <extracomment>Settings, Hotkeys: a pressed combination that cannot be a hot key</extracomment>
+        <translation>Super, Ctrl ya da Alt tuşunu bir harf, rakam, Boşluk, Enter, Tab, Delete ya da bir ok tuşuyla birlikte basılı tutun.</translation>
+    </message>
+    <message id="settings.hotkeys.default">
+        <source>Default</source>
+        <extracomment>Settings, Hotkeys: button that puts a hot key back to its first combination</extracomment>
+        <translation>Varsayılan</translation>
+    </message>
+    <message id="settings.hotkeys.backend.portal">
+        <source>Global hot keys go through the desktop&apos;s shortcuts portal; it may ask you to confirm them.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Genel kısayollar masaüstünün kısayol portalından geçer; onaylamanız istenebilir.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.kglobalaccel">
+        <source>Global hot keys go through KDE&apos;s shortcut service; they also show in System Settings.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Genel kısayollar KDE'nin kısayol hizmetinden geçer; Sistem Ayarları'nda da görünürler.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.x11">
+        <source>Global hot keys are taken from the X server directly.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Genel kısayollar doğrudan X sunucusundan alınır.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.none">
+        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop&apos;s keyboard settings that run these commands instead:</source>
+        <extracomment>Settings, Hotkeys: no way to register global hot keys on this desktop</extracomment>
+        <translation>Bu masaüstü hiçbir programın genel kısayol tanımlamasına izin vermiyor. Bunun yerine masaüstünün klavye ayarlarında şu komutları çalıştıran kısayollar ekleyin:</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.title">
+        <source>While the popover is open</source>
+        <extracomment>Settings, Hotkeys: heading of the list of the popover&apos;s fixed shortcuts</extracomment>
+        <translation>Pencere açıkken</translation>
+    </message>
+    <message id="settings.permissions.caption">
+        <source>What Tarnwell can use on this desktop right now. Nothing here is required: without a facility, the rest keeps working.</source>
+        <extracomment>Settings, Permissions: what the tab shows</extracomment>
+        <translation>Tarnwell'in bu masaüstünde şu an kullanabildikleri. Hiçbiri zorunlu değil: biri eksikse gerisi çalışmaya devam eder.</translation>
+    </message>
+    <message id="settings.permissions.working">
+        <source>Working</source>
+        <extracomment>Settings, Permissions: state of a facility that works</extracomment>
+        <translation>Çalışıyor</translation>
+    </message>
+    <message id="settings.permissions.limited">
+        <source>In part</source>
+        <extracomment>Settings, Permissions: state of a facility that works in part</extracomment>
+        <translation>Kısmen</translation>
+    </message>
+    <message id="settings.permissions.missing">
+        <source>Not available</source>
+        <extracomment>Settings, Permissions: state of a facility this desktop lacks</extracomment>
+        <translation>Yok</translation>
+    </message>
+    <message id="settings.permissions.refresh">
+        <source>Check again</source>
+        <extracomment>Settings, Permissions: button that looks at the desktop again</extracomment>
+        <translation>Yeniden denetle</translation>
+    </message>
+    <message id="settings.about.version">
+        <source>Version %1</source>
+        <extracomment>Settings, About: the program&apos;s version; %1 = a version number</extracomment>
+        <translation>Sürüm %1</translation>
+    </message>
+    <message id="settings.about.licence">
+        <source>© 2026 The Tarnwell team. Tarnwell is not yet published under a licence; all rights are reserved.</source>
+        <extracomment>Settings, About: the licence</extracomment>
+        <translation>© 2026 Tarnwell ekibi. Tarnwell henüz bir lisansla yayımlanmadı; tüm hakları saklıdır.</translation>
+    </message>
+    <message id="settings.about.data">
+        <source>Your data</source>
+        <extracomment>Settings, About: heading of the data folder</extracomment>
+        <translation>Verileriniz</translation>
+    </message>
+    <message id="settings.about.data.caption">
+        <source>Everything Tarnwell keeps is in one file in this folder, on this computer only:</source>
+        <extracomment>Settings, About: where the data is</extracomment>
+        <translation>Tarnwell'in sakladığı her şey bu klasördeki tek bir dosyada, yalnızca bu bilgisayarda:</translation>
+    </message>
+    <message id="settings.about.openFolder">
+        <source>Open folder</source>
+        <extracomment>Settings, About: button that opens the data folder in the file manager</extracomment>
+        <translation>Klasörü aç</translation>
+    </message>
+    <message id="settings.about.export">
+        <source>To keep a copy elsewhere, export everything with: %1</source>
+        <extracomment>Settings, About: how to export; %1 = a command line</extracomment>
+        <translation>Başka bir yerde kopya tutmak için her şeyi şununla dışa aktarın: %1</translation>
+    </message>
+    <message id="settings.about.logs">
+        <source>Logs</source>
+        <extracomment>Settings, About: heading of where the logs go</extracomment>
+        <translation>Günlükler</translation>
+    </message>
+    <message id="settings.about.logs.caption">
+        <source>Tarnwell writes what it does to the system journal (read it with journalctl --user -t tarnwell), or to its standard error when started from a terminal.</source>
+        <extracomment>Settings, About: where the logs go; the command must stay as it is</extracomment>
+        <translation>Tarnwell yaptıklarını sistem günlüğüne yazar (journalctl --user -t tarnwell ile okunur); bir terminalden başlatıldığında standart hata çıktısına yazar.</translation>
+    </message>
+    <message id="menubar.menu.review">
+        <source>Review…</source>
+        <extracomment>Status item menu: open the review of estimates</extracomment>
+        <translation>Değerlendirme…</translation>
+    </message>
+    <message id="review.bucket.upTo15">
+        <source>tasks up to 15 minutes</source>
+        <extracomment>Review: the group of tasks planned for 15 minutes or less (used inside sentences and as a heading)</extracomment>
+        <translation>15 dakikaya kadar görevler</translation>
+    </message>
+    <message id="review.bucket.upTo30">
+        <source>tasks of 16 to 30 minutes</source>
+        <extracomment>Review: the group of tasks planned for 16 to 30 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>16–30 dakikalık görevler</translation>
+    </message>
+    <message id="review.bucket.upTo45">
+        <source>tasks of 31 to 45 minutes</source>
+        <extracomment>Review: the group of tasks planned for 31 to 45 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>31–45 dakikalık görevler</translation>
+    </message>
+    <message id="review.bucket.over45">
+        <source>tasks over 45 minutes</source>
+        <extracomment>Review: the group of tasks planned for more than 45 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>45 dakikadan uzun görevler</translation>
+    </message>
+    <message id="review.verdict.none">
+        <source>No timed tasks yet.</source>
+        <extracomment>Review: verdict of a group of tasks without any completed, planned and timed task</extracomment>
+        <translation>Henüz süresi ölçülmüş görev yok.</translation>
+    </message>
+    <message id="review.verdict.tooFew">
+        <source>Too few timed tasks to judge yet: %1.</source>
+        <extracomment>Review: verdict of a group with too few tasks to say anything; %1 = how many there are</extracomment>
+        <translation>Bir yargı için henüz çok az ölçülmüş görev var: %1.</translation>
+    </message>
+    <message id="review.verdict.onTheMark">
+        <source>Your plans for %1 hold well.</source>
+        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group (&quot;tasks up to 15 minutes&quot;)</extracomment>
+        <translation>%1 için planlarınız iyi tutuyor.</translation>
+    </message>
+    <message id="review.verdict.under">
+        <source>You underestimate %1 by %2 %.</source>
+        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group (&quot;tasks of 16 to 30 minutes&quot;), %2 = percent, a whole number</extracomment>
+        <translation>%1 için süreyi %%2 eksik tahmin ediyorsunuz.</translation>
+    </message>
+    <message id="review.verdict.over">
+        <source>You overestimate %1 by %2 %.</source>
+        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group (&quot;tasks over 45 minutes&quot;), %2 = percent, a whole number</extracomment>
+        <translation>%1 için süreyi %%2 fazla tahmin ediyorsunuz.</translation>
+    </message>
+    <message id="review.ratio">
+        <source>×%1</source>
+        <extracomment>Review: the median of measured time over planned time, as a multiple (&quot;×1.4&quot;)</extracomment>
+        <translation>×%1</translation>
+    </message>
+    <message id="review.overrun">
+        <source>+%1</source>
+        <extracomment>Review: how far a task ran past its plan; %1 = a duration (&quot;25m&quot;)</extracomment>
+        <translation>+%1</translation>
+    </message>
+    <message id="review.summary.empty">
+        <source>No completed task with a plan and measured time in this period.</source>
+        <extracomment>Review: under the period&apos;s title when it has no completed task with a plan and measured time</extracomment>
+        <translation>Bu dönemde planı ve ölçülmüş süresi olan tamamlanmış görev yok.</translation>
+    </message>
+    <message id="review.summary">
+        <source>Completed tasks with a plan and measured time: %1</source>
+        <extracomment>Review: under the period&apos;s title; %1 = how many completed tasks had a plan and measured time</extracomment>
+        <translation>Planı ve ölçülmüş süresi olan tamamlanmış görevler: %1</translation>
+    </message>
+    <message id="review.unplanned">
+        <source>Completed without a plan: %1</source>
+        <extracomment>Review: completed tasks without a planned duration, counted apart; %1 = how many</extracomment>
+        <translation>Plansız tamamlanan: %1</translation>
+    </message>
+    <message id="review.unmeasured">
+        <source>Ticked off without the timer: %1</source>
+        <extracomment>Review: completed planned tasks whose timer never ran, left out of the figures; %1 = how many</extracomment>
+        <translation>Sayaç çalışmadan işaretlenen: %1</translation>
+    </message>
+    <message id="settings.general.language.system">
+        <source>Same as the desktop</source>
+        <extracomment>Settings, General: language option that follows the desktop&apos;s language</extracomment>
+        <translation>Masaüstüyle aynı</translation>
+    </message>
+    <message id="settings.general.workdayEnd.invalid">
+        <source>Type a time of day such as 17:30.</source>
+        <extracomment>Settings, General: the typed workday end is not a time of day</extracomment>
+        <translation>17:30 gibi bir saat yazın.</translation>
+    </message>
+    <message id="settings.permissions.tray">
+        <source>Tray icon</source>
+        <extracomment>Settings, Permissions: the tray icon facility</extracomment>
+        <translation>Paneldeki simge</translation>
+    </message>
+    <message id="settings.permissions.tray.working">
+        <source>The panel shows Tarnwell&apos;s icon with the task in hand and its countdown.</source>
+        <extracomment>Settings, Permissions: the panel shows our tray icon</extracomment>
+        <translation>Panel, Tarnwell simgesini eldeki görev ve geri sayımıyla gösteriyor.</translation>
+    </message>
+    <message id="settings.permissions.tray.missing">
+        <source>No panel on this desktop takes status icons, so Tarnwell falls back on the older tray, which may show only the icon.</source>
+        <extracomment>Settings, Permissions: no panel takes tray icons of the modern kind</extracomment>
+        <translation>Bu masaüstündeki hiçbir panel durum simgelerini kabul etmiyor; Tarnwell yalnızca simgeyi gösterebilen eski sistem tepsisine geçiyor.</translation>
+    </message>
+    <message id="settings.permissions.tray.fix">
+        <source>On GNOME, switch on the AppIndicator extension (gnome-shell-extension-appindicator) and log in again.</source>
+        <extracomment>Settings, Permissions: how to get a panel that shows tray icons</extracomment>
+        <translation>GNOME'da AppIndicator uzantısını (gnome-shell-extension-appindicator) açıp yeniden oturum açın.</translation>
+    </message>
+    <message id="settings.permissions.notifications">
+        <source>Notifications</source>
+        <extracomment>Settings, Permissions: the desktop notifications facility</extracomment>
+        <translation>Bildirimler</translation>
+    </message>
+    <message id="settings.permissions.notifications.working">
+        <source>The end of a plan is announced with Done and more-time buttons.</source>
+        <extracomment>Settings, Permissions: notifications show with their buttons</extracomment>
+        <translation>Bir planın sonu Bitti ve Ek süre düğmeleriyle bildiriliyor.</translation>
+    </message>
+    <message id="settings.permissions.notifications.noActions">
+        <source>Notifications show, but this desktop leaves out their buttons: complete or extend from the tray instead.</source>
+        <extracomment>Settings, Permissions: notifications show, but the server shows no buttons</extracomment>
+        <translation>Bildirimler görünüyor ama bu masaüstü düğmelerini göstermiyor: tamamlamak ya da uzatmak için paneli kullanın.</translation>
+    </message>
+    <message id="settings.permissions.notifications.missing">
+        <source>No notification service runs, so the end of a plan is only heard (the chime) and seen in the tray.</source>
+        <extracomment>Settings, Permissions: no notification server</extracomment>
+        <translation>Çalışan bir bildirim hizmeti yok; bir planın sonu yalnızca duyuluyor (zil sesi) ve panelde görülüyor.</translation>
+    </message>
+    <message id="settings.permissions.notifications.fix">
+        <source>Start your desktop&apos;s notification service (on minimal desktops, for example dunst or mako).</source>
+        <extracomment>Settings, Permissions: how to get notifications</extracomment>
+        <translation>Masaüstünüzün bildirim hizmetini başlatın (sade masaüstlerinde örneğin dunst ya da mako).</translation>
+    </message>
+    <message id="settings.permissions.idle">
+        <source>Time away</source>
+        <extracomment>Settings, Permissions: the idle time facility</extracomment>
+        <translation>Uzakta geçen süre</translation>
+    </message>
+    <message id="settings.permissions.idle.working">
+        <source></source>
+        <translation>Sayaç çalışırken klavye ve fareye dokunulmayan süre fark edilir ve düşülmesi önerilir.</translation>
+    </message>
+    <message id="settings.permissions.idle.missing">
+        <source></source>
+        <translation>Bu masaüstü programlara ne kadar süredir uzakta olduğunuzu söylemiyor; bu yüzden uzakta geçen süre düşülmek üzere önerilmez. Uyku ve kilit sayacı yine duraklatır.</translation>
+    </message>
+    <message id="settings.permissions.session">
+        <source>Sleep and screen lock</source>
+        <extracomment>Settings, Permissions: the sleep and lock facility</extracomment>
+        <translation>Uyku ve ekran kilidi</translation>
+    </message>
+    <message id="settings.permissions.session.working">
+        <source>The timer pauses when the computer sleeps or the screen locks, and resumes after a short break.</source>
+        <extracomment>Settings, Permissions: sleep and lock pause the timer</extracomment>
+        <translation>Bilgisayar uykuya geçince ya da ekran kilitlenince sayaç durur, kısa bir aradan sonra kendiliğinden sürer.</translation>
+    </message>
+    <message id="settings.permissions.session.missing">
+        <source>Sleep and screen lock are not reported (no logind), so the timer runs on through them.</source>
+        <extracomment>Settings, Permissions: sleep and lock are not reported</extracomment>
+        <translation>Uyku ve kilit bildirilmiyor (logind yok); sayaç bu sırada çalışmaya devam eder.</translation>
+    </message>
+    <message id="settings.permissions.session.fix">
+        <source>Pause the timer before you step away.</source>
+        <extracomment>Settings, Permissions: what to do without sleep and lock reports</extracomment>
+        <translation>Uzaklaşmadan önce sayacı duraklatın.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys">
+        <source>Global hot keys</source>
+        <extracomment>Settings, Permissions: the global hot keys facility</extracomment>
+        <translation>Genel kısayollar</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.working">
+        <source>The hot keys of the Hotkeys tab work in every program.</source>
+        <extracomment>Settings, Permissions: global hot keys work</extracomment>
+        <translation>Kısayollar sekmesindeki kısayollar her programda çalışır.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.missing">
+        <source>This desktop lets no program set global hot keys.</source>
+        <extracomment>Settings, Permissions: no global hot keys</extracomment>
+        <translation>Bu masaüstü hiçbir programın genel kısayol tanımlamasına izin vermiyor.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.fix">
+        <source>Add shortcuts in the desktop&apos;s keyboard settings that run the commands shown in the Hotkeys tab.</source>
+        <extracomment>Settings, Permissions: how to get hot keys without a global hot-key service</extracomment>
+        <translation>Masaüstünün klavye ayarlarında, Kısayollar sekmesinde gösterilen komutları çalıştıran kısayollar ekleyin.</translation>
+    </message>
+    <message id="settings.permissions.autostart">
+        <source>Start at login</source>
+        <extracomment>Settings, Permissions: the start at login facility</extracomment>
+        <translation>Oturum açılınca başlat</translation>
+    </message>
+    <message id="settings.permissions.autostart.off">
+        <source>Switched off: start Tarnwell yourself after logging in.</source>
+        <extracomment>Settings, Permissions: start at login is switched off</extracomment>
+        <translation>Kapalı: Tarnwell'i oturum açtıktan sonra kendiniz başlatın.</translation>
+    </message>
+    <message id="settings.permissions.autostart.fix">
+        <source>Switch it on in the General tab.</source>
+        <extracomment>Settings, Permissions: where start at login is switched on</extracomment>
+        <translation>Genel sekmesinden açın.</translation>
+    </message>
+    <message id="settings.permissions.autostart.working">
+        <source>Tarnwell starts when you log in (%1).</source>
+        <extracomment>Settings, Permissions: the autostart entry is in place; %1 = its file</extracomment>
+        <translation>Tarnwell oturum açtığınızda başlar (%1).</translation>
+    </message>
+    <message id="settings.permissions.autostart.missing">
+        <source>The autostart entry %1 could not be written.</source>
+        <extracomment>Settings, Permissions: the autostart entry could not be written; %1 = its file</extracomment>
+        <translation>%1 otomatik başlatma kaydı yazılamadı.</translation>
+    </message>
 </context>
 </TS>
