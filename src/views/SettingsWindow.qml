@@ -70,16 +70,21 @@ ThemedWindow {
 
     // A setting: its label (and an optional explanation) on the left, its
     // control on the right.
-    component SettingRow: RowLayout {
+    component SettingRow: Item {
         id: settingRow
         property string label
         property string caption: ""
         default property alias control: slot.data
         Layout.fillWidth: true
-        spacing: Tokens.spaceL
+        implicitHeight: Math.max(labels.implicitHeight, slot.height)
+        // Anchored rather than laid out: the control's width may settle
+        // only after its text is measured, and the label gives way at once.
         ColumnLayout {
-            Layout.fillWidth: true
-            Layout.alignment: Qt.AlignVCenter
+            id: labels
+            anchors.left: parent.left
+            anchors.right: slot.left
+            anchors.rightMargin: Tokens.spaceL
+            anchors.verticalCenter: parent.verticalCenter
             spacing: 2
             TextBlock {
                 Layout.fillWidth: true
@@ -98,9 +103,10 @@ ThemedWindow {
         }
         Item {
             id: slot
-            Layout.alignment: Qt.AlignVCenter | Qt.AlignRight
-            implicitWidth: childrenRect.width
-            implicitHeight: childrenRect.height
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            width: children.length > 0 ? children[0].width : 0
+            height: children.length > 0 ? children[0].height : 0
         }
     }
 

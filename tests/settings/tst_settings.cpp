@@ -214,8 +214,9 @@ private Q_SLOTS:
         QVERIFY(opened.isEmpty()); // waits for the interface, section and all
         router.setInterfaceReady();
         router.handleURL(QStringLiteral("tarnwell://settings"));
-        QCOMPARE(opened, (QStringList{QStringLiteral("settings:hotkeys"), QStringLiteral("review"),
-                                      QStringLiteral("settings:")}));
+        QCOMPARE(
+            opened,
+            (QStringList{QStringLiteral("settings:hotkeys"), QStringLiteral("review"), QStringLiteral("settings:")}));
         QCOMPARE(popovers, 0);
     }
 };
