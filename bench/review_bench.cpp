@@ -6,6 +6,8 @@
 #include "services/ReviewStatistics.h"
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 
 using namespace tarnwell;
@@ -14,16 +16,30 @@ int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     QTemporaryDir dir;
+    if (qEnvironmentVariableIsSet("REVIEW_BENCH_KEEP"))
+        dir.setAutoRemove(false);
     const Calendar calendar;
     const QDateTime now = QDateTime::currentDateTimeUtc();
     // Last month, whole: the days from its first to yesterday are filled.
     const ReviewPeriod month =
         ReviewPeriod::containing(ReviewPeriod::Kind::month, calendar.date(now), calendar).shifted(-1, calendar);
-    const int monthDays = int(month.first.daysTo(calendar.date(now)));
     const QString alone = dir.filePath(QStringLiteral("month.sqlite"));
     const QString full = dir.filePath(QStringLiteral("full.sqlite"));
-    bench::fill(alone, monthDays, 2740);
     bench::fill(full, 3650, 2740); // 27.4 a day = 100,010 tasks
+    // The same month's tasks alone: a copy of the full store without the rest.
+    {
+        QFile::copy(full, alone);
+        bench::Store store(alone);
+        QSqlQuery query(store.controller.viewContext().database());
+        query.prepare(
+            QStringLiteral("DELETE FROM tasks WHERE completed_at IS NULL OR completed_at < ? OR completed_at >= ?"));
+        query.addBindValue(month.start.toMSecsSinceEpoch());
+        query.addBindValue(month.end.toMSecsSinceEpoch());
+        if (!query.exec() || !query.exec(QStringLiteral("VACUUM"))) {
+            std::fprintf(stderr, "could not make the store of one month\n");
+            return 1;
+        }
+    }
 
     const auto measure = [&](const QString &path) {
         bench::Store store(path);

@@ -80,11 +80,12 @@ ReviewSummary ReviewStatistics::compute(const ReviewPeriod &period) const
     for (std::size_t i = 0; i < summary.buckets.size(); ++i)
         summary.buckets[i].id = ReviewBucketId(int(i));
 
-    // Through tasks_by_completed_at: only the period's rows are read.
+    // From the covering index tasks_by_completed_at alone: only the period's
+    // entries are read, and no row of the table.
     QSqlQuery query(m_context.database());
     query.setForwardOnly(true);
     query.prepare(QStringLiteral(
-        "SELECT id, title, duration_minutes, actual_seconds_focused, away_seconds_discarded, completed_at "
+        "SELECT rowid, duration_minutes, actual_seconds_focused, away_seconds_discarded, completed_at "
         "FROM tasks WHERE completed_at >= ? AND completed_at < ? AND completed_at IS NOT NULL AND completed = 1"));
     query.addBindValue(period.start.toMSecsSinceEpoch());
     query.addBindValue(period.end.toMSecsSinceEpoch());
@@ -94,15 +95,27 @@ ReviewSummary ReviewStatistics::compute(const ReviewPeriod &period) const
         return summary;
     }
 
+    struct Overrun
+    {
+        qint64 rowid = 0;
+        ReviewOffender offender;
+    };
+    // Largest overrun first; ties by the earlier completion.
+    const auto before = [](const Overrun &a, const Overrun &b) {
+        return a.offender.overrunSeconds() != b.offender.overrunSeconds()
+            ? a.offender.overrunSeconds() > b.offender.overrunSeconds()
+            : a.offender.date < b.offender.date;
+    };
+    QList<Overrun> worst;
     std::array<QList<double>, 4> planned, actual, ratios;
     while (query.next()) {
-        summary.discardedAwaySeconds += std::max<qint64>(0, query.value(4).toLongLong());
-        const QVariant minutes = query.value(2);
+        summary.discardedAwaySeconds += std::max<qint64>(0, query.value(3).toLongLong());
+        const QVariant minutes = query.value(1);
         if (minutes.isNull() || minutes.toInt() <= 0) {
             ++summary.unplannedCount;
             continue;
         }
-        const qint64 seconds = query.value(3).isNull() ? 0 : query.value(3).toLongLong();
+        const qint64 seconds = query.value(2).isNull() ? 0 : query.value(2).toLongLong();
         if (seconds <= 0) {
             ++summary.unmeasuredCount;
             continue;
@@ -114,22 +127,31 @@ ReviewSummary ReviewStatistics::compute(const ReviewPeriod &period) const
         ratios[bucket].append(double(seconds) / (plannedMinutes * 60.0));
         ++summary.sampleCount;
 
-        ReviewOffender offender;
-        offender.plannedMinutes = plannedMinutes;
-        offender.actualSeconds = seconds;
-        if (offender.overrunSeconds() <= 0)
+        Overrun overrun;
+        overrun.offender.plannedMinutes = plannedMinutes;
+        overrun.offender.actualSeconds = seconds;
+        // Only a candidate for the few largest costs the day's lookup.
+        if (overrun.offender.overrunSeconds() <= 0 ||
+            (worst.size() == Limits::worstOffenders &&
+             overrun.offender.overrunSeconds() < worst.last().offender.overrunSeconds()))
             continue;
-        offender.id = QUuid(query.value(0).toString());
-        offender.title = query.value(1).toString();
-        offender.date = m_calendar.date(QDateTime::fromMSecsSinceEpoch(query.value(5).toLongLong(), Qt::UTC));
-        // Keep the few largest, largest first; ties by the earlier day.
-        const auto later = [](const ReviewOffender &a, const ReviewOffender &b) {
-            return a.overrunSeconds() != b.overrunSeconds() ? a.overrunSeconds() > b.overrunSeconds() : a.date < b.date;
-        };
-        auto &worst = summary.worstOffenders;
-        worst.insert(std::upper_bound(worst.begin(), worst.end(), offender, later), offender);
+        overrun.rowid = query.value(0).toLongLong();
+        overrun.offender.date = m_calendar.date(QDateTime::fromMSecsSinceEpoch(query.value(4).toLongLong(), Qt::UTC));
+        worst.insert(std::upper_bound(worst.begin(), worst.end(), overrun, before), overrun);
         if (worst.size() > Limits::worstOffenders)
             worst.removeLast();
+    }
+
+    // The few offenders' names from their rows.
+    QSqlQuery names(m_context.database());
+    names.prepare(QStringLiteral("SELECT id, title FROM tasks WHERE rowid = ?"));
+    for (Overrun &overrun : worst) {
+        names.addBindValue(overrun.rowid);
+        if (names.exec() && names.next()) {
+            overrun.offender.id = QUuid(names.value(0).toString());
+            overrun.offender.title = names.value(1).toString();
+        }
+        summary.worstOffenders.append(overrun.offender);
     }
 
     for (std::size_t i = 0; i < summary.buckets.size(); ++i) {
