@@ -44,6 +44,8 @@ inline void fill(const QString &path, int historyDays, int tasksPerDayTimes100, 
             task->setDurationMinutes(int(made % 90) + 5);
             task->setOrderIndex(order);
             task->setCompleted(made % 10 != 0);
+            if (task->completed())
+                task->setCompletedAt(day->date().addSecs(8 * 3600 + order * 900));
             task->setActualSecondsFocused(int(made % 5000));
             task->setCreatedAt(day->date());
             task->setUpdatedAt(day->date());

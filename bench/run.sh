@@ -14,7 +14,7 @@ for program in "$build"/bench/*_bench; do
   # Each program runs in its own throw-away XDG folders, like the tests.
   # The program-level and hot-key benches need a display for their windows.
   flags=(--bus)
-  case "$name" in app_bench|hotkey_bench|widget_bench|rss_bench) flags+=(--display) ;; esac
+  case "$name" in app_bench|hotkey_bench|widget_bench|rss_bench|review_window_bench) flags+=(--display) ;; esac
   if ! "$here/../tests/harness/isolate.sh" "${flags[@]}" -- "$program" >"$out/$name.out" 2>"$out/$name.log"; then
     echo "$name failed; see $out/$name.log" >&2
     status=1

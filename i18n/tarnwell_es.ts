@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es">
 <context>
-    <name></name>
+    <name />
     <message id="onboarding.window.title">
         <source>Welcome to Tarnwell</source>
         <extracomment>Title of the first-run window</extracomment>
@@ -68,7 +68,7 @@
     </message>
     <message id="error.repository.reorderMismatch">
         <source>The list changed while you were reordering it. Please try again.</source>
-        <extracomment>Shown when reorderTasks receives an order list that does not match the day&apos;s task ids</extracomment>
+        <extracomment>Shown when reorderTasks receives an order list that does not match the day's task ids</extracomment>
         <translation>La lista ha cambiado mientras la reordenabas. Vuelve a intentarlo.</translation>
     </message>
     <message id="error.repository.dayNotFound">
@@ -78,7 +78,7 @@
     </message>
     <message id="menubar.menu.open">
         <source>Open Today</source>
-        <extracomment>Status item menu: open the day&apos;s queue</extracomment>
+        <extracomment>Status item menu: open the day's queue</extracomment>
         <translation>Abrir hoy</translation>
     </message>
     <message id="menubar.menu.quickAdd">
@@ -102,12 +102,12 @@
         <translation>Salir de Tarnwell</translation>
     </message>
     <message id="menubar.dayDone">
-        <source>Done for today. That&apos;s plenty.</source>
+        <source>Done for today. That's plenty.</source>
         <extracomment>Menu bar label</extracomment>
         <translation>Listo por hoy. Ya es bastante.</translation>
     </message>
     <message id="menubar.empty">
-        <source>What&apos;s next?</source>
+        <source>What's next?</source>
         <extracomment>Menu bar label</extracomment>
         <translation>¿Qué toca ahora?</translation>
     </message>
@@ -143,7 +143,7 @@
     </message>
     <message id="activeTask.countdown.left">
         <source>left</source>
-        <extracomment>Countdown on the now card, shown after the remaining time (as in &quot;12:30 left&quot;)</extracomment>
+        <extracomment>Countdown on the now card, shown after the remaining time (as in "12:30 left")</extracomment>
         <translation>restantes</translation>
     </message>
     <message id="activeTask.countdown.endsAt">
@@ -153,7 +153,7 @@
     </message>
     <message id="activeTask.countdown.over">
         <source>over</source>
-        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in &quot;+01:15 over&quot;)</extracomment>
+        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in "+01:15 over")</extracomment>
         <translation>de más</translation>
     </message>
     <message id="completion.title">
@@ -173,7 +173,7 @@
     </message>
     <message id="completion.queueEmpty">
         <source>Nothing else planned for today.</source>
-        <extracomment>Next-up screen: shown when no task is left in today&apos;s queue</extracomment>
+        <extracomment>Next-up screen: shown when no task is left in today's queue</extracomment>
         <translation>No hay nada más previsto para hoy.</translation>
     </message>
     <message id="completion.start">
@@ -221,7 +221,7 @@
     </message>
     <message id="dayPlan.summary">
         <source>Day plan: %1</source>
-        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line&apos;s parts, comma separated</extracomment>
+        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line's parts, comma separated</extracomment>
         <translation>Plan del día: %1</translation>
     </message>
     <message id="dayPlan.overflowCount" numerus="yes">
@@ -241,7 +241,7 @@
         </translation>
     </message>
     <message id="dayPlan.moveOverflow">
-        <source>Move what doesn&apos;t fit to tomorrow</source>
+        <source>Move what doesn't fit to tomorrow</source>
         <extracomment>Day plan footer: button that moves the tasks that do not fit the workday to tomorrow</extracomment>
         <translation>Pasar a mañana lo que no cabe</translation>
     </message>
@@ -257,7 +257,7 @@
     </message>
     <message id="routine.menu.saveQueue">
         <source>Save queue as routine…</source>
-        <extracomment>Routine menu: saves the day&apos;s queue as a new routine</extracomment>
+        <extracomment>Routine menu: saves the day's queue as a new routine</extracomment>
         <translation>Guardar la lista como rutina…</translation>
     </message>
     <message id="routine.menu.manage">
@@ -305,7 +305,7 @@
     </message>
     <message id="toast.routineSaved">
         <source>Saved routine %1</source>
-        <extracomment>Toast: the day&apos;s queue was saved as a routine; %1 = routine name</extracomment>
+        <extracomment>Toast: the day's queue was saved as a routine; %1 = routine name</extracomment>
         <translation>Rutina %1 guardada</translation>
     </message>
     <message id="repeat.menu">
@@ -431,12 +431,12 @@
     </message>
     <message id="popover.row.due">
         <source>due %1</source>
-        <extracomment>Task row: the task&apos;s due date; %1 = a short date</extracomment>
+        <extracomment>Task row: the task's due date; %1 = a short date</extracomment>
         <translation>vence el %1</translation>
     </message>
     <message id="popover.row.actions">
         <source>Task actions</source>
-        <extracomment>Task row: button that opens the task&apos;s actions</extracomment>
+        <extracomment>Task row: button that opens the task's actions</extracomment>
         <translation>Acciones de la tarea</translation>
     </message>
     <message id="popover.row.startNow">
@@ -461,7 +461,7 @@
     </message>
     <message id="popover.row.edit">
         <source>Edit…</source>
-        <extracomment>Task row action: open the task&apos;s editor</extracomment>
+        <extracomment>Task row action: open the task's editor</extracomment>
         <translation>Editar…</translation>
     </message>
     <message id="popover.row.delete">
@@ -496,17 +496,17 @@
     </message>
     <message id="popover.day.today">
         <source>Today</source>
-        <extracomment>Name of the current day: the popover&apos;s day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the current day: the popover's day heading and the quick-add day chip</extracomment>
         <translation>Hoy</translation>
     </message>
     <message id="popover.day.tomorrow">
         <source>Tomorrow</source>
-        <extracomment>Name of the day after the current one: the popover&apos;s day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the day after the current one: the popover's day heading and the quick-add day chip</extracomment>
         <translation>Mañana</translation>
     </message>
     <message id="popover.day.yesterday">
         <source>Yesterday</source>
-        <extracomment>Name of the day before the current one: the popover&apos;s day heading</extracomment>
+        <extracomment>Name of the day before the current one: the popover's day heading</extracomment>
         <translation>Ayer</translation>
     </message>
     <message id="activeTask.extend." numerus="yes">
@@ -519,7 +519,7 @@
     </message>
     <message id="activeTask.action.extend.tooltip" numerus="yes">
         <source>Add %n minute(s) to the plan</source>
-        <extracomment>Tooltip of the task card&apos;s extend chip; %n = the minutes it adds</extracomment>
+        <extracomment>Tooltip of the task card's extend chip; %n = the minutes it adds</extracomment>
         <translation>
             <numerusform>Añadir %n minuto al plan</numerusform>
             <numerusform>Añadir %n minutos al plan</numerusform>
@@ -532,7 +532,7 @@
     </message>
     <message id="popover.toast.movedToTomorrow">
         <source>Moved “%1” to tomorrow</source>
-        <extracomment>Toast after a task was moved to the next day; %1 = the task&apos;s title</extracomment>
+        <extracomment>Toast after a task was moved to the next day; %1 = the task's title</extracomment>
         <translation>Se ha pasado «%1» a mañana</translation>
     </message>
     <message id="popover.toast.movedOverflow" numerus="yes">
@@ -545,7 +545,7 @@
     </message>
     <message id="popover.toast.deleted">
         <source>Deleted “%1”</source>
-        <extracomment>Toast after a task was deleted; %1 = the task&apos;s title</extracomment>
+        <extracomment>Toast after a task was deleted; %1 = the task's title</extracomment>
         <translation>Se ha eliminado «%1»</translation>
     </message>
     <message id="settings.routines.title">
@@ -569,13 +569,13 @@
         <translation>Aún no hay rutinas</translation>
     </message>
     <message id="settings.routines.emptyCaption">
-        <source>Make one with New routine, or save a day&apos;s queue from the popover&apos;s routine menu.</source>
+        <source>Make one with New routine, or save a day's queue from the popover's routine menu.</source>
         <extracomment>Routines settings tab: how to make a routine, under the empty message</extracomment>
         <translation>Crea una con «Nueva rutina» o guarda la lista de un día desde el menú de rutinas de la ventana emergente.</translation>
     </message>
     <message id="settings.routines.name">
         <source>Name</source>
-        <extracomment>Routines settings tab: label of the routine&apos;s name field</extracomment>
+        <extracomment>Routines settings tab: label of the routine's name field</extracomment>
         <translation>Nombre</translation>
     </message>
     <message id="settings.routines.removeTask">
@@ -605,12 +605,12 @@
     </message>
     <message id="settings.routines.nameRequired">
         <source>A routine needs a name.</source>
-        <extracomment>Routines window: shown in place when a routine&apos;s name is left empty</extracomment>
+        <extracomment>Routines window: shown in place when a routine's name is left empty</extracomment>
         <translation>Una rutina necesita un nombre.</translation>
     </message>
     <message id="settings.routines.minutesInvalid">
         <source>Write the minutes as 45, 45m or 1h30.</source>
-        <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
+        <extracomment>Routines window: shown in place when a task template's minutes are not a duration</extracomment>
         <translation>Escribe los minutos como 45, 45m o 1h30.</translation>
     </message>
     <message id="onboarding.anywhere.title">
@@ -619,7 +619,7 @@
         <translation>Añadir desde cualquier lugar</translation>
     </message>
     <message id="onboarding.anywhere.body">
-        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop&apos;s settings, and the quick-add window opens from any application.</source>
+        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop's settings, and the quick-add window opens from any application.</source>
         <extracomment>First-run page text about adding a task from any application; keep the command as it is</extracomment>
         <translation>Asigna un atajo de teclado a la orden «tarnwell tarnwell://quickadd» en la configuración de tu escritorio y la ventana de añadido rápido se abrirá desde cualquier aplicación.</translation>
     </message>
@@ -707,7 +707,7 @@
     </message>
     <message id="activeTask.autoPaused.note">
         <source>The timer paused while you were away.</source>
-        <extracomment>Explains a pause the app performed on the user&apos;s behalf</extracomment>
+        <extracomment>Explains a pause the app performed on the user's behalf</extracomment>
         <translation>El temporizador se pausó mientras no estabas.</translation>
     </message>
     <message id="activeTask.autoPaused.resume">
@@ -717,12 +717,12 @@
     </message>
     <message id="settings.hotkeys.togglePopover">
         <source>Open or close Tarnwell</source>
-        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
         <translation>Abrir o cerrar Tarnwell</translation>
     </message>
     <message id="settings.hotkeys.quickAdd">
         <source>Quick add a task</source>
-        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
         <translation>Añadir una tarea rápidamente</translation>
     </message>
     <message id="settings.hotkeys.builtIn.complete">
@@ -761,33 +761,33 @@
         <translation>Los dos atajos están configurados como %1. Elige otra combinación para uno de ellos.</translation>
     </message>
     <message id="error.hotkey.unparseable">
-        <source>&quot;%1&quot; is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
-        <extracomment>Shown when a hotkey string can&apos;t be parsed into a combination</extracomment>
+        <source>"%1" is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
+        <extracomment>Shown when a hotkey string can't be parsed into a combination</extracomment>
         <translation>«%1» no es una combinación de teclas. Usa modificadores y una letra, un dígito o una tecla con nombre, por ejemplo cmd+shift+j.</translation>
     </message>
     <message id="error.hotkey.takenBySystem">
-        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop&apos;s keyboard settings.</source>
-        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination (&quot;Super+Shift+J&quot;), %2 what it was meant to do (&quot;Quick add a task&quot;)</extracomment>
+        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop's keyboard settings.</source>
+        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination ("Super+Shift+J"), %2 what it was meant to do ("Quick add a task")</extracomment>
         <translation>%1 ya lo usa el escritorio u otro programa, así que no puede ser el atajo de «%2». Elige otra combinación o libérala en los ajustes de teclado del escritorio.</translation>
     </message>
     <message id="hotkey.modifier.super">
         <source>Super+</source>
-        <extracomment>The Super (logo, &quot;Windows&quot;) key in a shown key combination, with its joining &quot;+&quot;</extracomment>
+        <extracomment>The Super (logo, "Windows") key in a shown key combination, with its joining "+"</extracomment>
         <translation>Super+</translation>
     </message>
     <message id="hotkey.modifier.shift">
         <source>Shift+</source>
-        <extracomment>The Shift key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
+        <extracomment>The Shift key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
         <translation>Mayús+</translation>
     </message>
     <message id="hotkey.modifier.alt">
         <source>Alt+</source>
-        <extracomment>The Alt key in a shown key combination, with its joining &quot;+&quot;</extracomment>
+        <extracomment>The Alt key in a shown key combination, with its joining "+"</extracomment>
         <translation>Alt+</translation>
     </message>
     <message id="hotkey.modifier.ctrl">
         <source>Ctrl+</source>
-        <extracomment>The Control key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
+        <extracomment>The Control key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
         <translation>Ctrl+</translation>
     </message>
     <message id="hotkey.key.return">
@@ -817,7 +817,7 @@
     </message>
     <message id="hotkey.kde.component">
         <source>Tarnwell</source>
-        <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
+        <extracomment>Name of the program's group in KDE's shortcut settings</extracomment>
         <translation>Tarnwell</translation>
     </message>
     <message id="agent.error.noDisplay">
@@ -881,9 +881,9 @@ Códigos de salida: 0 hecho, 1 fallo, 2 error de uso, 3 entrada no válida, 4 er
         <translation>Mostrar JSON en lugar de texto.</translation>
     </message>
     <message id="cli.add.description">
-        <source>Adds a task to today. Give one quick-add line (&quot;Write report · 45m !&quot;, &quot;Call Bob ~ 15m tomorrow&quot;), or --title with --minutes and --urgent.</source>
+        <source>Adds a task to today. Give one quick-add line ("Write report · 45m !", "Call Bob ~ 15m tomorrow"), or --title with --minutes and --urgent.</source>
         <extracomment>`tarnwell add --help`</extracomment>
-        <translation>Añade una tarea a hoy. Dé una línea de añadido rápido (&quot;Escribir informe · 45m !&quot;, &quot;Llamar a Bob ~ 15m mañana&quot;) o --title con --minutes y --urgent.</translation>
+        <translation>Añade una tarea a hoy. Dé una línea de añadido rápido ("Escribir informe · 45m !", "Llamar a Bob ~ 15m mañana") o --title con --minutes y --urgent.</translation>
     </message>
     <message id="cli.add.arg.line">
         <source>The task as one quick-add line.</source>
@@ -906,7 +906,7 @@ Códigos de salida: 0 hecho, 1 fallo, 2 error de uso, 3 entrada no válida, 4 er
         <translation>Poner la tarea al principio de la cola.</translation>
     </message>
     <message id="cli.status.description">
-        <source>Shows the task in hand, its timer and countdown, and the rest of today&apos;s queue.</source>
+        <source>Shows the task in hand, its timer and countdown, and the rest of today's queue.</source>
         <extracomment>`tarnwell status --help`</extracomment>
         <translation>Muestra la tarea entre manos, su temporizador y su cuenta atrás, y el resto de la cola de hoy.</translation>
     </message>
@@ -1024,7 +1024,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="cli.error.agentUnreachable">
         <source>The running Tarnwell did not answer: %1</source>
-        <extracomment>The running agent did not answer over D-Bus; %1 is the bus&apos;s message</extracomment>
+        <extracomment>The running agent did not answer over D-Bus; %1 is the bus's message</extracomment>
         <translation>El Tarnwell en ejecución no respondió: %1</translation>
     </message>
     <message id="cli.error.cannotRead">
@@ -1039,17 +1039,17 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="cli.done.confirmation">
         <source>Completed “%1”.</source>
-        <extracomment>After `tarnwell done`; %1 is the task&apos;s title</extracomment>
+        <extracomment>After `tarnwell done`; %1 is the task's title</extracomment>
         <translation>«%1» completada.</translation>
     </message>
     <message id="cli.start.confirmation">
         <source>Focusing on “%1”.</source>
-        <extracomment>After the timer was started from the command line; %1 is the task&apos;s title</extracomment>
+        <extracomment>After the timer was started from the command line; %1 is the task's title</extracomment>
         <translation>Concentrado en «%1».</translation>
     </message>
     <message id="cli.pause.confirmation">
         <source>Paused “%1”.</source>
-        <extracomment>After the timer was paused from the command line; %1 is the task&apos;s title</extracomment>
+        <extracomment>After the timer was paused from the command line; %1 is the task's title</extracomment>
         <translation>«%1» en pausa.</translation>
     </message>
     <message id="cli.import.confirmation">
@@ -1058,8 +1058,8 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Se importaron %1 días, %2 tareas y %3 rutinas (%4 ya existían).</translation>
     </message>
     <message id="cli.status.empty">
-        <source>Nothing in hand: today&apos;s queue is empty.</source>
-        <extracomment>`tarnwell status` when today&apos;s queue is empty</extracomment>
+        <source>Nothing in hand: today's queue is empty.</source>
+        <extracomment>`tarnwell status` when today's queue is empty</extracomment>
         <translation>Nada entre manos: la cola de hoy está vacía.</translation>
     </message>
     <message id="cli.status.focusing">
@@ -1111,7 +1111,7 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Añadir tarea a Tarnwell</translation>
     </message>
     <message id="intent.addTask.description">
-        <source>Adds a task to the end of today&apos;s queue, or to the top when it is urgent.</source>
+        <source>Adds a task to the end of today's queue, or to the top when it is urgent.</source>
         <extracomment>Description of the Add Task action</extracomment>
         <translation>Añade una tarea al final de la cola de hoy, o al principio si es urgente.</translation>
     </message>
@@ -1122,22 +1122,22 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="intent.addTask.param.title">
         <source>Title</source>
-        <extracomment>Name of the Add Task action&apos;s title parameter</extracomment>
+        <extracomment>Name of the Add Task action's title parameter</extracomment>
         <translation>Título</translation>
     </message>
     <message id="intent.addTask.param.duration">
         <source>Planned minutes</source>
-        <extracomment>Name of the Add Task action&apos;s planned-minutes parameter</extracomment>
+        <extracomment>Name of the Add Task action's planned-minutes parameter</extracomment>
         <translation>Minutos previstos</translation>
     </message>
     <message id="intent.addTask.param.urgent">
         <source>Urgent</source>
-        <extracomment>Name of the Add Task action&apos;s urgent parameter</extracomment>
+        <extracomment>Name of the Add Task action's urgent parameter</extracomment>
         <translation>Urgente</translation>
     </message>
     <message id="intent.addTask.confirmation">
         <source>Added “%1” to Tarnwell.</source>
-        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task&apos;s title</extracomment>
+        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task's title</extracomment>
         <translation>Se añadió «%1» a Tarnwell.</translation>
     </message>
     <message id="error.argument.tooLong">
@@ -1176,8 +1176,8 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>La fecha de inicio %1 es posterior a la fecha final %2.</translation>
     </message>
     <message id="automation.error.noTaskInHand">
-        <source>There is no task in hand: today&apos;s queue is empty.</source>
-        <extracomment>A script or the command line asked to drive the task in hand, but today&apos;s queue is empty</extracomment>
+        <source>There is no task in hand: today's queue is empty.</source>
+        <extracomment>A script or the command line asked to drive the task in hand, but today's queue is empty</extracomment>
         <translation>No hay ninguna tarea entre manos: la cola de hoy está vacía.</translation>
     </message>
     <message id="automation.error.taskNotFound">
@@ -1202,7 +1202,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="error.import.notJson">
         <source>Line %1: this is not valid JSON (%2).</source>
-        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser&apos;s message</extracomment>
+        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser's message</extracomment>
         <translation>Línea %1: esto no es JSON válido (%2).</translation>
     </message>
     <message id="error.import.notExport">
@@ -1284,7 +1284,7 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Muestra la tarea en curso y su cuenta atrás en el escritorio o en una barra de estado.</translation>
     </message>
     <message id="widget.cli.placement">
-        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop&apos;s autostart to have it at every login.</source>
+        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop's autostart to have it at every login.</source>
         <extracomment>tarnwell-widget --help: how to place the desktop window; keep the option names and the class name as they are</extracomment>
         <translation>Sin opciones abre una pequeña ventana en el escritorio. Arrástrela para moverla o iníciela con --position X,Y. En un gestor de ventanas en mosaico, deje flotar las ventanas de la clase tarnwell-widget. Añada la orden al inicio automático de su escritorio para tenerla en cada sesión.</translation>
     </message>
@@ -1345,7 +1345,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="store.openFailed.body">
         <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
-        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file's path, %2: the reason (English, from the database)</extracomment>
         <translation>No se pudo abrir %1 (%2). El archivo no se ha modificado. Tarnwell se cerrará ahora.</translation>
     </message>
     <message id="cli.backups.description">
@@ -1382,6 +1382,589 @@ Pruebe «tarnwell %2 --help».</translation>
         <source>Restored %1. Your data as it was is kept in %2.</source>
         <extracomment>After `tarnwell restore`. %1: the copy restored, %2: where the data as it was now lies</extracomment>
         <translation>Se ha recuperado %1. Tus datos anteriores se guardan en %2.</translation>
+    </message>
+<message id="settings.hotkeys.recording">
+        <source>Press the keys…</source>
+        <extracomment>Settings, Hotkeys: shown in a hot-key recorder while it waits for keys</extracomment>
+        <translation>Pulsa las teclas…</translation>
+    </message>
+    <message id="popover.menu.tooltip">
+        <source>Routines, review and settings</source>
+        <extracomment>Popover: tooltip of the menu button with the routines, the review and the settings</extracomment>
+        <translation>Rutinas, revisión y ajustes</translation>
+    </message>
+    <message id="popover.menu.review">
+        <source>Review…</source>
+        <extracomment>Popover menu: opens the review of estimates</extracomment>
+        <translation>Revisión…</translation>
+    </message>
+    <message id="popover.menu.settings">
+        <source>Settings…</source>
+        <extracomment>Popover menu: opens the settings window</extracomment>
+        <translation>Ajustes…</translation>
+    </message>
+    <message id="review.window.title">
+        <source>Review of your estimates</source>
+        <extracomment>Title of the review window (window lists, screen readers)</extracomment>
+        <translation>Revisión de tus estimaciones</translation>
+    </message>
+    <message id="review.previous">
+        <source>Earlier</source>
+        <extracomment>Review: button that shows the week or month before</extracomment>
+        <translation>Antes</translation>
+    </message>
+    <message id="review.next">
+        <source>Later</source>
+        <extracomment>Review: button that shows the week or month after</extracomment>
+        <translation>Después</translation>
+    </message>
+    <message id="review.week">
+        <source>Week</source>
+        <extracomment>Review: shows one week at a time</extracomment>
+        <translation>Semana</translation>
+    </message>
+    <message id="review.month">
+        <source>Month</source>
+        <extracomment>Review: shows one month at a time</extracomment>
+        <translation>Mes</translation>
+    </message>
+    <message id="review.chart">
+        <source>Median planned and measured minutes per group</source>
+        <extracomment>Review: name of the chart for screen readers</extracomment>
+        <translation>Minutos previstos y medidos (medianas) por grupo</translation>
+    </message>
+    <message id="review.legend.planned">
+        <source>Planned (median)</source>
+        <extracomment>Review: chart legend for the planned minutes' bar</extracomment>
+        <translation>Previsto (mediana)</translation>
+    </message>
+    <message id="review.legend.actual">
+        <source>Measured (median)</source>
+        <extracomment>Review: chart legend for the measured minutes' bar</extracomment>
+        <translation>Medido (mediana)</translation>
+    </message>
+    <message id="review.bucket.figures">
+        <source>%1 tasks · planned %2 · measured %3 (medians)</source>
+        <extracomment>Review: a group's figures; %1 = number of tasks, %2 = median planned ("25m"), %3 = median measured ("35m")</extracomment>
+        <translation>%1 tareas · previsto %2 · medido %3 (medianas)</translation>
+    </message>
+    <message id="review.offenders">
+        <source>Furthest over plan</source>
+        <extracomment>Review: heading of the tasks that ran furthest past their plan</extracomment>
+        <translation>Los que más se pasaron del plan</translation>
+    </message>
+    <message id="settings.window.title">
+        <source>Tarnwell Settings</source>
+        <extracomment>Title of the settings window (window lists, screen readers)</extracomment>
+        <translation>Ajustes de Tarnwell</translation>
+    </message>
+    <message id="settings.tab.general">
+        <source>General</source>
+        <extracomment>Settings tab: general settings</extracomment>
+        <translation>General</translation>
+    </message>
+    <message id="settings.tab.reminders">
+        <source>Reminders</source>
+        <extracomment>Settings tab: notifications and sounds</extracomment>
+        <translation>Avisos</translation>
+    </message>
+    <message id="settings.tab.hotkeys">
+        <source>Hotkeys</source>
+        <extracomment>Settings tab: keyboard shortcuts</extracomment>
+        <translation>Atajos</translation>
+    </message>
+    <message id="settings.tab.permissions">
+        <source>Permissions</source>
+        <extracomment>Settings tab: what works on this desktop</extracomment>
+        <translation>Permisos</translation>
+    </message>
+    <message id="settings.tab.about">
+        <source>About</source>
+        <extracomment>Settings tab: version, licence, data folder</extracomment>
+        <translation>Acerca de</translation>
+    </message>
+    <message id="settings.general.language">
+        <source>Language</source>
+        <extracomment>Settings, General: label of the language menu</extracomment>
+        <translation>Idioma</translation>
+    </message>
+    <message id="settings.general.appearance">
+        <source>Appearance</source>
+        <extracomment>Settings, General: label of the light/dark menu</extracomment>
+        <translation>Apariencia</translation>
+    </message>
+    <message id="settings.general.appearance.system">
+        <source>Same as the desktop</source>
+        <extracomment>Settings, General: appearance follows the desktop</extracomment>
+        <translation>Igual que el escritorio</translation>
+    </message>
+    <message id="settings.general.appearance.light">
+        <source>Light</source>
+        <extracomment>Settings, General: always the light palette</extracomment>
+        <translation>Claro</translation>
+    </message>
+    <message id="settings.general.appearance.dark">
+        <source>Dark</source>
+        <extracomment>Settings, General: always the dark palette</extracomment>
+        <translation>Oscuro</translation>
+    </message>
+    <message id="settings.general.launchAtLogin">
+        <source>Start Tarnwell when I log in</source>
+        <extracomment>Settings, General: switch that starts Tarnwell when the user logs in</extracomment>
+        <translation>Abrir Tarnwell al iniciar sesión</translation>
+    </message>
+    <message id="settings.general.day">
+        <source>Your day</source>
+        <extracomment>Settings, General: heading of the workday and day plan settings</extracomment>
+        <translation>Tu día</translation>
+    </message>
+    <message id="settings.general.workdayEnd.title">
+        <source>End of the workday</source>
+        <extracomment>Settings, General: switch for the end of the workday</extracomment>
+        <translation>Fin de la jornada</translation>
+    </message>
+    <message id="settings.general.workdayEnd.caption">
+        <source>The day plan under the list warns when the queued work runs past this time.</source>
+        <extracomment>Settings, General: what the workday end does</extracomment>
+        <translation>El plan del día bajo la lista avisa cuando el trabajo pendiente pasa de esta hora.</translation>
+    </message>
+    <message id="settings.general.workdayEnd.time">
+        <source>Workday ends at</source>
+        <extracomment>Settings, General: label of the field with the workday end's time</extracomment>
+        <translation>La jornada termina a las</translation>
+    </message>
+    <message id="settings.general.dayPlan.title">
+        <source>The day plan</source>
+        <extracomment>Settings, General: heading of the explanation of the day plan footer</extracomment>
+        <translation>El plan del día</translation>
+    </message>
+    <message id="settings.general.dayPlan.caption">
+        <source>Under the list, the planned minutes still ahead add up to a finish time. With a workday end, the tasks that no longer fit are counted and can be moved to tomorrow in one go. Tasks without minutes are counted apart.</source>
+        <extracomment>Settings, General: explanation of the day plan footer under the task list</extracomment>
+        <translation>Bajo la lista, los minutos aún planificados dan una hora de fin. Con un fin de jornada, las tareas que ya no caben se cuentan y pueden pasar a mañana de una vez. Las tareas sin minutos se cuentan aparte.</translation>
+    </message>
+    <message id="settings.general.tray">
+        <source>In the tray</source>
+        <extracomment>Settings, General: heading of the tray settings</extracomment>
+        <translation>En la barra</translation>
+    </message>
+    <message id="settings.general.trayTitle">
+        <source>Title length in the tray</source>
+        <extracomment>Settings, General: how many characters of the task's title the tray shows</extracomment>
+        <translation>Longitud del título en la barra</translation>
+    </message>
+    <message id="settings.general.trayTitle.none">
+        <source>Countdown only</source>
+        <extracomment>Settings, General: tray title length option that shows only the countdown</extracomment>
+        <translation>Solo la cuenta atrás</translation>
+    </message>
+    <message id="settings.general.trayTitle.chars">
+        <source>%1 characters</source>
+        <extracomment>Settings, General: tray title length option; %1 = a number of characters</extracomment>
+        <translation>%1 caracteres</translation>
+    </message>
+    <message id="settings.general.minimalIdle">
+        <source>Only the icon while no task is in hand</source>
+        <extracomment>Settings, General: switch that hides the tray's text while no task is in hand</extracomment>
+        <translation>Solo el icono mientras no hay tarea en curso</translation>
+    </message>
+    <message id="settings.general.idle">
+        <source>Ask about time away after</source>
+        <extracomment>Settings, General: label of the idle threshold menu</extracomment>
+        <translation>Preguntar por ausencias tras</translation>
+    </message>
+    <message id="settings.general.idle.caption">
+        <source>While the timer runs, a stretch without keyboard or mouse this long is offered to subtract from the measured time.</source>
+        <extracomment>Settings, General: what the idle threshold does</extracomment>
+        <translation>Con el temporizador en marcha, un rato así de largo sin teclado ni ratón se ofrece para restarlo del tiempo medido.</translation>
+    </message>
+    <message id="settings.general.idle.off">
+        <source>Never</source>
+        <extracomment>Settings, General: idle threshold option: never ask about time away</extracomment>
+        <translation>Nunca</translation>
+    </message>
+    <message id="settings.general.idle.minutes">
+        <source>%1 minutes</source>
+        <extracomment>Settings, General: idle threshold option; %1 = minutes</extracomment>
+        <translation>%1 minutos</translation>
+    </message>
+    <message id="settings.reminders.notifications">
+        <source>Notifications</source>
+        <extracomment>Settings, Reminders: switch for desktop notifications</extracomment>
+        <translation>Notificaciones</translation>
+    </message>
+    <message id="settings.reminders.notifications.caption">
+        <source>When the planned time of the task in hand is up, with Done and more time as buttons.</source>
+        <extracomment>Settings, Reminders: what the notifications are</extracomment>
+        <translation>Cuando se acaba el tiempo previsto de la tarea en curso, con Hecho y Más tiempo como botones.</translation>
+    </message>
+    <message id="settings.reminders.warning">
+        <source>Warn before the end</source>
+        <extracomment>Settings, Reminders: label of the menu for the warning before the planned end</extracomment>
+        <translation>Avisar antes del final</translation>
+    </message>
+    <message id="settings.reminders.warning.off">
+        <source>No warning</source>
+        <extracomment>Settings, Reminders: warning option: no warning before the planned end</extracomment>
+        <translation>Sin aviso</translation>
+    </message>
+    <message id="settings.reminders.warning.minutes">
+        <source>%1 min before</source>
+        <extracomment>Settings, Reminders: warning option; %1 = minutes before the planned end</extracomment>
+        <translation>%1 min antes</translation>
+    </message>
+    <message id="settings.reminders.overtime">
+        <source>More time adds</source>
+        <extracomment>Settings, Reminders: label of the menu with the minutes the "+N" button adds</extracomment>
+        <translation>Más tiempo añade</translation>
+    </message>
+    <message id="settings.reminders.overtime.minutes">
+        <source>%1 minutes</source>
+        <extracomment>Settings, Reminders: option of the minutes "+N" adds; %1 = minutes</extracomment>
+        <translation>%1 minutos</translation>
+    </message>
+    <message id="settings.reminders.sound.title">
+        <source>Sound</source>
+        <extracomment>Settings, Reminders: heading of the sound settings</extracomment>
+        <translation>Sonido</translation>
+    </message>
+    <message id="settings.reminders.sound">
+        <source>Play a chime at the warning and at the end</source>
+        <extracomment>Settings, Reminders: switch for the chimes</extracomment>
+        <translation>Sonar un aviso al avisar y al final</translation>
+    </message>
+    <message id="settings.reminders.sound.caption">
+        <source>The warning plays softer than the end.</source>
+        <extracomment>Settings, Reminders: how loud the chimes are</extracomment>
+        <translation>El aviso previo suena más bajo que el final.</translation>
+    </message>
+    <message id="settings.reminders.chime">
+        <source>Chime</source>
+        <extracomment>Settings, Reminders: label of the chime menu</extracomment>
+        <translation>Sonido de aviso</translation>
+    </message>
+    <message id="settings.reminders.preview">
+        <source>Play the chime</source>
+        <extracomment>Settings, Reminders: button that plays the chosen chime</extracomment>
+        <translation>Escuchar el sonido</translation>
+    </message>
+    <message id="settings.hotkeys.caption">
+        <source>These work everywhere. To change one, choose it and press the new keys, with Super, Ctrl or Alt.</source>
+        <extracomment>Settings, Hotkeys: how to change a hot key</extracomment>
+        <translation>Funcionan en todas partes. Para cambiar uno, elígelo y pulsa las nuevas teclas, con Super, Ctrl o Alt.</translation>
+    </message>
+    <message id="settings.hotkeys.needsModifier">
+        <source>Hold Super, Ctrl or Alt together with a letter, a digit, Space, Return, Tab, Delete or an arrow key.</source>
+        <extracomment>Settings, Hotkeys: a pressed combination that cannot be a hot key</extracomment>
+        <translation>Mantén Super, Ctrl o Alt junto con una letra, un dígito, Espacio, Intro, Tab, Supr o una flecha.</translation>
+    </message>
+    <message id="settings.hotkeys.default">
+        <source>Default</source>
+        <extracomment>Settings, Hotkeys: button that puts a hot key back to its first combination</extracomment>
+        <translation>Predeterminado</translation>
+    </message>
+    <message id="settings.hotkeys.backend.portal">
+        <source>Global hot keys go through the desktop's shortcuts portal; it may ask you to confirm them.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Los atajos globales pasan por el portal de atajos del escritorio, que puede pedir que los confirmes.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.kglobalaccel">
+        <source>Global hot keys go through KDE's shortcut service; they also show in System Settings.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Los atajos globales pasan por el servicio de atajos de KDE; también aparecen en Preferencias del sistema.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.x11">
+        <source>Global hot keys are taken from the X server directly.</source>
+        <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
+        <translation>Los atajos globales se toman directamente del servidor X.</translation>
+    </message>
+    <message id="settings.hotkeys.backend.none">
+        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop's keyboard settings that run these commands instead:</source>
+        <extracomment>Settings, Hotkeys: no way to register global hot keys on this desktop</extracomment>
+        <translation>Este escritorio no deja que ningún programa defina atajos globales. En su lugar, añade en la configuración de teclado del escritorio atajos que ejecuten estas órdenes:</translation>
+    </message>
+    <message id="settings.hotkeys.builtIn.title">
+        <source>While the popover is open</source>
+        <extracomment>Settings, Hotkeys: heading of the list of the popover's fixed shortcuts</extracomment>
+        <translation>Con la ventana abierta</translation>
+    </message>
+    <message id="settings.permissions.caption">
+        <source>What Tarnwell can use on this desktop right now. Nothing here is required: without a facility, the rest keeps working.</source>
+        <extracomment>Settings, Permissions: what the tab shows</extracomment>
+        <translation>Lo que Tarnwell puede usar ahora en este escritorio. Nada es obligatorio: si falta algo, el resto sigue funcionando.</translation>
+    </message>
+    <message id="settings.permissions.working">
+        <source>Working</source>
+        <extracomment>Settings, Permissions: state of a facility that works</extracomment>
+        <translation>Funciona</translation>
+    </message>
+    <message id="settings.permissions.limited">
+        <source>In part</source>
+        <extracomment>Settings, Permissions: state of a facility that works in part</extracomment>
+        <translation>En parte</translation>
+    </message>
+    <message id="settings.permissions.missing">
+        <source>Not available</source>
+        <extracomment>Settings, Permissions: state of a facility this desktop lacks</extracomment>
+        <translation>No disponible</translation>
+    </message>
+    <message id="settings.permissions.refresh">
+        <source>Check again</source>
+        <extracomment>Settings, Permissions: button that looks at the desktop again</extracomment>
+        <translation>Comprobar de nuevo</translation>
+    </message>
+    <message id="settings.about.version">
+        <source>Version %1</source>
+        <extracomment>Settings, About: the program's version; %1 = a version number</extracomment>
+        <translation>Versión %1</translation>
+    </message>
+    <message id="settings.about.licence">
+        <source>© 2026 The Tarnwell team. Tarnwell is not yet published under a licence; all rights are reserved.</source>
+        <extracomment>Settings, About: the licence</extracomment>
+        <translation>© 2026 El equipo de Tarnwell. Tarnwell aún no se ha publicado bajo una licencia; todos los derechos reservados.</translation>
+    </message>
+    <message id="settings.about.data">
+        <source>Your data</source>
+        <extracomment>Settings, About: heading of the data folder</extracomment>
+        <translation>Tus datos</translation>
+    </message>
+    <message id="settings.about.data.caption">
+        <source>Everything Tarnwell keeps is in one file in this folder, on this computer only:</source>
+        <extracomment>Settings, About: where the data is</extracomment>
+        <translation>Todo lo que guarda Tarnwell está en un archivo de esta carpeta, solo en este equipo:</translation>
+    </message>
+    <message id="settings.about.openFolder">
+        <source>Open folder</source>
+        <extracomment>Settings, About: button that opens the data folder in the file manager</extracomment>
+        <translation>Abrir carpeta</translation>
+    </message>
+    <message id="settings.about.export">
+        <source>To keep a copy elsewhere, export everything with: %1</source>
+        <extracomment>Settings, About: how to export; %1 = a command line</extracomment>
+        <translation>Para guardar una copia en otro sitio, exporta todo con: %1</translation>
+    </message>
+    <message id="settings.about.logs">
+        <source>Logs</source>
+        <extracomment>Settings, About: heading of where the logs go</extracomment>
+        <translation>Registros</translation>
+    </message>
+    <message id="settings.about.logs.caption">
+        <source>Tarnwell writes what it does to the system journal (read it with journalctl --user -t tarnwell), or to its standard error when started from a terminal.</source>
+        <extracomment>Settings, About: where the logs go; the command must stay as it is</extracomment>
+        <translation>Tarnwell escribe lo que hace en el diario del sistema (léelo con journalctl --user -t tarnwell), o en su salida de errores si se abrió desde un terminal.</translation>
+    </message>
+    <message id="menubar.menu.review">
+        <source>Review…</source>
+        <extracomment>Status item menu: open the review of estimates</extracomment>
+        <translation>Revisión…</translation>
+    </message>
+    <message id="review.bucket.upTo15">
+        <source>tasks up to 15 minutes</source>
+        <extracomment>Review: the group of tasks planned for 15 minutes or less (used inside sentences and as a heading)</extracomment>
+        <translation>las tareas de hasta 15 minutos</translation>
+    </message>
+    <message id="review.bucket.upTo30">
+        <source>tasks of 16 to 30 minutes</source>
+        <extracomment>Review: the group of tasks planned for 16 to 30 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>las tareas de 16 a 30 minutos</translation>
+    </message>
+    <message id="review.bucket.upTo45">
+        <source>tasks of 31 to 45 minutes</source>
+        <extracomment>Review: the group of tasks planned for 31 to 45 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>las tareas de 31 a 45 minutos</translation>
+    </message>
+    <message id="review.bucket.over45">
+        <source>tasks over 45 minutes</source>
+        <extracomment>Review: the group of tasks planned for more than 45 minutes (used inside sentences and as a heading)</extracomment>
+        <translation>las tareas de más de 45 minutos</translation>
+    </message>
+    <message id="review.verdict.none">
+        <source>No timed tasks yet.</source>
+        <extracomment>Review: verdict of a group of tasks without any completed, planned and timed task</extracomment>
+        <translation>Aún no hay tareas cronometradas.</translation>
+    </message>
+    <message id="review.verdict.tooFew">
+        <source>Too few timed tasks to judge yet: %1.</source>
+        <extracomment>Review: verdict of a group with too few tasks to say anything; %1 = how many there are</extracomment>
+        <translation>Aún hay muy pocas tareas cronometradas para juzgar: %1.</translation>
+    </message>
+    <message id="review.verdict.onTheMark">
+        <source>Your plans for %1 hold well.</source>
+        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group ("tasks up to 15 minutes")</extracomment>
+        <translation>Tus planes para %1 se cumplen bien.</translation>
+    </message>
+    <message id="review.verdict.under">
+        <source>You underestimate %1 by %2 %.</source>
+        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group ("tasks of 16 to 30 minutes"), %2 = percent, a whole number</extracomment>
+        <translation>Subestimas %1 en un %2 %.</translation>
+    </message>
+    <message id="review.verdict.over">
+        <source>You overestimate %1 by %2 %.</source>
+        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group ("tasks over 45 minutes"), %2 = percent, a whole number</extracomment>
+        <translation>Sobrestimas %1 en un %2 %.</translation>
+    </message>
+    <message id="review.ratio">
+        <source>×%1</source>
+        <extracomment>Review: the median of measured time over planned time, as a multiple ("×1.4")</extracomment>
+        <translation>×%1</translation>
+    </message>
+    <message id="review.overrun">
+        <source>+%1</source>
+        <extracomment>Review: how far a task ran past its plan; %1 = a duration ("25m")</extracomment>
+        <translation>+%1</translation>
+    </message>
+    <message id="review.summary.empty">
+        <source>No completed task with a plan and measured time in this period.</source>
+        <extracomment>Review: under the period's title when it has no completed task with a plan and measured time</extracomment>
+        <translation>Ninguna tarea completada con plan y tiempo medido en este periodo.</translation>
+    </message>
+    <message id="review.summary">
+        <source>Completed tasks with a plan and measured time: %1</source>
+        <extracomment>Review: under the period's title; %1 = how many completed tasks had a plan and measured time</extracomment>
+        <translation>Tareas completadas con plan y tiempo medido: %1</translation>
+    </message>
+    <message id="review.unplanned">
+        <source>Completed without a plan: %1</source>
+        <extracomment>Review: completed tasks without a planned duration, counted apart; %1 = how many</extracomment>
+        <translation>Completadas sin plan: %1</translation>
+    </message>
+    <message id="review.unmeasured">
+        <source>Ticked off without the timer: %1</source>
+        <extracomment>Review: completed planned tasks whose timer never ran, left out of the figures; %1 = how many</extracomment>
+        <translation>Marcadas sin el temporizador: %1</translation>
+    </message>
+    <message id="settings.general.language.system">
+        <source>Same as the desktop</source>
+        <extracomment>Settings, General: language option that follows the desktop's language</extracomment>
+        <translation>Igual que el escritorio</translation>
+    </message>
+    <message id="settings.general.workdayEnd.invalid">
+        <source>Type a time of day such as 17:30.</source>
+        <extracomment>Settings, General: the typed workday end is not a time of day</extracomment>
+        <translation>Escribe una hora como 17:30.</translation>
+    </message>
+    <message id="settings.permissions.tray">
+        <source>Tray icon</source>
+        <extracomment>Settings, Permissions: the tray icon facility</extracomment>
+        <translation>Icono de la barra</translation>
+    </message>
+    <message id="settings.permissions.tray.working">
+        <source>The panel shows Tarnwell's icon with the task in hand and its countdown.</source>
+        <extracomment>Settings, Permissions: the panel shows our tray icon</extracomment>
+        <translation>El panel muestra el icono de Tarnwell con la tarea en curso y su cuenta atrás.</translation>
+    </message>
+    <message id="settings.permissions.tray.missing">
+        <source>No panel on this desktop takes status icons, so Tarnwell falls back on the older tray, which may show only the icon.</source>
+        <extracomment>Settings, Permissions: no panel takes tray icons of the modern kind</extracomment>
+        <translation>Ningún panel de este escritorio admite iconos de estado, así que Tarnwell usa la bandeja antigua, que quizá solo muestre el icono.</translation>
+    </message>
+    <message id="settings.permissions.tray.fix">
+        <source>On GNOME, switch on the AppIndicator extension (gnome-shell-extension-appindicator) and log in again.</source>
+        <extracomment>Settings, Permissions: how to get a panel that shows tray icons</extracomment>
+        <translation>En GNOME, activa la extensión AppIndicator (gnome-shell-extension-appindicator) y vuelve a iniciar sesión.</translation>
+    </message>
+    <message id="settings.permissions.notifications">
+        <source>Notifications</source>
+        <extracomment>Settings, Permissions: the desktop notifications facility</extracomment>
+        <translation>Notificaciones</translation>
+    </message>
+    <message id="settings.permissions.notifications.working">
+        <source>The end of a plan is announced with Done and more-time buttons.</source>
+        <extracomment>Settings, Permissions: notifications show with their buttons</extracomment>
+        <translation>El final de un plan se anuncia con los botones Hecho y Más tiempo.</translation>
+    </message>
+    <message id="settings.permissions.notifications.noActions">
+        <source>Notifications show, but this desktop leaves out their buttons: complete or extend from the tray instead.</source>
+        <extracomment>Settings, Permissions: notifications show, but the server shows no buttons</extracomment>
+        <translation>Las notificaciones aparecen, pero este escritorio omite sus botones: completa o amplía desde la barra.</translation>
+    </message>
+    <message id="settings.permissions.notifications.missing">
+        <source>No notification service runs, so the end of a plan is only heard (the chime) and seen in the tray.</source>
+        <extracomment>Settings, Permissions: no notification server</extracomment>
+        <translation>No hay servicio de notificaciones, así que el final de un plan solo se oye (el aviso sonoro) y se ve en la barra.</translation>
+    </message>
+    <message id="settings.permissions.notifications.fix">
+        <source>Start your desktop's notification service (on minimal desktops, for example dunst or mako).</source>
+        <extracomment>Settings, Permissions: how to get notifications</extracomment>
+        <translation>Inicia el servicio de notificaciones de tu escritorio (en escritorios mínimos, por ejemplo dunst o mako).</translation>
+    </message>
+    <message id="settings.permissions.idle">
+        <source>Time away</source>
+        <extracomment>Settings, Permissions: the idle time facility</extracomment>
+        <translation>Ausencias</translation>
+    </message>
+    <message id="settings.permissions.idle.working">
+        <source />
+        <translation>Un rato sin teclado ni ratón con el temporizador en marcha se detecta y se ofrece para restarlo.</translation>
+    </message>
+    <message id="settings.permissions.idle.missing">
+        <source />
+        <translation>Este escritorio no dice a los programas cuánto tiempo llevas fuera, así que las ausencias no se ofrecen para restar. La suspensión y el bloqueo siguen pausando el temporizador.</translation>
+    </message>
+    <message id="settings.permissions.session">
+        <source>Sleep and screen lock</source>
+        <extracomment>Settings, Permissions: the sleep and lock facility</extracomment>
+        <translation>Suspensión y bloqueo de pantalla</translation>
+    </message>
+    <message id="settings.permissions.session.working">
+        <source>The timer pauses when the computer sleeps or the screen locks, and resumes after a short break.</source>
+        <extracomment>Settings, Permissions: sleep and lock pause the timer</extracomment>
+        <translation>El temporizador se pausa cuando el equipo se suspende o la pantalla se bloquea, y sigue tras una pausa corta.</translation>
+    </message>
+    <message id="settings.permissions.session.missing">
+        <source>Sleep and screen lock are not reported (no logind), so the timer runs on through them.</source>
+        <extracomment>Settings, Permissions: sleep and lock are not reported</extracomment>
+        <translation>La suspensión y el bloqueo no se notifican (no hay logind), así que el temporizador sigue corriendo.</translation>
+    </message>
+    <message id="settings.permissions.session.fix">
+        <source>Pause the timer before you step away.</source>
+        <extracomment>Settings, Permissions: what to do without sleep and lock reports</extracomment>
+        <translation>Pausa el temporizador antes de irte.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys">
+        <source>Global hot keys</source>
+        <extracomment>Settings, Permissions: the global hot keys facility</extracomment>
+        <translation>Atajos globales</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.working">
+        <source>The hot keys of the Hotkeys tab work in every program.</source>
+        <extracomment>Settings, Permissions: global hot keys work</extracomment>
+        <translation>Los atajos de la pestaña Atajos funcionan en cualquier programa.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.missing">
+        <source>This desktop lets no program set global hot keys.</source>
+        <extracomment>Settings, Permissions: no global hot keys</extracomment>
+        <translation>Este escritorio no deja que ningún programa defina atajos globales.</translation>
+    </message>
+    <message id="settings.permissions.hotkeys.fix">
+        <source>Add shortcuts in the desktop's keyboard settings that run the commands shown in the Hotkeys tab.</source>
+        <extracomment>Settings, Permissions: how to get hot keys without a global hot-key service</extracomment>
+        <translation>Añade en la configuración de teclado del escritorio atajos que ejecuten las órdenes que muestra la pestaña Atajos.</translation>
+    </message>
+    <message id="settings.permissions.autostart">
+        <source>Start at login</source>
+        <extracomment>Settings, Permissions: the start at login facility</extracomment>
+        <translation>Inicio al entrar</translation>
+    </message>
+    <message id="settings.permissions.autostart.off">
+        <source>Switched off: start Tarnwell yourself after logging in.</source>
+        <extracomment>Settings, Permissions: start at login is switched off</extracomment>
+        <translation>Desactivado: abre Tarnwell tú mismo tras iniciar sesión.</translation>
+    </message>
+    <message id="settings.permissions.autostart.fix">
+        <source>Switch it on in the General tab.</source>
+        <extracomment>Settings, Permissions: where start at login is switched on</extracomment>
+        <translation>Actívalo en la pestaña General.</translation>
+    </message>
+    <message id="settings.permissions.autostart.working">
+        <source>Tarnwell starts when you log in (%1).</source>
+        <extracomment>Settings, Permissions: the autostart entry is in place; %1 = its file</extracomment>
+        <translation>Tarnwell se abre al iniciar sesión (%1).</translation>
+    </message>
+    <message id="settings.permissions.autostart.missing">
+        <source>The autostart entry %1 could not be written.</source>
+        <extracomment>Settings, Permissions: the autostart entry could not be written; %1 = its file</extracomment>
+        <translation>No se pudo escribir la entrada de inicio %1.</translation>
     </message>
 </context>
 </TS>

@@ -32,6 +32,7 @@
 #include "services/NotificationService.h"
 #include "services/SoundService.h"
 #include "services/RolloverService.h"
+#include "services/ReviewStatistics.h"
 #include "services/RoutineService.h"
 #include "services/TaskCompletionFlow.h"
 #include "settings/AppSettingsStore.h"
@@ -42,7 +43,9 @@
 #include "views/PopoverModel.h"
 #include "views/QuickAddDraft.h"
 #include "views/QuickAddWindowController.h"
+#include "views/ReviewModel.h"
 #include "views/RoutinesWindowController.h"
+#include "views/SettingsWindowController.h"
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
 #include "widget/WidgetSurface.h"
@@ -51,6 +54,8 @@
 #include <QGuiApplication>
 #include <QHash>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QFileInfo>
 #include <QSettings>
 #include <QTimer>
 
@@ -72,6 +77,12 @@ AppDelegate::~AppDelegate()
 void AppDelegate::applicationWillFinishLaunching()
 {
     m_urlRouter = std::make_unique<AppURLRouter>([this] { revealPopover(); }, [this] { showQuickAdd(); });
+    m_urlRouter->setOpenWindow([this](AppURLRoute route, const QString &section) {
+        if (route == AppURLRoute::review)
+            showReview();
+        else
+            showSettings(section);
+    });
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -140,7 +151,19 @@ void AppDelegate::applicationDidFinishLaunching()
     m_quickAddDraft = std::make_unique<QuickAddDraft>(*m_tasks, *m_days, m_calendar, m_clock);
     m_quickAdd = std::make_unique<QuickAddWindowController>(*m_quickAddDraft, *m_ui);
     m_routinesWindow = std::make_unique<RoutinesWindowController>(*m_routineRepository, *m_ui);
+    m_reviewStatistics = std::make_unique<ReviewStatistics>(m_store->viewContext(), m_calendar);
+    m_reviewModel = std::make_unique<ReviewModel>(*m_reviewStatistics, m_calendar, m_clock);
+    m_reviewWindow = std::make_unique<ReviewWindowController>(*m_reviewModel, *m_ui);
+    m_settingsWindow = std::make_unique<SettingsWindowController>(SettingsWindowController::Services{
+        *m_settings, *m_sounds, *m_routineRepository, *m_ui,
+        [this] { return m_hotkeyBackend ? m_hotkeyBackend->name() : QString(); },
+        [this]() -> std::optional<HotkeyConflict> { return m_hotkeys ? m_hotkeys->reload() : std::nullopt; },
+        [this] { return probeDesktop(); }, QStringLiteral(TARNWELL_VERSION),
+        QFileInfo(PersistenceController::defaultStorePath()).absolutePath()});
+    // The routines live in the settings now; the popover's "Manage routines…" opens that tab.
     connect(m_popoverModel.get(), &PopoverModel::manageRoutinesRequested, this, &AppDelegate::showRoutines);
+    connect(m_popover.get(), &PopoverManager::settingsRequested, this, [this] { showSettings(); });
+    connect(m_popover.get(), &PopoverManager::reviewRequested, this, &AppDelegate::showReview);
     m_automation = std::make_unique<TaskAutomation>(*m_activeTasks, *m_sounds, *m_popoverModel, m_calendar,
                                                     [this](const QList<Day *> &days, const Calendar &calendar) {
                                                         return IcsWriter::write(days, calendar, m_clock());
@@ -173,7 +196,8 @@ void AppDelegate::installMainInterface()
     actions.openToday = [this] { revealPopover(); };
     actions.showQuickAdd = [this] { showQuickAdd(); };
     actions.completeActive = [this] { completeActiveTask(); };
-    actions.openSettings = [] { qCInfo(lcServices).noquote() << QStringLiteral("Settings requested"); };
+    actions.openSettings = [this] { showSettings(); };
+    actions.openReview = [this] { showReview(); };
     actions.quit = [] { QCoreApplication::quit(); };
     m_menuBarController = std::make_unique<MenuBarController>(
         *m_activeTasks, *m_countdown, *m_settings, [this] { return m_appearance->prefersDark(); }, actions);
@@ -197,6 +221,8 @@ void AppDelegate::installMainInterface()
             [this](HotkeyAction action, const RecordedHotkey &hotkey) {
                 // Told in the popover, now or the next time it opens.
                 const QString message = HotkeyManager::takenMessage(action, hotkey);
+                if (m_settingsWindow->hotkeys())
+                    m_settingsWindow->hotkeys()->noteTaken(action, message);
                 if (m_popover->isVisible())
                     m_popoverModel->showToast(message);
                 else
@@ -217,7 +243,9 @@ void AppDelegate::installMainInterface()
 
     // 4. The idle monitor, over the desktop's idle time and session events.
     m_sessionEvents = std::make_unique<platform::LinuxSessionEvents>();
-    m_idleMonitor = std::make_unique<IdleMonitor>(*m_activeTasks, *m_settings, platform::IdleTimeSources::find(m_clock),
+    IdleSecondsProvider idleSeconds = platform::IdleTimeSources::find(m_clock);
+    m_idleSourceFound = bool(idleSeconds);
+    m_idleMonitor = std::make_unique<IdleMonitor>(*m_activeTasks, *m_settings, std::move(idleSeconds),
                                                   m_sessionEvents.get(), m_clock);
     m_idleMonitor->start();
     m_awayBanner = std::make_unique<AwayBanner>(*m_idleMonitor, *m_activeTasks);
@@ -338,8 +366,38 @@ void AppDelegate::showQuickAdd()
 
 void AppDelegate::showRoutines()
 {
-    if (m_routinesWindow)
-        m_routinesWindow->show();
+    showSettings(QStringLiteral("routines"));
+}
+
+void AppDelegate::showSettings(const QString &tab)
+{
+    qCInfo(lcServices).noquote() << QStringLiteral("Settings requested");
+    if (m_settingsWindow)
+        m_settingsWindow->show(tab);
+}
+
+void AppDelegate::showReview()
+{
+    qCInfo(lcServices).noquote() << QStringLiteral("Review requested");
+    if (m_reviewWindow)
+        m_reviewWindow->show();
+}
+
+DesktopFacts AppDelegate::probeDesktop() const
+{
+    DesktopFacts facts;
+    QDBusConnectionInterface *session = QDBusConnection::sessionBus().interface();
+    QDBusConnectionInterface *system = QDBusConnection::systemBus().interface();
+    facts.statusItem = m_menuBarController && m_menuBarController->statusItemExported();
+    facts.notificationServer = session && session->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications"));
+    facts.notificationActions = m_notificationCenter && m_notificationCenter->supportsActions();
+    facts.idleSource = m_idleSourceFound;
+    facts.sessionEvents = system && system->isServiceRegistered(QStringLiteral("org.freedesktop.login1"));
+    facts.hotkeyBackend = m_hotkeyBackend ? m_hotkeyBackend->name() : QString();
+    facts.loginItemEnabled = m_settings->loginItemEnabled();
+    facts.loginItemRegistered = m_loginItems && m_loginItems->isRegistered();
+    facts.autostartPath = LoginItemService::autostartPath();
+    return facts;
 }
 
 void AppDelegate::applyAppearance()
@@ -384,6 +442,10 @@ void AppDelegate::applyLanguage()
         m_popoverModel->retranslate();
     if (m_routinesWindow)
         m_routinesWindow->retranslate();
+    if (m_settingsWindow)
+        m_settingsWindow->retranslate();
+    if (m_reviewModel)
+        m_reviewModel->refresh();
 }
 
 void AppDelegate::applicationWillTerminate()
@@ -417,6 +479,10 @@ void AppDelegate::applicationWillTerminate()
     m_sessionEvents.reset();
     m_notificationRouter.reset();
     m_routinesWindow.reset();
+    m_settingsWindow.reset();
+    m_reviewWindow.reset();
+    m_reviewModel.reset();
+    m_reviewStatistics.reset();
     m_automation.reset();
     m_quickAdd.reset();
     m_quickAddDraft.reset();

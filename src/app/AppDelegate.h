@@ -2,6 +2,7 @@
 
 #include "kit/Calendar.h"
 #include "kit/Clock.h"
+#include "views/SettingsModels.h"
 
 #include <QFont>
 #include <QObject>
@@ -44,6 +45,10 @@ class RolloverService;
 class SaveFailureService;
 class StoreBackupService;
 class RoutinesWindowController;
+class ReviewModel;
+class ReviewStatistics;
+class ReviewWindowController;
+class SettingsWindowController;
 class TaskRepository;
 class ThemeController;
 class Translations;
@@ -88,6 +93,9 @@ public:
     void revealPopover();
     void showQuickAdd();
     void showRoutines();
+    // The settings window on a tab ("general", "hotkeys", ...; empty: the last shown).
+    void showSettings(const QString &tab = {});
+    void showReview();
     // org.freedesktop.Application.ActivateAction: "quick-add", "open-today",
     // "toggle-popover".
     bool activateAction(const QString &action);
@@ -95,6 +103,8 @@ public:
     PopoverManager *popoverManager() const { return m_popover.get(); }
     QuickAddWindowController *quickAddController() const { return m_quickAdd.get(); }
     RoutinesWindowController *routinesController() const { return m_routinesWindow.get(); }
+    SettingsWindowController *settingsController() const { return m_settingsWindow.get(); }
+    ReviewWindowController *reviewController() const { return m_reviewWindow.get(); }
     HotkeyManager *hotkeyManager() const { return m_hotkeys.get(); }
     // What the bus interface org.tarnwell.Tarnwell1 drives; none before launch.
     TaskAutomation *automation() const { return m_automation.get(); }
@@ -112,6 +122,8 @@ private:
     // A click on the status item: the popover opens at the click, or closes.
     void togglePopover(const QPoint &anchor);
     void applyDueRoutines();
+    // What works on this desktop now, for the settings' Permissions tab.
+    DesktopFacts probeDesktop() const;
 
     Options m_options;
     Calendar m_calendar;
@@ -140,6 +152,10 @@ private:
     std::unique_ptr<QuickAddDraft> m_quickAddDraft;
     std::unique_ptr<QuickAddWindowController> m_quickAdd;
     std::unique_ptr<RoutinesWindowController> m_routinesWindow;
+    std::unique_ptr<ReviewStatistics> m_reviewStatistics;
+    std::unique_ptr<ReviewModel> m_reviewModel;
+    std::unique_ptr<ReviewWindowController> m_reviewWindow;
+    std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<TaskAutomation> m_automation;
     std::unique_ptr<LoginItemService> m_loginItems;
     std::unique_ptr<OnboardingCoordinator> m_onboarding;
@@ -160,6 +176,7 @@ private:
     std::unique_ptr<PopoverKeyMonitor> m_popoverKeys;
     std::unique_ptr<HotkeyManager> m_hotkeys;
 
+    bool m_idleSourceFound = false;
     bool m_launched = false;
     bool m_appUIInstalled = false;
     bool m_pendingPopoverReveal = false;

@@ -15,9 +15,20 @@ std::optional<AppURLRoute> AppURLRouter::route(const QUrl &url)
 {
     if (url.scheme().isEmpty() || url.scheme().toLower() != QLatin1String(Constants::scheme))
         return std::nullopt;
-    if (url.host(QUrl::FullyEncoded).toLower() == QLatin1String("quickadd"))
+    const QString host = url.host(QUrl::FullyEncoded).toLower();
+    if (host == QLatin1String("quickadd"))
         return AppURLRoute::quickAdd;
+    if (host == QLatin1String("settings"))
+        return AppURLRoute::settings;
+    if (host == QLatin1String("review"))
+        return AppURLRoute::review;
     return AppURLRoute::popover;
+}
+
+QString AppURLRouter::section(const QUrl &url)
+{
+    const QStringList pieces = url.path().split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    return pieces.isEmpty() ? QString() : pieces.first().toLower();
 }
 
 void AppURLRouter::handleURL(const QString &link)
@@ -32,10 +43,10 @@ void AppURLRouter::handleURL(const QString &link)
         return;
     }
     if (!m_ready) {
-        m_waiting.append(*target);
+        m_waiting.append({*target, section(url)});
         return;
     }
-    perform(*target);
+    perform(*target, section(url));
 }
 
 void AppURLRouter::setInterfaceReady()
@@ -44,15 +55,20 @@ void AppURLRouter::setInterfaceReady()
         return;
     m_ready = true;
     const auto waiting = std::exchange(m_waiting, {});
-    for (AppURLRoute r : waiting)
-        perform(r);
+    for (const auto &[r, section] : waiting)
+        perform(r, section);
 }
 
-void AppURLRouter::perform(AppURLRoute r)
+void AppURLRouter::perform(AppURLRoute r, const QString &section)
 {
     if (r == AppURLRoute::quickAdd) {
         if (m_openQuickAdd)
             m_openQuickAdd();
+    } else if (r == AppURLRoute::settings || r == AppURLRoute::review) {
+        if (m_openWindow)
+            m_openWindow(r, section);
+        else if (m_openPopover)
+            m_openPopover();
     } else if (m_openPopover) {
         m_openPopover();
     }

@@ -103,6 +103,10 @@ void MenuBarController::triggerMenuEntry(int id)
         if (m_actions.openSettings)
             m_actions.openSettings();
         break;
+    case reviewId:
+        if (m_actions.openReview)
+            m_actions.openReview();
+        break;
     case quitId:
         if (m_actions.quit)
             m_actions.quit();
@@ -290,6 +294,9 @@ void MenuBarController::updateMenu()
         //% "Complete Task"
         DBusMenuItem::entry(completeId, qtTrId("menubar.menu.complete"), task != nullptr),
         DBusMenuItem::separator(separatorId),
+        //: Status item menu: open the review of estimates
+        //% "Review…"
+        DBusMenuItem::entry(reviewId, qtTrId("menubar.menu.review")),
         //: Status item menu: open the settings window
         //% "Settings…"
         DBusMenuItem::entry(settingsId, qtTrId("menubar.menu.settings")),

@@ -41,6 +41,7 @@ public:
         std::function<void()> showQuickAdd;
         std::function<void()> completeActive;
         std::function<void()> openSettings;
+        std::function<void()> openReview;
         std::function<void()> quit;
     };
 
@@ -78,7 +79,7 @@ Q_SIGNALS:
 
 public:
     // The entries of the status item's menu.
-    enum MenuId { openId = 1, quickAddId, timerId, completeId, separatorId, settingsId, quitId };
+    enum MenuId { openId = 1, quickAddId, timerId, completeId, separatorId, settingsId, quitId, reviewId };
 
 private:
     void rebuild();

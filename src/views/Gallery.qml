@@ -94,6 +94,50 @@ ThemedWindow {
 
         RowLayout {
             spacing: 0
+            TextBlock { Layout.preferredWidth: 110; role: "caption"; text: "switch" }
+            Repeater {
+                model: gallery.stateNames
+                Cell {
+                    id: switchCell
+                    required property string modelData
+                    look: modelData
+                    ToggleSwitch {
+                        objectName: "switch." + switchCell.look
+                        anchors.verticalCenter: parent.verticalCenter
+                        width: 124
+                        text: "Sound"
+                        checked: switchCell.look === "checked"
+                        enabled: switchCell.look !== "disabled"
+                    }
+                }
+            }
+        }
+
+        RowLayout {
+            spacing: 0
+            TextBlock { Layout.preferredWidth: 110; role: "caption"; text: "recorder" }
+            Repeater {
+                model: gallery.stateNames
+                Cell {
+                    id: recorderCell
+                    required property string modelData
+                    look: modelData
+                    KeyRecorder {
+                        // Checked: recording, waiting for the keys.
+                        objectName: "recorder." + recorderCell.look
+                        anchors.verticalCenter: parent.verticalCenter
+                        implicitWidth: 124
+                        keysText: "Super+Shift+J"
+                        waitingText: "Press the keys…"
+                        recording: recorderCell.look === "checked"
+                        enabled: recorderCell.look !== "disabled"
+                    }
+                }
+            }
+        }
+
+        RowLayout {
+            spacing: 0
             TextBlock { Layout.preferredWidth: 110; role: "caption"; text: "icon" }
             Repeater {
                 model: gallery.stateNames
@@ -306,7 +350,8 @@ ThemedWindow {
                     spacing: 6
                     Repeater {
                         model: ["play", "pause", "done", "extend", "previous", "next", "today", "menu", "handle",
-                                "urgent", "routine", "rollover", "archive", "settings", "review"]
+                                "urgent", "routine", "rollover", "archive", "settings", "review", "bell", "keyboard",
+                                "shield", "info", "warning", "folder"]
                         Icon {
                             required property string modelData
                             objectName: "icon-" + modelData

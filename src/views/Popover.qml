@@ -107,7 +107,9 @@ ThemedWindow {
                 id: routineButton
                 objectName: "routineButton"
                 iconName: "menu"
-                hint: root.popover.texts.routineTooltip
+                //: Popover: tooltip of the menu button with the routines, the review and the settings
+                //% "Routines, review and settings"
+                hint: qsTrId("popover.menu.tooltip")
                 // Made when first opened.
                 property ActionMenu menu: null
                 onClicked: {
@@ -151,9 +153,26 @@ ThemedWindow {
                     }
                     ActionMenuItem {
                         objectName: "manageRoutines"
-                        iconName: "settings"
+                        iconName: "routine"
                         text: root.popover.texts.routineManage
                         onTriggered: root.popover.manageRoutines()
+                    }
+                    MenuDivider {}
+                    ActionMenuItem {
+                        objectName: "openReview"
+                        iconName: "review"
+                        //: Popover menu: opens the review of estimates
+                        //% "Review…"
+                        text: qsTrId("popover.menu.review")
+                        onTriggered: root.manager.requestReview()
+                    }
+                    ActionMenuItem {
+                        objectName: "openSettings"
+                        iconName: "settings"
+                        //: Popover menu: opens the settings window
+                        //% "Settings…"
+                        text: qsTrId("popover.menu.settings")
+                        onTriggered: root.manager.requestSettings()
                     }
                 }
                 }

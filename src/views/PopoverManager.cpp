@@ -168,8 +168,7 @@ void PopoverManager::onHotkey(const QString &name)
         m_model.today();
         break;
     case HotkeyAction::openReview:
-        // There is no review window yet; the request is only logged.
-        qCInfo(lcMenuBar).noquote() << QStringLiteral("Review requested; there is no review window yet");
+        requestReview();
         break;
     default:
         break;
@@ -188,6 +187,18 @@ void PopoverManager::hide()
 {
     if (m_window && m_window->isVisible())
         m_window->hide();
+}
+
+void PopoverManager::requestSettings()
+{
+    hide();
+    Q_EMIT settingsRequested();
+}
+
+void PopoverManager::requestReview()
+{
+    hide();
+    Q_EMIT reviewRequested();
 }
 
 bool PopoverManager::isVisible() const

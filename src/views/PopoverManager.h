@@ -41,6 +41,9 @@ public:
     void toggle(const QPoint &anchor = {});
     Q_INVOKABLE void hide();
     bool isVisible() const;
+    // The popover's menu asks for the other windows; the popover closes.
+    Q_INVOKABLE void requestSettings();
+    Q_INVOKABLE void requestReview();
     // The away banner's object, handed to the window when it is made.
     void setAwayBanner(QObject *banner) { m_awayBanner = banner; }
 
@@ -60,6 +63,9 @@ public:
 Q_SIGNALS:
     void shown();
     void hidden();
+    void settingsRequested();
+    // From the popover's menu and its built-in shortcut (openReview).
+    void reviewRequested();
 
 private:
     bool ensureWindow();

@@ -2,6 +2,7 @@
 
 #include "WidgetTexts.h"
 #include "kit/Translations.h"
+#include "services/DailySummary.h"
 #include "services/DayPlanCalculator.h"
 #include "services/DayPlanFooterText.h"
 #include "services/FocusTime.h"
@@ -92,16 +93,9 @@ WidgetSnapshot WidgetSnapshotBuilder::build(bool appRunning)
     s.dayLabel = dayLabel(now, m_calendar, s.languageCode);
 
     // Today's finished work: how many tasks, and their focused seconds.
-    qint64 focused = 0;
-    if (today) {
-        const auto tasks = today->tasks();
-        for (const Task *task : tasks) {
-            if (task->completed()) {
-                ++s.completedCount;
-                focused += task->actualSecondsFocused().value_or(0);
-            }
-        }
-    }
+    const DailySummary done = DailySummary::load(today);
+    s.completedCount = done.completedCount;
+    const qint64 focused = done.focusedSeconds;
     s.totalCount = s.completedCount + s.totalQueued;
     s.summaryLine = s.completedCount <= 0 ? WidgetTexts::summaryZero() : WidgetTexts::summaryDone(s.completedCount);
     if (s.completedCount > 0 && focused > 0)

@@ -200,6 +200,25 @@ private Q_SLOTS:
         router.handleURL(link);
         QCOMPARE(popovers + quickAdds, route < 0 ? 0 : 2);
     }
+
+    void settingsAndReviewLinksNameTheirWindowAndTab()
+    {
+        int popovers = 0;
+        QStringList opened;
+        AppURLRouter router([&] { ++popovers; }, [] {});
+        router.setOpenWindow([&](AppURLRoute route, const QString &section) {
+            opened << (route == AppURLRoute::review ? QStringLiteral("review") : QStringLiteral("settings:") + section);
+        });
+        router.handleURL(QStringLiteral("tarnwell://settings/Hotkeys/more"));
+        router.handleURL(QStringLiteral("tarnwell://review"));
+        QVERIFY(opened.isEmpty()); // waits for the interface, section and all
+        router.setInterfaceReady();
+        router.handleURL(QStringLiteral("tarnwell://settings"));
+        QCOMPARE(
+            opened,
+            (QStringList{QStringLiteral("settings:hotkeys"), QStringLiteral("review"), QStringLiteral("settings:")}));
+        QCOMPARE(popovers, 0);
+    }
 };
 
 QTEST_GUILESS_MAIN(SettingsTest)

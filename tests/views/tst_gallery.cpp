@@ -252,7 +252,9 @@ private Q_SLOTS:
                                  QStringLiteral("extend"),  QStringLiteral("previous"), QStringLiteral("next"),
                                  QStringLiteral("today"),   QStringLiteral("menu"),     QStringLiteral("handle"),
                                  QStringLiteral("urgent"),  QStringLiteral("routine"),  QStringLiteral("rollover"),
-                                 QStringLiteral("archive"), QStringLiteral("settings"), QStringLiteral("review")};
+                                 QStringLiteral("archive"), QStringLiteral("settings"), QStringLiteral("review"),
+                                 QStringLiteral("bell"),    QStringLiteral("keyboard"), QStringLiteral("shield"),
+                                 QStringLiteral("info"),    QStringLiteral("warning"),  QStringLiteral("folder")};
         const QStringList names = icons::names();
         const QColor tint(0x23, 0x69, 0x5a);
         for (const QString &name : wanted) {

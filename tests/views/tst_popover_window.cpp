@@ -278,6 +278,10 @@ private Q_SLOTS:
         click(popover, item(popover, "routineButton"));
         QQuickItem *manage = item(popover, "manageRoutines");
         QTRY_VERIFY(manage && manage->isVisible());
+        // Clicked once the menu has opened and laid out all its items.
+        auto *menu = manage->property("menu").value<QObject *>();
+        QVERIFY(menu);
+        QTRY_VERIFY(menu->property("opened").toBool());
         click(popover, manage);
         QQuickWindow *window = w.routines.window();
         QVERIFY2(window, qPrintable(w.warningText()));

@@ -10,7 +10,10 @@
 #include "views/OnboardingCoordinator.h"
 #include "views/PopoverManager.h"
 #include "views/QuickAddWindowController.h"
+#include "services/ReviewStatistics.h"
+#include "views/ReviewModel.h"
 #include "views/RoutinesWindowController.h"
+#include "views/SettingsWindowController.h"
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
 
@@ -123,6 +126,56 @@ private Q_SLOTS:
         QTRY_COMPARE(repeat->property("displayText").toString(),
                      PlanningTexts::repeatOption(RoutineSchedule::Kind::never));
         save(routines.window(), QStringLiteral("routines"), dark, language, theme);
+        routines.hide();
+
+        // Every settings tab, on a desktop with some facilities missing.
+        SettingsWindowController settings({f.settings,
+                                           f.sound,
+                                           f.routines,
+                                           ui,
+                                           [] { return QString(); },
+                                           {},
+                                           [] {
+                                               DesktopFacts facts;
+                                               facts.statusItem = true;
+                                               facts.notificationServer = true;
+                                               facts.idleSource = true;
+                                               return facts;
+                                           },
+                                           QStringLiteral("0.1.0"),
+                                           QStringLiteral("/home/you/.local/share/tarnwell")});
+        for (const QString &tab : SettingsWindowController::tabNames()) {
+            settings.show(tab);
+            QVERIFY(settings.window());
+            QQuickItem *page = settings.window()->findChild<QQuickItem *>(QStringLiteral("page-") + tab);
+            QVERIFY(page);
+            QTRY_VERIFY(page->isVisible());
+            QVERIFY(settings.window()->title().contains(language == QLatin1String("de") ? QLatin1String("Einstellungen")
+                                                                                        : QLatin1String("Settings")));
+            QTest::qWait(theme.motionMedium() + 50);
+            save(settings.window(), QStringLiteral("settings-") + tab, dark, language, theme);
+        }
+        settings.hide();
+
+        // The review of a month of history, planned against measured.
+        const int plans[] = {10, 15, 15, 25, 30, 20, 40, 45, 35, 60, 90, 50};
+        const double overrun[] = {1.1, 1.6, 1.3, 1.5, 1.4, 1.2, 1.0, 0.8, 1.1, 1.3, 1.7, 1.2};
+        for (int i = 0; i < 36; ++i) {
+            Task *task = f.add(QStringLiteral("Past task %1").arg(i + 1), plans[i % 12], -(i % 9));
+            f.tasks.complete(task, f.calendar.startOfDayAdding(f.time.now, -(i % 9)).addSecs(9 * 3600),
+                             qint64(plans[i % 12] * 60 * overrun[(i + i / 12) % 12]));
+        }
+        f.add(QStringLiteral("Unplanned"), std::nullopt, -1);
+        f.tasks.complete(f.tasks.openTasks(f.day(-1)).first(), f.time.now.addDays(-1), 300);
+        ReviewStatistics statistics(f.context, f.calendar);
+        ReviewModel reviewModel(statistics, f.calendar, f.time.clock());
+        ReviewWindowController review(reviewModel, ui);
+        review.show();
+        reviewModel.setMonthly(true);
+        QVERIFY(review.window());
+        QVERIFY(reviewModel.sampleCount() > 0);
+        QTest::qWait(theme.motionMedium() + 50);
+        save(review.window(), QStringLiteral("review"), dark, language, theme);
         QVERIFY(f.translations.install(QStringLiteral("en")));
     }
 };

@@ -1,0 +1,112 @@
+#include "SettingsWindowController.h"
+
+#include "RoutinesModel.h"
+#include "UiEngine.h"
+#include "kit/Logging.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QScreen>
+
+namespace tarnwell {
+
+const QStringList &SettingsWindowController::tabNames()
+{
+    static const QStringList names{QStringLiteral("general"),  QStringLiteral("reminders"),   QStringLiteral("hotkeys"),
+                                   QStringLiteral("routines"), QStringLiteral("permissions"), QStringLiteral("about")};
+    return names;
+}
+
+SettingsWindowController::SettingsWindowController(Services services, QObject *parent)
+    : QObject(parent)
+    , m_services(std::move(services))
+{
+}
+
+SettingsWindowController::~SettingsWindowController()
+{
+    if (m_window)
+        QObject::disconnect(m_window.data(), nullptr, nullptr, nullptr);
+    delete m_window.data();
+}
+
+void SettingsWindowController::makeModels()
+{
+    if (m_general)
+        return;
+    m_general = new GeneralSettingsModel(m_services.settings, this);
+    m_reminders = new ReminderSettingsModel(m_services.settings, m_services.sounds, this);
+    m_hotkeys =
+        new HotkeySettingsModel(m_services.settings, m_services.hotkeyBackend ? m_services.hotkeyBackend() : QString(),
+                                m_services.reloadHotkeys, this);
+    m_permissions = new PermissionsModel(m_services.probePermissions, this);
+    m_about = new AboutModel(m_services.version, m_services.dataFolder, this);
+    m_routines = new RoutinesModel(m_services.routines, this);
+}
+
+void SettingsWindowController::show(const QString &tab)
+{
+    makeModels();
+    if (!m_window) {
+        m_window =
+            m_services.ui.createWindow(QStringLiteral("SettingsWindow.qml"),
+                                       {{QStringLiteral("general"), QVariant::fromValue<QObject *>(m_general)},
+                                        {QStringLiteral("reminders"), QVariant::fromValue<QObject *>(m_reminders)},
+                                        {QStringLiteral("hotkeys"), QVariant::fromValue<QObject *>(m_hotkeys)},
+                                        {QStringLiteral("routines"), QVariant::fromValue<QObject *>(m_routines)},
+                                        {QStringLiteral("permissions"), QVariant::fromValue<QObject *>(m_permissions)},
+                                        {QStringLiteral("about"), QVariant::fromValue<QObject *>(m_about)},
+                                        {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
+        if (!m_window)
+            return;
+        if (QScreen *screen = QGuiApplication::primaryScreen()) {
+            const QRect area = screen->availableGeometry();
+            m_window->setPosition(area.left() + (area.width() - m_window->width()) / 2,
+                                  area.top() + (area.height() - m_window->height()) / 3);
+        }
+    }
+    const bool wasVisible = m_window->isVisible();
+    m_routines->refresh();
+    m_permissions->refresh();
+    const int index = tabNames().indexOf(tab);
+    if (index >= 0)
+        m_window->setProperty("currentTab", index);
+    m_window->show();
+    m_window->raise();
+    m_window->requestActivate();
+    if (!wasVisible) {
+        QMetaObject::invokeMethod(m_window, "focusTabs");
+        qCInfo(lcServices).noquote() << QStringLiteral("Settings shown");
+        Q_EMIT shown();
+    }
+}
+
+void SettingsWindowController::hide()
+{
+    if (m_window && m_window->isVisible())
+        m_window->hide();
+}
+
+bool SettingsWindowController::isVisible() const
+{
+    return m_window && m_window->isVisible();
+}
+
+QQuickWindow *SettingsWindowController::window() const
+{
+    return m_window.data();
+}
+
+void SettingsWindowController::retranslate()
+{
+    if (m_routines)
+        m_routines->retranslate();
+    if (m_general)
+        m_general->retranslate();
+    if (m_hotkeys)
+        m_hotkeys->retranslate();
+    if (m_permissions)
+        m_permissions->refresh();
+}
+
+} // namespace tarnwell

@@ -1,0 +1,82 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tarnwell.Views
+
+// An on/off setting: its label on the left, a drawn track on the right that
+// fills with the accent when on. Space toggles it; `caption`, when given,
+// explains it under the label in the secondary colour.
+T.Switch {
+    id: control
+    property string caption: ""
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    padding: 0
+    spacing: Tokens.spaceM
+    font.family: appTheme.fontFamily
+    font.pixelSize: appTheme.bodySize
+    implicitWidth: Math.max(implicitContentWidth + spacing + indicator.width, 120)
+    implicitHeight: Math.max(Tokens.controlHeight, implicitContentHeight)
+    Accessible.name: text
+    Accessible.description: caption
+
+    indicator: Rectangle {
+        objectName: "track"
+        x: control.width - width
+        // Level with the label's first line, however far the caption runs.
+        y: (Tokens.controlHeight - height) / 2
+        width: 40
+        height: 22
+        radius: height / 2
+        color: {
+            if (!control.enabled)
+                return control.checked ? appTheme.secondaryText : appTheme.hover
+            if (control.checked)
+                return control.down ? appTheme.accentPressed : control.hovered ? appTheme.accentHover : appTheme.accent
+            return control.down ? appTheme.pressed : control.hovered ? appTheme.hover : appTheme.surface
+        }
+        border.width: control.checked ? 0 : 2
+        border.color: control.enabled ? appTheme.border : appTheme.separator
+        Rectangle {
+            objectName: control.enabled ? "glyph" : "knob"
+            width: 16
+            height: 16
+            radius: 8
+            y: 3
+            x: control.checked ? parent.width - width - 3 : 3
+            color: control.checked ? (control.enabled ? appTheme.onAccent : appTheme.window)
+                                   : (control.enabled ? appTheme.secondaryText : appTheme.separator)
+            Behavior on x { NumberAnimation { duration: appTheme.motionShort; easing.type: Easing.OutCubic } }
+        }
+        FocusRing {
+            visible: control.visualFocus
+            cornerRadius: parent.radius
+        }
+    }
+
+    contentItem: Column {
+        rightPadding: control.indicator.width + control.spacing
+        topPadding: Math.max(0, (Tokens.controlHeight - label.implicitHeight / Math.max(1, label.lineCount)) / 2)
+        bottomPadding: captionText.visible ? 0 : topPadding
+        spacing: 2
+        Text {
+            id: label
+            objectName: "text"
+            width: parent.width - parent.rightPadding
+            text: control.text
+            font: control.font
+            color: control.enabled ? appTheme.text : appTheme.secondaryText
+            wrapMode: Text.Wrap
+        }
+        Text {
+            id: captionText
+            objectName: "caption"
+            width: parent.width - parent.rightPadding
+            visible: control.caption.length > 0
+            text: control.caption
+            font.family: appTheme.fontFamily
+            font.pixelSize: appTheme.smallSize
+            color: appTheme.secondaryText
+            wrapMode: Text.Wrap
+        }
+    }
+}
