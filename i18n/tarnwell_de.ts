@@ -1383,5 +1383,10 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>After `tarnwell restore`. %1: the copy restored, %2: where the data as it was now lies</extracomment>
         <translation>%1 zurückgeholt. Deine bisherigen Daten liegen in %2.</translation>
     </message>
+    <message id="store.openFailed.close">
+        <source>Close</source>
+        <extracomment>The button of the dialog that says the data file cannot be opened</extracomment>
+        <translation>Schließen</translation>
+    </message>
 </context>
 </TS>

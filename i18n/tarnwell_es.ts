@@ -1383,5 +1383,10 @@ Pruebe «tarnwell %2 --help».</translation>
         <extracomment>After `tarnwell restore`. %1: the copy restored, %2: where the data as it was now lies</extracomment>
         <translation>Se ha recuperado %1. Tus datos anteriores se guardan en %2.</translation>
     </message>
+    <message id="store.openFailed.close">
+        <source>Close</source>
+        <extracomment>The button of the dialog that says the data file cannot be opened</extracomment>
+        <translation>Cerrar</translation>
+    </message>
 </context>
 </TS>

@@ -1383,5 +1383,10 @@ Essayez « tarnwell %2 --help ».</translation>
         <extracomment>After `tarnwell restore`. %1: the copy restored, %2: where the data as it was now lies</extracomment>
         <translation>%1 restauré. Vos données précédentes sont conservées dans %2.</translation>
     </message>
+    <message id="store.openFailed.close">
+        <source>Close</source>
+        <extracomment>The button of the dialog that says the data file cannot be opened</extracomment>
+        <translation>Fermer</translation>
+    </message>
 </context>
 </TS>
