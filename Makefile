@@ -43,7 +43,7 @@ bench: setup
 	@bench/run.sh $(BUILD_BENCH)
 
 fuzz: setup
-	@fuzz/build-and-run.sh $(or $(FUZZ_SECONDS),600)
+	@$(if $(FUZZ_SECONDS_EACH),FUZZ_SECONDS_EACH=$(FUZZ_SECONDS_EACH) )fuzz/build-and-run.sh $(or $(FUZZ_SECONDS),600)
 
 # Installs the programs and what tells the desktop about them under PREFIX.
 install: build

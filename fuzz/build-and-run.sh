@@ -3,7 +3,7 @@
 # UndefinedBehaviorSanitizer) and runs them one after the other.
 # Usage: fuzz/build-and-run.sh [seconds] [target...]
 #   seconds: total run time, shared equally by the targets (default 600)
-#   targets: quickadd, hotkey, automation (default: all)
+#   targets: quickadd, hotkey, automation, files (default: all)
 # FUZZ_BUILD_ONLY=1 builds without running.
 # Seed corpora are fuzz/corpus/<target>/; inputs found while running go to
 # fuzz/out/corpus-<target>/, crashes to fuzz/out/.
@@ -11,7 +11,7 @@ set -euo pipefail
 seconds="${1:-600}"
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(quickadd hotkey automation)
+[ ${#targets[@]} -gt 0 ] || targets=(quickadd hotkey automation files)
 here="$(cd "$(dirname "$0")" && pwd)"
 root="$(cd "$here/.." && pwd)"
 out="$here/out"
@@ -59,7 +59,27 @@ build_automation() {
     -o "$out/automation_fuzzer"
 }
 
+build_files() {
+  # The link router is a QObject (its moc comes along); the widget's files
+  # need only the shared JSON coder.
+  /usr/lib/qt6/libexec/moc -I"$root/src" "$root/src/integration/AppURLRouter.h" -o "$out/moc_AppURLRouter.cpp"
+  # shellcheck disable=SC2046
+  clang++ "${flags[@]}" $(pkg-config --cflags Qt6Core) \
+    "$here/files_fuzzer.cpp" \
+    "$root/src/integration/AppURLRouter.cpp" \
+    "$root/src/widget/WidgetCommand.cpp" \
+    "$root/src/widget/WidgetSnapshot.cpp" \
+    "$root/src/widget/TarnwellSharedJSON.cpp" \
+    "$root/src/kit/Logging.cpp" \
+    "$out/moc_AppURLRouter.cpp" \
+    $(pkg-config --libs Qt6Core) \
+    -o "$out/files_fuzzer"
+}
+
+# FUZZ_SECONDS_EACH, when set, gives every target that many seconds instead
+# of a share of the total.
 per_target=$(( seconds / ${#targets[@]} ))
+[ -n "${FUZZ_SECONDS_EACH:-}" ] && per_target="$FUZZ_SECONDS_EACH"
 for target in "${targets[@]}"; do
   "build_$target"
   [ -n "${FUZZ_BUILD_ONLY:-}" ] && continue
@@ -67,6 +87,7 @@ for target in "${targets[@]}"; do
   max_len=256
   [ "$target" = automation ] && max_len=8192
   [ "$target" = hotkey ] && max_len=128
+  [ "$target" = files ] && max_len=4096
   (cd "$out" && "./${target}_fuzzer" -max_total_time="$per_target" -print_final_stats=1 -max_len="$max_len" \
     -artifact_prefix="$out/" "corpus-$target" "$here/corpus/$target")
 done

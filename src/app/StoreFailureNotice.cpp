@@ -7,6 +7,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <QVariantMap>
 
@@ -24,6 +25,17 @@ QString storeFailureBody(const QString &path, const QString &description)
     //: Notification or dialog text when the data file cannot be opened. %1: the file's path, %2: the reason (English, from the database)
     //% "%1 could not be opened (%2). The file was left untouched. Tarnwell will close now."
     return qtTrId("store.openFailed.body").arg(path, description);
+}
+
+std::unique_ptr<QMessageBox> makeStoreFailureDialog(const QString &path, const QString &description)
+{
+    auto box = std::make_unique<QMessageBox>(QMessageBox::Critical, storeFailureTitle(),
+                                             storeFailureBody(path, description), QMessageBox::Close);
+    box->setTextFormat(Qt::PlainText);
+    //: The button of the dialog that says the data file cannot be opened
+    //% "Close"
+    box->button(QMessageBox::Close)->setText(qtTrId("store.openFailed.close"));
+    return box;
 }
 
 void showStoreFailure(const QString &path, const QString &description)
@@ -58,10 +70,10 @@ void showStoreFailure(const QString &path, const QString &description)
             << QStringLiteral("No notification server and no screen: nobody was shown why the store was refused");
         return;
     }
-    QMessageBox box(QMessageBox::Critical, title, body, QMessageBox::Close);
-    QTimer::singleShot(120000, &box, &QMessageBox::reject);
+    const auto box = makeStoreFailureDialog(path, description);
+    QTimer::singleShot(120000, box.get(), &QMessageBox::reject);
     qCInfo(lcPersistence).noquote() << QStringLiteral("Showing why the store was refused in a dialog");
-    box.exec();
+    box->exec();
 }
 
 } // namespace tarnwell
