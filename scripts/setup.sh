@@ -14,6 +14,7 @@ packages=(
   libbenchmark-dev
   xvfb xauth dbus xdotool sqlite3 at-spi2-core
   clang libclang-rt-14-dev
+  clang-format clang-tidy qt6-declarative-dev-tools qml6-module-qtqml qml6-module-qtqml-models
   desktop-file-utils appstream xdg-utils librsvg2-bin lintian fakeroot dpkg-dev
 )
 

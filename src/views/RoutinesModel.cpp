@@ -175,11 +175,6 @@ RoutinesModel::RoutinesModel(RoutineRepository &repository, QObject *parent)
 
 RoutinesModel::~RoutinesModel() = default;
 
-QObject *RoutinesModel::itemsObject() const
-{
-    return m_items;
-}
-
 QVariant RoutinesModel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
@@ -339,9 +334,9 @@ QVariantList RoutinesModel::repeatOptions() const
     return list;
 }
 
-QVariantMap RoutinesModel::texts() const
+QString RoutinesModel::repeatMenuText() const
 {
-    return {{QStringLiteral("repeatMenu"), PlanningTexts::repeatMenu()}};
+    return PlanningTexts::repeatMenu();
 }
 
 void RoutinesModel::retranslate()

@@ -10,8 +10,8 @@ import Tarnwell.Views
 ThemedWindow {
     id: root
     objectName: "routinesRoot"
-    required property QtObject routines
-    required property QtObject controller
+    required property RoutinesModel routines
+    required property RoutinesWindowController controller
 
     width: 760
     height: 520
@@ -96,6 +96,8 @@ ThemedWindow {
                     Accessible.role: Accessible.List
                     Keys.onDeletePressed: if (root.routines.count > 0) deleteDialog.open()
 
+                    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                    // qmllint disable unqualified
                     delegate: ListRow {
                         id: routineRow
                         required property int index
@@ -120,7 +122,7 @@ ThemedWindow {
                             spacing: Tokens.spaceS
                             Icon {
                                 name: "routine"
-                                color: routineRow.selected ? appTheme.accentText : appTheme.secondaryText
+                                color: routineRow.selected ? Theme.accentText : Theme.secondaryText
                                 Layout.preferredWidth: Tokens.iconSmall
                                 Layout.preferredHeight: Tokens.iconSmall
                             }
@@ -141,6 +143,7 @@ ThemedWindow {
                             }
                         }
                     }
+                    // qmllint enable unqualified
                 }
                 ActionButton {
                     objectName: "newRoutine"
@@ -160,7 +163,7 @@ ThemedWindow {
             Rectangle {
                 Layout.fillHeight: true
                 Layout.preferredWidth: 1
-                color: appTheme.separator
+                color: Theme.separator
             }
 
             // Nothing saved yet.
@@ -175,7 +178,7 @@ ThemedWindow {
                     width: 32
                     height: 32
                     name: "routine"
-                    color: appTheme.secondaryText
+                    color: Theme.secondaryText
                 }
                 TextBlock {
                     Layout.fillWidth: true
@@ -247,7 +250,7 @@ ThemedWindow {
                     }
 
                     TextBlock {
-                        text: root.routines.texts.repeatMenu
+                        text: root.routines.repeatMenuText
                     }
                     SelectBox {
                         id: repeatBox
@@ -258,7 +261,7 @@ ThemedWindow {
                         valueRole: "kind"
                         // Read again once the options exist: indexOfValue alone does not follow the model.
                         currentIndex: count > 0 ? indexOfValue(root.routines.repeatChoice) : -1
-                        Accessible.name: root.routines.texts.repeatMenu
+                        Accessible.name: root.routines.repeatMenuText
                         onActivated: root.routines.setRepeatChoice(currentValue)
                     }
                     Item { Layout.preferredWidth: 1; visible: weekdayToggles.visible }
@@ -268,6 +271,8 @@ ThemedWindow {
                         Layout.fillWidth: true
                         visible: root.routines.repeatChoice === 3
                         spacing: 4
+                        // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                        // qmllint disable unqualified
                         Repeater {
                             model: root.routines.weekdays
                             delegate: ActionButton {
@@ -280,6 +285,7 @@ ThemedWindow {
                                 onClicked: root.routines.setWeekday(modelData.weekday, checked)
                             }
                         }
+                        // qmllint enable unqualified
                     }
                 }
 
@@ -320,6 +326,8 @@ ThemedWindow {
                         function onCurrentIndexChanged() { itemList.editingRow = -1 }
                     }
 
+                    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                    // qmllint disable unqualified
                     delegate: ListRow {
                         id: itemRow
                         required property int index
@@ -466,6 +474,7 @@ ThemedWindow {
                             }
                         }
                     }
+                    // qmllint enable unqualified
                 }
 
                 // A new task template.

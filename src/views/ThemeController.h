@@ -3,13 +3,17 @@
 #include <QColor>
 #include <QFont>
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 #include <optional>
+
+class QJSEngine;
+class QQmlEngine;
 
 namespace tarnwell {
 
 // The design tokens that follow the desktop, as the windows read them
-// (`appTheme`): the light or dark palette with its state colours, the accent
+// (the singleton `Theme` of Tarnwell.Views): the light or dark palette with its state colours, the accent
 // (the desktop's where it names one, made to keep its contrast figures), the
 // user's font and the type scale over it, and the motion durations (zero when
 // the desktop asks for reduced motion). Spacing, radii and sizes that do not
@@ -21,6 +25,8 @@ namespace tarnwell {
 class ThemeController : public QObject
 {
     Q_OBJECT
+    QML_NAMED_ELEMENT(Theme)
+    QML_SINGLETON
     Q_PROPERTY(bool dark READ dark NOTIFY changed)
     // Backgrounds.
     Q_PROPERTY(QColor window READ window NOTIFY changed)
@@ -68,6 +74,12 @@ public:
     enum class Forced { none, light, dark };
 
     explicit ThemeController(QObject *parent = nullptr);
+
+    // Makes this controller the `Theme` of the engine's windows; call it
+    // before the engine loads its first window. The engine does not own it.
+    void provideTo(QQmlEngine &engine);
+    // The engine's `Theme`, as QML asks for it: the controller provided to it.
+    static ThemeController *create(QQmlEngine *engine, QJSEngine *scriptEngine);
 
     void setForced(Forced forced);
     void setDesktopPrefersDark(bool dark);

@@ -2,13 +2,14 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import Tarnwell.Views
+import Tarnwell.Widget
 
 // The desktop widget: the day, the task in hand with its countdown and two
 // buttons, what comes next, and the day's progress. Everything it shows comes
-// from `widget` (WidgetWindowModel); colours come from appTheme.
+// from `widget` (WidgetWindowModel); colours come from Theme.
 ThemedWindow {
     id: root
-    required property var widget
+    required property WidgetWindowModel widget
 
     title: "Tarnwell"
     flags: Qt.FramelessWindowHint | Qt.WindowStaysOnBottomHint
@@ -28,7 +29,7 @@ ThemedWindow {
         anchors.fill: parent
         color: "transparent"
         border.width: 1
-        border.color: appTheme.separator
+        border.color: Theme.separator
     }
 
     ColumnLayout {
@@ -42,7 +43,7 @@ ThemedWindow {
         Label {
             visible: root.widget.available
             text: root.widget.dayLabel
-            color: appTheme.secondaryText
+            color: Theme.secondaryText
             font.bold: true
             elide: Text.ElideRight
             Layout.fillWidth: true
@@ -52,7 +53,7 @@ ThemedWindow {
             objectName: "emptyState"
             visible: root.widget.emptyText.length > 0
             text: root.widget.emptyText
-            color: appTheme.text
+            color: Theme.text
             wrapMode: Text.Wrap
             Layout.fillWidth: true
             Layout.topMargin: root.widget.available ? 0 : 8
@@ -61,10 +62,10 @@ ThemedWindow {
 
         Rectangle {
             visible: root.widget.hasTask
-            color: appTheme.surface
+            color: Theme.surface
             radius: 8
             border.width: 1
-            border.color: appTheme.separator
+            border.color: Theme.separator
             Layout.fillWidth: true
             implicitHeight: card.implicitHeight + 20
 
@@ -76,7 +77,7 @@ ThemedWindow {
 
                 Label {
                     text: root.widget.title
-                    color: appTheme.text
+                    color: Theme.text
                     font.pixelSize: 15
                     font.bold: true
                     wrapMode: Text.Wrap
@@ -89,12 +90,12 @@ ThemedWindow {
                     spacing: 6
                     Label {
                         text: root.widget.timeText
-                        color: root.widget.overdue ? appTheme.danger : appTheme.text
+                        color: root.widget.overdue ? Theme.danger : Theme.text
                         font.pixelSize: 22
                     }
                     Label {
                         text: root.widget.timeCaption
-                        color: appTheme.secondaryText
+                        color: Theme.secondaryText
                         Layout.alignment: Qt.AlignBaseline
                     }
                 }
@@ -127,33 +128,34 @@ ThemedWindow {
         Label {
             visible: root.widget.upNext.length > 0
             text: root.widget.upNextText
-            color: appTheme.secondaryText
+            color: Theme.secondaryText
             font.pixelSize: 12
             Layout.topMargin: 2
         }
         Repeater {
             model: root.widget.upNext
             RowLayout {
+                id: upNextRow
                 required property var modelData
                 spacing: 8
                 Layout.fillWidth: true
                 Label {
-                    text: modelData.title
-                    color: appTheme.text
+                    text: upNextRow.modelData.title
+                    color: Theme.text
                     elide: Text.ElideRight
                     Layout.fillWidth: true
                 }
                 Label {
                     visible: text.length > 0
-                    text: modelData.duration
-                    color: appTheme.secondaryText
+                    text: upNextRow.modelData.duration
+                    color: Theme.secondaryText
                 }
             }
         }
 
         Rectangle {
             visible: root.widget.available
-            color: appTheme.separator
+            color: Theme.separator
             implicitHeight: 1
             Layout.fillWidth: true
             Layout.topMargin: 2
@@ -164,7 +166,7 @@ ThemedWindow {
             Layout.fillWidth: true
             Label {
                 text: root.widget.summaryLine
-                color: appTheme.secondaryText
+                color: Theme.secondaryText
                 font.pixelSize: 12
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true
@@ -172,7 +174,7 @@ ThemedWindow {
             Label {
                 visible: text.length > 0
                 text: root.widget.plannedText
-                color: appTheme.secondaryText
+                color: Theme.secondaryText
                 font.pixelSize: 12
             }
         }

@@ -6,7 +6,6 @@
 
 #include <QGuiApplication>
 #include <QQmlComponent>
-#include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -56,7 +55,7 @@ int main(int argc, char *argv[])
     QQmlEngine engine;
     // Our static QML modules (Tarnwell.Views, Tarnwell.Widget) live in the resources.
     engine.addImportPath(QStringLiteral("qrc:/"));
-    engine.rootContext()->setContextProperty(QStringLiteral("appTheme"), &theme);
+    theme.provideTo(engine);
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Tarnwell/Widget/window/WidgetWindow.qml")));
     if (!component.isReady()) {
         QTextStream(stderr) << QStringLiteral("tarnwell-widget: ") << component.errorString() << Qt::endl;
