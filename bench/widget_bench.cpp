@@ -32,8 +32,8 @@ namespace {
 struct Silent : ChimeLibrary, CompletionPresenter
 {
     std::unique_ptr<ChimePlayer> load(const QString &) override { return nullptr; }
-    void presentNextUp(const NextUpModalContext &) override {}
-    void updatePresentation() override {}
+    void presentNextUp(const NextUpModalContext &) override { }
+    void updatePresentation() override { }
 };
 
 double residentMb(qint64 pid)
@@ -84,8 +84,8 @@ double pressToSnapshotMs(const QString &dir)
         QElapsedTimer timer;
         timer.start();
         // What `tarnwell-widget --toggle` does: a temporary file, then a rename.
-        WidgetCommandStore().write(WidgetCommand::make(WidgetCommand::Action::toggleTimer,
-                                                       app.service.activeTask()->id(), QDateTime::currentDateTimeUtc()));
+        WidgetCommandStore().write(WidgetCommand::make(
+            WidgetCommand::Action::toggleTimer, app.service.activeTask()->id(), QDateTime::currentDateTimeUtc()));
         loop.exec();
         samples.push_back(double(timer.nsecsElapsed()) / 1e6);
         // Let the drain's own deletion settle before the next press.
@@ -147,7 +147,8 @@ int main(int argc, char **argv)
     const double fullUs = buildMedianUs(full);
     const double weekUs = buildMedianUs(week);
     const double emptyUs = buildMedianUs(empty);
-    std::fprintf(stderr, "snapshot build: %.1f us with ten years, %.1f us with the last week, %.1f us with today only\n",
+    std::fprintf(stderr,
+                 "snapshot build: %.1f us with ten years, %.1f us with the last week, %.1f us with today only\n",
                  fullUs, weekUs, emptyUs);
     bench::figure("widget.snapshot_build.ratio_100k", fullUs / weekUs, "x");
 
@@ -155,9 +156,9 @@ int main(int argc, char **argv)
     {
         Application store(empty);
         store.service.startTimer(store.service.activeTask());
-        WidgetSnapshotWriter writer(store.service, store.settings,
-                                    std::make_unique<WidgetSnapshotBuilder>(store.context, store.settings,
-                                                                            store.calendar, systemClock()));
+        WidgetSnapshotWriter writer(
+            store.service, store.settings,
+            std::make_unique<WidgetSnapshotBuilder>(store.context, store.settings, store.calendar, systemClock()));
         writer.refresh();
     }
     const QString dataHome = qEnvironmentVariable("XDG_DATA_HOME");

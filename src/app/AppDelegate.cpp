@@ -106,6 +106,9 @@ void AppDelegate::applicationDidFinishLaunching()
             applyLanguage();
     });
     m_ui = std::make_unique<UiEngine>(*m_theme);
+    // The popover is opened many times a day: its types stay compiled while
+    // the windows themselves are let go.
+    m_ui->setKeepEngineWhenIdle(true);
 
     // 4. The focus engine: the task in hand and its countdown; the popover's
     // owner, the quick-add window and the routines window.

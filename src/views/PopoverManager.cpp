@@ -114,6 +114,10 @@ void PopoverManager::show(const QPoint &anchor)
     QMetaObject::invokeMethod(m_window, "focusAddField");
     if (!wasVisible) {
         qCInfo(lcMenuBar).noquote() << QStringLiteral("Popover shown");
+        // The moment the user sees it: its first frame on screen.
+        connect(
+            m_window, &QQuickWindow::frameSwapped, this,
+            [] { qCInfo(lcMenuBar).noquote() << QStringLiteral("Popover drawn"); }, Qt::SingleShotConnection);
         Q_EMIT shown();
     }
 }

@@ -105,7 +105,10 @@ void UiEngine::releaseIfIdle()
         QObject::disconnect(window.data(), nullptr, nullptr, nullptr);
         delete window.data();
     }
-    m_engine.reset();
+    if (!m_keepEngine)
+        m_engine.reset();
+    else if (m_engine)
+        m_engine->collectGarbage();
     malloc_trim(0);
     qCInfo(lcServices).noquote() << QStringLiteral("Let the idle windows go");
     Q_EMIT released();

@@ -21,7 +21,8 @@ class ThemeController;
 // The one QML engine of the process, made when the first window is needed
 // (so that a start without windows does not pay for it), and let go again,
 // with the windows it made, once every window has been hidden for a while:
-// the program mostly idles in the tray. Owners hold their windows in
+// the program mostly idles in the tray (the engine itself may be kept, see
+// setKeepEngineWhenIdle). Owners hold their windows in
 // QPointers and make them again when next shown.
 class UiEngine : public QObject
 {
@@ -35,6 +36,10 @@ public:
     // Creates a window from a file of the Tarnwell.Views module with the
     // given context objects; the caller owns the window.
     QQuickWindow *createWindow(const QString &file, const QVariantMap &properties = {});
+    // Keeps the engine, with the types it has loaded, when the idle windows
+    // are let go: the popover, opened many times a day, is then built again
+    // from compiled types instead of from nothing.
+    void setKeepEngineWhenIdle(bool keep) { m_keepEngine = keep; }
     // Re-reads every translated text of the open windows.
     void retranslate();
 
@@ -52,6 +57,7 @@ private:
     ThemeController &m_theme;
     std::unique_ptr<QQmlEngine> m_engine;
     QList<QPointer<QWindow>> m_windows; // QWindow: they may be mid-destruction when they report
+    bool m_keepEngine = false;
     QTimer m_idle;
 };
 

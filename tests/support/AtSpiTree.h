@@ -9,6 +9,7 @@
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QList>
+#include <QRect>
 #include <QStringList>
 
 #include <functional>
@@ -21,6 +22,7 @@ struct AtSpiNode
     bool showing = false; // on screen: the item and all its ancestors visible (else no children read)
     bool focused = false; // holds the keyboard focus
     QString text; // what a text field holds
+    QRect extents; // where a push button is on screen
     QList<AtSpiNode> children;
 
     // Depth first: every node below and including this one for which `pick` holds.
@@ -165,6 +167,18 @@ private:
                          .arguments()
                          .value(0)
                          .toString();
+        if (n.role == QLatin1String("push button")) {
+            const QDBusArgument box =
+                call(ref, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"), {0u})
+                    .arguments()
+                    .value(0)
+                    .value<QDBusArgument>();
+            int x = 0, y = 0, w = 0, h = 0;
+            box.beginStructure();
+            box >> x >> y >> w >> h;
+            box.endStructure();
+            n.extents = QRect(x, y, w, h);
+        }
         // An item of a hidden window is not on screen either.
         n.showing = parentShowing && (isApplication || (!state.isEmpty() && (state.first() & (1u << showingBit))));
         if (n.showing && depth < 64) {

@@ -8,13 +8,9 @@
 #include "persistence/TaskRepository.h"
 #include "settings/AppSettingsStore.h"
 #include "support/AppProcess.h"
+#include "support/AtSpiTree.h"
 #include "views/ThemeController.h"
 
-#include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusObjectPath>
-#include <QDBusVariant>
 #include <QDir>
 #include <QGuiApplication>
 #include <QImage>
@@ -28,115 +24,20 @@ namespace {
 
 constexpr int patience = 30000;
 
-// The widget's window as a screen reader reads it: the names on screen, and
-// where a button is, over the accessibility bus.
-class ScreenReader
+// What a screen reader finds of the widget: the names on screen, and where a
+// button is.
+QStringList names(qint64 pid)
 {
-public:
-    ScreenReader()
-    {
-        const QDBusMessage reply = QDBusConnection::sessionBus().call(
-            QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-                                           QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress")));
-        m_bus = QDBusConnection::connectToBus(reply.arguments().value(0).toString(), QStringLiteral("reader"));
-    }
-    ~ScreenReader() { QDBusConnection::disconnectFromBus(QStringLiteral("reader")); }
+    return AtSpiTree().application(pid).shownNames();
+}
 
-    struct Node
-    {
-        QString service, path, role, name;
-    };
-
-    // Every node of the program with process id `pid`.
-    QList<Node> nodes(qint64 pid)
-    {
-        QList<Node> out;
-        for (const Node &app : children({QStringLiteral("org.a11y.atspi.Registry"),
-                                         QStringLiteral("/org/a11y/atspi/accessible/root"),
-                                         {},
-                                         {}})) {
-            const QDBusMessage owner =
-                m_bus.call(QDBusMessage::createMethodCall(
-                               QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                               QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetConnectionUnixProcessID"))
-                           << app.service);
-            if (owner.arguments().value(0).toLongLong() == pid)
-                walk(app, 0, out);
-        }
-        return out;
-    }
-    QStringList names(qint64 pid)
-    {
-        QStringList out;
-        for (const Node &n : nodes(pid))
-            out << n.name;
-        return out;
-    }
-    // The button's rectangle on screen, or an empty one.
-    QRect button(qint64 pid, const QString &name)
-    {
-        for (const Node &n : nodes(pid)) {
-            if (n.role != QLatin1String("push button") || n.name != name)
-                continue;
-            const QDBusMessage reply =
-                call(n, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GetExtents"), {0u});
-            const QDBusArgument arg = reply.arguments().value(0).value<QDBusArgument>();
-            int x = 0, y = 0, w = 0, h = 0;
-            arg.beginStructure();
-            arg >> x >> y >> w >> h;
-            arg.endStructure();
-            return QRect(x, y, w, h);
-        }
-        return {};
-    }
-
-private:
-    QDBusMessage call(const Node &n, const QString &interface, const QString &method, const QVariantList &args = {})
-    {
-        QDBusMessage m = QDBusMessage::createMethodCall(n.service, n.path, interface, method);
-        m.setArguments(args);
-        return m_bus.call(m, QDBus::Block, 10000);
-    }
-    QList<Node> children(const Node &n)
-    {
-        QList<Node> out;
-        const QDBusMessage reply = call(n, QStringLiteral("org.a11y.atspi.Accessible"), QStringLiteral("GetChildren"));
-        if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-            return out;
-        const QDBusArgument arg = reply.arguments().first().value<QDBusArgument>();
-        arg.beginArray();
-        while (!arg.atEnd()) {
-            QString service;
-            QDBusObjectPath path;
-            arg.beginStructure();
-            arg >> service >> path;
-            arg.endStructure();
-            out.append({service, path.path(), {}, {}});
-        }
-        arg.endArray();
-        return out;
-    }
-    void walk(Node n, int depth, QList<Node> &out)
-    {
-        n.role = call(n, QStringLiteral("org.a11y.atspi.Accessible"), QStringLiteral("GetRoleName"))
-                     .arguments()
-                     .value(0)
-                     .toString();
-        n.name = call(n, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
-                      {QStringLiteral("org.a11y.atspi.Accessible"), QStringLiteral("Name")})
-                     .arguments()
-                     .value(0)
-                     .value<QDBusVariant>()
-                     .variant()
-                     .toString();
-        out << n;
-        if (depth < 40) {
-            for (const Node &child : children(n))
-                walk(child, depth + 1, out);
-        }
-    }
-    QDBusConnection m_bus{QString()};
-};
+QRect button(qint64 pid, const QString &name)
+{
+    const AtSpiNode widget = AtSpiTree().application(pid);
+    const AtSpiNode *found =
+        widget.shown([&](const AtSpiNode &n) { return n.role == QLatin1String("push button") && n.name == name; });
+    return found ? found->extents : QRect();
+}
 
 QRect windowGeometry()
 {
@@ -234,31 +135,27 @@ private Q_SLOTS:
         widget.setProcessEnvironment(env);
         widget.setProcessChannelMode(QProcess::ForwardedChannels);
         widget.start(QStringLiteral(TARNWELL_WIDGET_BINARY), {QStringLiteral("--position"), QStringLiteral("40,40")});
-        ScreenReader reader;
-        QTRY_VERIFY_WITH_TIMEOUT(reader.names(widget.processId()).contains(QStringLiteral("Draft the offer")),
-                                 patience);
-        QVERIFY(reader.names(widget.processId()).contains(QStringLiteral("Call the printer")));
+        QTRY_VERIFY_WITH_TIMEOUT(names(widget.processId()).contains(QStringLiteral("Draft the offer")), patience);
+        QVERIFY(names(widget.processId()).contains(QStringLiteral("Call the printer")));
         const QImage light = capture(false);
         QVERIFY2(!light.isNull(), "the widget is not drawn in the light palette");
         save(light, QStringLiteral("widget-light-en.png"));
 
         // A click on the button, where it is on screen.
         QRect done;
-        QTRY_VERIFY_WITH_TIMEOUT((done = reader.button(widget.processId(), QStringLiteral("Done"))).isValid(),
-                                 patience);
+        QTRY_VERIFY_WITH_TIMEOUT((done = button(widget.processId(), QStringLiteral("Done"))).isValid(), patience);
         QCOMPARE(QProcess::execute(QStringLiteral("xdotool"),
                                    {QStringLiteral("mousemove"), QString::number(done.center().x()),
                                     QString::number(done.center().y()), QStringLiteral("click"), QStringLiteral("1")}),
                  0);
         QVERIFY2(app->waitFor(QStringLiteral("Applied complete from the widget"), patience), qPrintable(app->log()));
-        QTRY_VERIFY_WITH_TIMEOUT(!reader.names(widget.processId()).contains(QStringLiteral("Draft the offer")),
-                                 patience);
-        QVERIFY(reader.names(widget.processId()).contains(QStringLiteral("Call the printer")));
+        QTRY_VERIFY_WITH_TIMEOUT(!names(widget.processId()).contains(QStringLiteral("Draft the offer")), patience);
+        QVERIFY(names(widget.processId()).contains(QStringLiteral("Call the printer")));
 
         // The application goes: the widget shows its empty state.
         app->terminate();
         QVERIFY(app->finish());
-        QTRY_VERIFY_WITH_TIMEOUT(reader.names(widget.processId()).contains(QStringLiteral("Tarnwell is not running")),
+        QTRY_VERIFY_WITH_TIMEOUT(names(widget.processId()).contains(QStringLiteral("Tarnwell is not running")),
                                  patience);
         {
             PersistenceController store(home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite"));
@@ -274,7 +171,7 @@ private Q_SLOTS:
         seed(home, TarnwellAppearance::dark, TarnwellLanguageOption::german, false);
         app = std::make_unique<AppProcess>(home);
         QVERIFY2(app->waitFor(QStringLiteral("Interface installed"), patience), qPrintable(app->log()));
-        QTRY_VERIFY_WITH_TIMEOUT(reader.names(widget.processId()).contains(QStringLiteral("Erledigt")), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(names(widget.processId()).contains(QStringLiteral("Erledigt")), patience);
         const QImage dark = capture(true);
         QVERIFY2(!dark.isNull(), "the widget is not drawn in the dark palette");
         save(dark, QStringLiteral("widget-dark-de.png"));

@@ -1,13 +1,13 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
-import Tarnwell.Views
 import Tarnwell.Widget
 
 // The desktop widget: the day, the task in hand with its countdown and two
 // buttons, what comes next, and the day's progress. Everything it shows comes
-// from `widget` (WidgetWindowModel); colours come from Theme.
-ThemedWindow {
+// from `widget` (WidgetWindowModel); colours come from Theme. It is built
+// on plain Qt Quick (no Qt Quick Controls): it stays on the desktop all day,
+// so it keeps its memory small.
+Window {
     id: root
     required property WidgetWindowModel widget
 
@@ -18,6 +18,7 @@ ThemedWindow {
     minimumWidth: width
     maximumWidth: width
     visible: false
+    color: Theme.window
 
     // Drag anywhere to move the window.
     DragHandler {
@@ -40,7 +41,7 @@ ThemedWindow {
         anchors.margins: 12
         spacing: 8
 
-        Label {
+        WidgetText {
             visible: root.widget.available
             text: root.widget.dayLabel
             color: Theme.secondaryText
@@ -49,7 +50,7 @@ ThemedWindow {
             Layout.fillWidth: true
         }
 
-        Label {
+        WidgetText {
             objectName: "emptyState"
             visible: root.widget.emptyText.length > 0
             text: root.widget.emptyText
@@ -75,7 +76,7 @@ ThemedWindow {
                 anchors.margins: 10
                 spacing: 6
 
-                Label {
+                WidgetText {
                     text: root.widget.title
                     color: Theme.text
                     font.pixelSize: 15
@@ -88,34 +89,42 @@ ThemedWindow {
                 RowLayout {
                     visible: root.widget.timeText.length > 0
                     spacing: 6
-                    Label {
+                    WidgetText {
                         text: root.widget.timeText
                         color: root.widget.overdue ? Theme.danger : Theme.text
                         font.pixelSize: 22
                     }
-                    Label {
+                    WidgetText {
                         text: root.widget.timeCaption
                         color: Theme.secondaryText
                         Layout.alignment: Qt.AlignBaseline
                     }
                 }
-                ProgressLine {
+                // The share of the plan used; in the danger colour when overdue.
+                Rectangle {
                     visible: root.widget.hasPlan
                     Layout.fillWidth: true
-                    value: root.widget.progress
-                    overdue: root.widget.overdue
+                    implicitHeight: 6
+                    radius: 3
+                    color: Theme.pressed
+                    Rectangle {
+                        width: Math.min(1, Math.max(0, root.widget.progress)) * parent.width
+                        height: parent.height
+                        radius: 3
+                        color: root.widget.overdue ? Theme.danger : Theme.accent
+                    }
                 }
                 RowLayout {
                     spacing: 8
                     Layout.topMargin: 2
-                    ActionButton {
+                    WidgetButton {
                         objectName: "timerButton"
                         text: root.widget.toggleText
                         kind: root.widget.running ? "secondary" : "primary"
                         iconName: root.widget.running ? "pause" : "play"
                         onClicked: root.widget.toggleTimer()
                     }
-                    ActionButton {
+                    WidgetButton {
                         objectName: "doneButton"
                         iconName: "done"
                         text: root.widget.doneText
@@ -125,7 +134,7 @@ ThemedWindow {
             }
         }
 
-        Label {
+        WidgetText {
             visible: root.widget.upNext.length > 0
             text: root.widget.upNextText
             color: Theme.secondaryText
@@ -139,13 +148,13 @@ ThemedWindow {
                 required property var modelData
                 spacing: 8
                 Layout.fillWidth: true
-                Label {
+                WidgetText {
                     text: upNextRow.modelData.title
                     color: Theme.text
                     elide: Text.ElideRight
                     Layout.fillWidth: true
                 }
-                Label {
+                WidgetText {
                     visible: text.length > 0
                     text: upNextRow.modelData.duration
                     color: Theme.secondaryText
@@ -164,14 +173,14 @@ ThemedWindow {
             visible: root.widget.available
             spacing: 8
             Layout.fillWidth: true
-            Label {
+            WidgetText {
                 text: root.widget.summaryLine
                 color: Theme.secondaryText
                 font.pixelSize: 12
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true
             }
-            Label {
+            WidgetText {
                 visible: text.length > 0
                 text: root.widget.plannedText
                 color: Theme.secondaryText

@@ -7,27 +7,20 @@
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTextStream>
 #include <QTimer>
-#include <QtQml/QQmlExtensionPlugin>
 
 #include <malloc.h>
-
-Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
 
 using namespace tarnwell;
 using namespace tarnwell::widgetapp;
 
 int main(int argc, char *argv[])
 {
-    // A small, mostly still window: drawn in software, with the plainest
-    // controls style (our palette does the rest), as the agent's windows are.
+    // A small, mostly still window: drawn in software, as the agent's windows are.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_STYLE"))
-        QQuickStyle::setStyle(QStringLiteral("Basic"));
     QGuiApplication app(argc, argv);
     // The window class: what window-manager rules match.
     QGuiApplication::setApplicationName(QStringLiteral("tarnwell-widget"));
@@ -53,7 +46,7 @@ int main(int argc, char *argv[])
     ThemeController theme;
     WidgetWindowModel model(theme, translations);
     QQmlEngine engine;
-    // Our static QML modules (Tarnwell.Views, Tarnwell.Widget) live in the resources.
+    // Our QML module (Tarnwell.Widget) lives in the resources.
     engine.addImportPath(QStringLiteral("qrc:/"));
     theme.provideTo(engine);
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Tarnwell/Widget/window/WidgetWindow.qml")));
