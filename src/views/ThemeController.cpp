@@ -53,7 +53,7 @@ void ThemeController::provideTo(QQmlEngine &engine)
     engine.setProperty(engineThemeProperty, QVariant::fromValue<QObject *>(this));
 }
 
-ThemeController *ThemeController::create(QQmlEngine *engine, QJSEngine *scriptEngine)
+ThemeController *ThemeSingleton::create(QQmlEngine *engine, QJSEngine *scriptEngine)
 {
     Q_UNUSED(scriptEngine)
     auto *theme = qobject_cast<ThemeController *>(engine->property(engineThemeProperty).value<QObject *>());

@@ -3,7 +3,7 @@
 #include <QColor>
 #include <QFont>
 #include <QObject>
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 #include <optional>
 
@@ -25,8 +25,6 @@ namespace tarnwell {
 class ThemeController : public QObject
 {
     Q_OBJECT
-    QML_NAMED_ELEMENT(Theme)
-    QML_SINGLETON
     Q_PROPERTY(bool dark READ dark NOTIFY changed)
     // Backgrounds.
     Q_PROPERTY(QColor window READ window NOTIFY changed)
@@ -78,8 +76,6 @@ public:
     // Makes this controller the `Theme` of the engine's windows; call it
     // before the engine loads its first window. The engine does not own it.
     void provideTo(QQmlEngine &engine);
-    // The engine's `Theme`, as QML asks for it: the controller provided to it.
-    static ThemeController *create(QQmlEngine *engine, QJSEngine *scriptEngine);
 
     void setForced(Forced forced);
     void setDesktopPrefersDark(bool dark);
@@ -147,6 +143,18 @@ private:
     bool m_reducedMotion = false;
     QFont m_font;
     Accent m_accent;
+};
+
+// The singleton `Theme` of the windows: the engine's ThemeController (given to
+// it with provideTo), never one QML makes of its own.
+struct ThemeSingleton
+{
+    Q_GADGET
+    QML_FOREIGN(tarnwell::ThemeController)
+    QML_NAMED_ELEMENT(Theme)
+    QML_SINGLETON
+public:
+    static ThemeController *create(QQmlEngine *engine, QJSEngine *scriptEngine);
 };
 
 } // namespace tarnwell

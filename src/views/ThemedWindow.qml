@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Tarnwell.Views
 
 // Every window of the product: the window colour and the user's font; the
 // few stock pieces our components still use (tooltips) take the palette.
