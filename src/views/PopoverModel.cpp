@@ -21,7 +21,6 @@
 #include "settings/AppSettingsStore.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace tarnwell {
 
@@ -426,8 +425,8 @@ void PopoverModel::moveOverflowToTomorrow()
         placements.append(repository.placement(t));
     // Each lands at the head of tomorrow: moving the last first keeps their order.
     const bool moved = attempt([&] {
-        for (Task *task : std::views::reverse(moving))
-            repository.moveToNextDay(task);
+        for (qsizetype i = moving.size() - 1; i >= 0; --i)
+            repository.moveToNextDay(moving.at(i));
     });
     if (!moved)
         return;
