@@ -16,6 +16,7 @@ packages=(
   xvfb dbus xdotool sqlite3 libsqlite3-dev at-spi2-core
   sway grim qt6-wayland
   clang libclang-rt-14-dev
+  clang-format clang-tidy qt6-declarative-dev-tools qml6-module-qtqml qml6-module-qtqml-models
   desktop-file-utils appstream xdg-utils librsvg2-bin lintian fakeroot dpkg-dev
 )
 

@@ -21,26 +21,26 @@ T.Button {
 
     readonly property color fillColor: {
         if (!enabled)
-            return kind === "flat" ? "transparent" : appTheme.hover
+            return kind === "flat" ? "transparent" : Theme.hover
         if (accented)
-            return down ? appTheme.accentPressed : hovered ? appTheme.accentHover : appTheme.accent
+            return down ? Theme.accentPressed : hovered ? Theme.accentHover : Theme.accent
         if (dangerous)
-            return down ? Qt.darker(appTheme.danger, appTheme.dark ? 0.84 : 1.2)
-                 : hovered ? Qt.darker(appTheme.danger, appTheme.dark ? 0.92 : 1.1) : appTheme.danger
+            return down ? Qt.darker(Theme.danger, Theme.dark ? 0.84 : 1.2)
+                 : hovered ? Qt.darker(Theme.danger, Theme.dark ? 0.92 : 1.1) : Theme.danger
         if (down)
-            return appTheme.pressed
+            return Theme.pressed
         if (hovered)
-            return appTheme.hover
-        return kind === "flat" ? "transparent" : appTheme.surface
+            return Theme.hover
+        return kind === "flat" ? "transparent" : Theme.surface
     }
-    readonly property color foreground: !enabled ? appTheme.secondaryText
-                                        : accented ? appTheme.onAccent
-                                        : dangerous ? appTheme.onDanger : appTheme.text
+    readonly property color foreground: !enabled ? Theme.secondaryText
+                                        : accented ? Theme.onAccent
+                                        : dangerous ? Theme.onDanger : Theme.text
 
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
-    font.family: appTheme.fontFamily
-    font.pixelSize: appTheme.bodySize
+    font.family: Theme.fontFamily
+    font.pixelSize: Theme.bodySize
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()
     ToolTip.visible: hovered && hint.length > 0
@@ -54,6 +54,8 @@ T.Button {
     implicitWidth: Math.max(iconOnly ? Tokens.controlHeight : 56, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(Tokens.controlHeight, implicitContentHeight + topPadding + bottomPadding)
 
+    // Our own template, not a style to override: the content is made with the button (its parts' sizes are the button's).
+    // qmllint disable deferred-property-id
     contentItem: Item {
         // From the parts' own sizes, so that the text can be cut to the
         // width the button gets without deciding that width.
@@ -87,6 +89,7 @@ T.Button {
             }
         }
     }
+    // qmllint enable deferred-property-id
 
     background: Rectangle {
         implicitWidth: control.iconOnly ? Tokens.controlHeight : 56
@@ -94,7 +97,7 @@ T.Button {
         radius: Tokens.radiusS
         color: control.fillColor
         border.width: control.kind === "secondary" && !control.accented && control.enabled ? 1 : 0
-        border.color: appTheme.border
+        border.color: Theme.border
         FocusRing {
             visible: control.visualFocus
             cornerRadius: parent.radius

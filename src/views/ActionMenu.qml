@@ -28,24 +28,24 @@ T.Menu {
         implicitWidth: 200
         implicitHeight: 40
         radius: Tokens.radiusM
-        color: appTheme.surface
+        color: Theme.surface
         border.width: 1
-        border.color: appTheme.separator
+        border.color: Theme.separator
         Rectangle {
             z: -1
             anchors.fill: parent
             anchors.topMargin: 2
             anchors.bottomMargin: -3
             radius: parent.radius + 1
-            color: appTheme.shadow
+            color: Theme.shadow
             opacity: 0.5
         }
     }
 
     enter: Transition {
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: appTheme.motionShort }
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.motionShort }
     }
     exit: Transition {
-        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: appTheme.motionShort }
+        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.motionShort }
     }
 }

@@ -18,11 +18,11 @@ T.MenuItem {
     padding: 6
     leftPadding: Tokens.spaceS
     rightPadding: Tokens.spaceM
-    font.family: appTheme.fontFamily
-    font.pixelSize: appTheme.bodySize
+    font.family: Theme.fontFamily
+    font.pixelSize: Theme.bodySize
     Accessible.name: text
 
-    readonly property color foreground: !enabled ? appTheme.secondaryText : danger ? appTheme.dangerText : appTheme.text
+    readonly property color foreground: !enabled ? Theme.secondaryText : danger ? Theme.dangerText : Theme.text
 
     contentItem: Row {
         spacing: Tokens.spaceS
@@ -53,8 +53,8 @@ T.MenuItem {
         implicitHeight: Tokens.controlHeight
         radius: Tokens.radiusS
         color: !control.enabled ? "transparent"
-             : control.down ? appTheme.pressed
-             : control.highlighted || control.hovered ? appTheme.accentSoft : "transparent"
+             : control.down ? Theme.pressed
+             : control.highlighted || control.hovered ? Theme.accentSoft : "transparent"
         FocusRing {
             visible: control.visualFocus
             // Inside the row: a list clips what lies outside it.

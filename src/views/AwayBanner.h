@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QtQml/qqmlregistration.h>
 
 namespace tarnwell {
 
@@ -14,6 +15,8 @@ class IdleMonitor;
 class AwayBanner : public QObject
 {
     Q_OBJECT
+    QML_NAMED_ELEMENT(AwayBannerModel)
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool gapVisible READ gapVisible NOTIFY changed)
     Q_PROPERTY(QString promptText READ promptText NOTIFY changed)
     Q_PROPERTY(bool autoPausedVisible READ autoPausedVisible NOTIFY changed)

@@ -6,7 +6,7 @@ import Tarnwell.Views
 Banner {
     id: banner
     objectName: "awayBanner"
-    property QtObject model: null
+    property AwayBannerModel model: null
 
     visible: model !== null && (model.gapVisible || model.autoPausedVisible)
     iconName: banner.model && banner.model.gapVisible ? "pause" : "play"

@@ -13,9 +13,9 @@ Rectangle {
 
     implicitHeight: column.implicitHeight + 2 * Tokens.spaceM
     radius: Tokens.radiusM
-    color: appTheme.accentSoft
+    color: Theme.accentSoft
     border.width: 1
-    border.color: Qt.rgba(appTheme.accent.r, appTheme.accent.g, appTheme.accent.b, 0.45)
+    border.color: Qt.rgba(Theme.accent.r, Theme.accent.g, Theme.accent.b, 0.45)
     Accessible.role: Accessible.Grouping
     Accessible.name: text
 
@@ -31,7 +31,7 @@ Rectangle {
                 objectName: "glyph"
                 visible: banner.iconName.length > 0
                 name: banner.iconName
-                color: appTheme.accentText
+                color: Theme.accentText
                 Layout.preferredWidth: Tokens.iconSize
                 Layout.preferredHeight: Tokens.iconSize
                 Layout.alignment: Qt.AlignTop

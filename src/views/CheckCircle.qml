@@ -22,16 +22,16 @@ T.CheckBox {
         radius: width / 2
         color: {
             if (control.checked)
-                return !control.enabled ? appTheme.secondaryText
-                     : control.down ? appTheme.accentPressed
-                     : control.hovered ? appTheme.accentHover : appTheme.accent
+                return !control.enabled ? Theme.secondaryText
+                     : control.down ? Theme.accentPressed
+                     : control.hovered ? Theme.accentHover : Theme.accent
             if (!control.enabled)
                 return "transparent"
-            return control.down ? appTheme.pressed : control.hovered ? appTheme.hover : "transparent"
+            return control.down ? Theme.pressed : control.hovered ? Theme.hover : "transparent"
         }
         border.width: control.checked ? 0 : 2
-        border.color: control.enabled && control.hovered ? appTheme.accentText
-                      : control.enabled ? appTheme.border : appTheme.separator
+        border.color: control.enabled && control.hovered ? Theme.accentText
+                      : control.enabled ? Theme.border : Theme.separator
 
         Icon {
             objectName: "glyph"
@@ -39,11 +39,11 @@ T.CheckBox {
             width: Tokens.iconSmall
             height: Tokens.iconSmall
             name: "done"
-            color: control.enabled ? appTheme.onAccent : appTheme.window
+            color: control.enabled ? Theme.onAccent : Theme.window
             opacity: control.checked ? 1 : 0
             scale: control.checked ? 1 : 0.6
-            Behavior on opacity { NumberAnimation { duration: appTheme.motionShort } }
-            Behavior on scale { NumberAnimation { duration: appTheme.motionShort; easing.type: Easing.OutBack } }
+            Behavior on opacity { NumberAnimation { duration: Theme.motionShort } }
+            Behavior on scale { NumberAnimation { duration: Theme.motionShort; easing.type: Easing.OutBack } }
         }
         FocusRing {
             visible: control.visualFocus

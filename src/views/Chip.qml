@@ -9,13 +9,13 @@ Rectangle {
     property string text
     property string tone: "accent"
     property string iconName: ""
-    readonly property color foreground: tone === "danger" ? appTheme.dangerText
-                                        : tone === "neutral" ? appTheme.text : appTheme.accentText
+    readonly property color foreground: tone === "danger" ? Theme.dangerText
+                                        : tone === "neutral" ? Theme.text : Theme.accentText
 
     implicitWidth: row.implicitWidth + 2 * Tokens.spaceS
     implicitHeight: Math.max(24, label.implicitHeight + 6)
     radius: height / 2
-    color: tone === "danger" ? appTheme.dangerSoft : tone === "neutral" ? appTheme.hover : appTheme.accentSoft
+    color: tone === "danger" ? Theme.dangerSoft : tone === "neutral" ? Theme.hover : Theme.accentSoft
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
@@ -38,8 +38,8 @@ Rectangle {
             width: Math.min(implicitWidth, 180)
             text: chip.text
             color: chip.foreground
-            font.family: appTheme.fontFamily
-            font.pixelSize: appTheme.smallSize
+            font.family: Theme.fontFamily
+            font.pixelSize: Theme.smallSize
             font.weight: Font.DemiBold
             elide: Text.ElideRight
             anchors.verticalCenter: parent.verticalCenter

@@ -11,5 +11,5 @@ Rectangle {
     radius: cornerRadius + Tokens.ringGap + Tokens.ringWidth
     color: "transparent"
     border.width: Tokens.ringWidth
-    border.color: appTheme.focusRing
+    border.color: Theme.focusRing
 }

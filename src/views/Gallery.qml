@@ -44,6 +44,8 @@ ThemedWindow {
             }
         }
 
+        // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+        // qmllint disable unqualified
         Repeater {
             model: ["primary", "secondary", "flat", "danger"]
             RowLayout {
@@ -70,6 +72,7 @@ ThemedWindow {
                 }
             }
         }
+        // qmllint enable unqualified
 
         RowLayout {
             spacing: 0
@@ -147,7 +150,7 @@ ThemedWindow {
                     look: modelData
                     IconButton {
                         objectName: "icon." + iconCell.look
-                        visible: ["normal", "hover", "pressed", "focused", "disabled"].indexOf(parent.look) >= 0
+                        visible: iconCell.look !== "checked"
                         anchors.verticalCenter: parent.verticalCenter
                         iconName: "next"
                         hint: "Next day"
@@ -188,7 +191,7 @@ ThemedWindow {
                     look: modelData
                     InputField {
                         objectName: "field." + fieldCell.look
-                        visible: ["normal", "hover", "pressed", "focused", "disabled"].indexOf(parent.look) >= 0
+                        visible: fieldCell.look !== "checked"
                         anchors.verticalCenter: parent.verticalCenter
                         width: 124
                         placeholderText: "Add a task"
@@ -209,7 +212,7 @@ ThemedWindow {
                     look: modelData
                     SelectBox {
                         objectName: "select." + selectCell.look
-                        visible: ["normal", "hover", "focused", "disabled"].indexOf(parent.look) >= 0
+                        visible: selectCell.look !== "pressed" && selectCell.look !== "checked"
                         anchors.verticalCenter: parent.verticalCenter
                         width: 124
                         model: ["Weekdays", "Never"]
@@ -230,7 +233,7 @@ ThemedWindow {
                     look: modelData
                     ListRow {
                         objectName: "row." + rowCell.look
-                        visible: ["normal", "hover", "pressed", "focused", "checked"].indexOf(parent.look) >= 0
+                        visible: rowCell.look !== "disabled"
                         anchors.verticalCenter: parent.verticalCenter
                         width: 128
                         implicitHeight: 36
@@ -242,7 +245,7 @@ ThemedWindow {
                             Icon {
                                 objectName: "glyph"
                                 name: "urgent"
-                                color: appTheme.dangerText
+                                color: Theme.dangerText
                                 Layout.preferredWidth: 16
                                 Layout.preferredHeight: 16
                             }
@@ -268,8 +271,8 @@ ThemedWindow {
                         width: 132
                         height: 40
                         radius: Tokens.radiusM
-                        color: appTheme.surface
-                        border.color: appTheme.separator
+                        color: Theme.surface
+                        border.color: Theme.separator
                         ActionMenuItem {
                             objectName: "menuItem." + menuCell.look
                             visible: menuCell.look !== "checked"
@@ -356,7 +359,7 @@ ThemedWindow {
                             required property string modelData
                             objectName: "icon-" + modelData
                             name: modelData
-                            color: appTheme.text
+                            color: Theme.text
                             width: 20
                             height: 20
                         }

@@ -14,13 +14,13 @@ T.TextField {
     padding: 6
     leftPadding: 10
     rightPadding: 10
-    color: enabled ? appTheme.text : appTheme.secondaryText
-    selectionColor: appTheme.accent
-    selectedTextColor: appTheme.onAccent
-    placeholderTextColor: appTheme.secondaryText
+    color: enabled ? Theme.text : Theme.secondaryText
+    selectionColor: Theme.accent
+    selectedTextColor: Theme.onAccent
+    placeholderTextColor: Theme.secondaryText
     verticalAlignment: TextInput.AlignVCenter
-    font.family: appTheme.fontFamily
-    font.pixelSize: appTheme.bodySize
+    font.family: Theme.fontFamily
+    font.pixelSize: Theme.bodySize
     Accessible.name: placeholderText
 
     Text {
@@ -42,11 +42,11 @@ T.TextField {
         implicitWidth: 160
         implicitHeight: Tokens.controlHeight
         radius: Tokens.radiusS
-        color: control.enabled ? appTheme.surface : appTheme.hover
+        color: control.enabled ? Theme.surface : Theme.hover
         border.width: 1
-        border.color: control.activeFocus ? appTheme.focusRing
-                    : control.enabled && control.hovered ? appTheme.secondaryText
-                    : control.enabled ? appTheme.border : appTheme.separator
+        border.color: control.activeFocus ? Theme.focusRing
+                    : control.enabled && control.hovered ? Theme.secondaryText
+                    : control.enabled ? Theme.border : Theme.separator
         FocusRing {
             visible: control.activeFocus
             cornerRadius: parent.radius

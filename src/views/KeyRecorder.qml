@@ -21,8 +21,8 @@ T.Button {
     padding: 6
     leftPadding: 10
     rightPadding: 10
-    font.family: appTheme.fontFamily
-    font.pixelSize: appTheme.bodySize
+    font.family: Theme.fontFamily
+    font.pixelSize: Theme.bodySize
     implicitWidth: Math.max(180, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(Tokens.controlHeight, implicitContentHeight + topPadding + bottomPadding)
     Accessible.role: Accessible.Button
@@ -58,7 +58,7 @@ T.Button {
         objectName: "text"
         text: control.recording ? control.waitingText : control.keysText
         font: control.font
-        color: control.recording ? appTheme.accentText : control.enabled ? appTheme.text : appTheme.secondaryText
+        color: control.recording ? Theme.accentText : control.enabled ? Theme.text : Theme.secondaryText
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
     }
@@ -67,12 +67,12 @@ T.Button {
         implicitWidth: 180
         implicitHeight: Tokens.controlHeight
         radius: Tokens.radiusS
-        color: control.recording ? appTheme.accentSoft
-             : !control.enabled ? appTheme.hover
-             : control.down ? appTheme.pressed
-             : control.hovered ? appTheme.hover : appTheme.surface
+        color: control.recording ? Theme.accentSoft
+             : !control.enabled ? Theme.hover
+             : control.down ? Theme.pressed
+             : control.hovered ? Theme.hover : Theme.surface
         border.width: control.recording ? 2 : 1
-        border.color: control.recording ? appTheme.focusRing : control.enabled ? appTheme.border : appTheme.separator
+        border.color: control.recording ? Theme.focusRing : control.enabled ? Theme.border : Theme.separator
         Icon {
             objectName: "glyph"
             anchors.right: parent.right
@@ -81,7 +81,7 @@ T.Button {
             width: Tokens.iconSmall
             height: Tokens.iconSmall
             name: "keyboard"
-            color: control.recording ? appTheme.accentText : appTheme.secondaryText
+            color: control.recording ? Theme.accentText : Theme.secondaryText
         }
         FocusRing {
             visible: control.visualFocus && !control.recording

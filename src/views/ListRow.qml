@@ -26,9 +26,9 @@ Item {
         objectName: "rowBackground"
         anchors.fill: parent
         radius: Tokens.radiusS
-        color: row.pressed ? appTheme.pressed
-             : row.selected ? appTheme.accentSoft
-             : row.hovered ? appTheme.hover : "transparent"
+        color: row.pressed ? Theme.pressed
+             : row.selected ? Theme.accentSoft
+             : row.hovered ? Theme.hover : "transparent"
         FocusRing {
             visible: row.current
             // Inside the row: a list clips what lies outside it.

@@ -9,6 +9,6 @@ T.MenuSeparator {
     implicitWidth: 180
     contentItem: Rectangle {
         implicitHeight: 1
-        color: appTheme.separator
+        color: Theme.separator
     }
 }

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QtQml/qqmlregistration.h>
 
 class QQuickWindow;
 
@@ -16,6 +17,8 @@ class UiEngine;
 class OnboardingCoordinator : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
 public:
     OnboardingCoordinator(AppSettingsStore &settings, UiEngine &ui, QObject *parent = nullptr);
     ~OnboardingCoordinator() override;

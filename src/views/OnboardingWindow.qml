@@ -6,7 +6,7 @@ import Tarnwell.Views
 // First-run pages: the task in hand, quick add, adding from anywhere, the tray.
 ThemedWindow {
     id: root
-    required property QtObject coordinator
+    required property OnboardingCoordinator coordinator
     property int page: 0
     readonly property int pageCount: 4
 
@@ -15,7 +15,7 @@ ThemedWindow {
     minimumWidth: 420
     minimumHeight: 400
     visible: false
-    color: appTheme.window
+    color: Theme.window
     //: Title of the first-run window
     //% "Welcome to Tarnwell"
     title: qsTrId("onboarding.window.title")
@@ -62,19 +62,19 @@ ThemedWindow {
             implicitWidth: 48
             implicitHeight: 48
             radius: Tokens.radiusL
-            color: appTheme.accentSoft
+            color: Theme.accentSoft
             Icon {
                 anchors.centerIn: parent
                 width: 28
                 height: 28
                 name: root.pageIcons[root.page]
-                color: appTheme.accentText
+                color: Theme.accentText
             }
         }
         TextBlock {
             Layout.fillWidth: true
             role: "display"
-            font.pixelSize: appTheme.headingSize + 4
+            font.pixelSize: Theme.headingSize + 4
             text: root.pages[root.page].heading
             wrapMode: Text.Wrap
             elide: Text.ElideNone
@@ -83,7 +83,7 @@ ThemedWindow {
             Layout.fillWidth: true
             Layout.fillHeight: true
             role: "secondary"
-            font.pixelSize: appTheme.titleSize
+            font.pixelSize: Theme.titleSize
             lineHeight: 1.15
             text: root.pages[root.page].body
             wrapMode: Text.Wrap

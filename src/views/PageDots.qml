@@ -8,6 +8,8 @@ Row {
     property int count: 0
     property int current: 0
     spacing: Tokens.spaceS
+    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+    // qmllint disable unqualified
     Repeater {
         model: dots.count
         Rectangle {
@@ -15,8 +17,9 @@ Row {
             width: index === dots.current ? 20 : 8
             height: 8
             radius: 4
-            color: index === dots.current ? appTheme.accent : appTheme.border
-            Behavior on width { NumberAnimation { duration: appTheme.motionMedium; easing.type: Easing.OutCubic } }
+            color: index === dots.current ? Theme.accent : Theme.border
+            Behavior on width { NumberAnimation { duration: Theme.motionMedium; easing.type: Easing.OutCubic } }
         }
     }
+    // qmllint enable unqualified
 }

@@ -1,3 +1,4 @@
+import QtQml.Models
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
@@ -10,10 +11,10 @@ import Tarnwell.Views
 ThemedWindow {
     id: root
     objectName: "popoverRoot"
-    required property QtObject popover
-    required property QtObject manager
+    required property PopoverModel popover
+    required property PopoverManager manager
     // The away banner's object (AwayBanner), when the idle monitor runs.
-    property QtObject awayBanner: null
+    property AwayBannerModel awayBanner: null
     // The task whose inline editor is open ("" = none).
     property string editingId: ""
 
@@ -22,7 +23,7 @@ ThemedWindow {
     minimumWidth: 360
     minimumHeight: 420
     visible: false
-    color: appTheme.window
+    color: Theme.window
     //: Title of the popover window (read by screen readers and window lists)
     //% "Today in Tarnwell"
     title: qsTrId("popover.window.title")
@@ -46,7 +47,7 @@ ThemedWindow {
     Rectangle {
         anchors.fill: parent
         color: "transparent"
-        border.color: appTheme.separator
+        border.color: Theme.separator
         border.width: 1
     }
 
@@ -118,6 +119,8 @@ ThemedWindow {
                     menu.open()
                 }
 
+                // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                // qmllint disable unqualified
                 Component {
                     id: routineMenuComponent
                 ActionMenu {
@@ -176,6 +179,7 @@ ThemedWindow {
                     }
                 }
                 }
+                // qmllint enable unqualified
             }
         }
 
@@ -253,7 +257,7 @@ ThemedWindow {
                         objectName: "countdown"
                         text: root.popover.countdownText
                         role: root.popover.isOverdue ? "danger" : "body"
-                        font.pixelSize: appTheme.displaySize
+                        font.pixelSize: Theme.displaySize
                         font.weight: Font.DemiBold
                         elide: Text.ElideNone
                     }
@@ -326,16 +330,16 @@ ThemedWindow {
             T.ScrollBar.vertical: ScrollBarThin {}
 
             move: Transition {
-                NumberAnimation { properties: "y"; duration: appTheme.motionMedium; easing.type: Easing.OutCubic }
+                NumberAnimation { properties: "y"; duration: Theme.motionMedium; easing.type: Easing.OutCubic }
             }
             moveDisplaced: Transition {
-                NumberAnimation { properties: "y"; duration: appTheme.motionMedium; easing.type: Easing.OutCubic }
+                NumberAnimation { properties: "y"; duration: Theme.motionMedium; easing.type: Easing.OutCubic }
             }
             displaced: Transition {
-                NumberAnimation { properties: "y"; duration: appTheme.motionMedium; easing.type: Easing.OutCubic }
+                NumberAnimation { properties: "y"; duration: Theme.motionMedium; easing.type: Easing.OutCubic }
             }
             add: Transition {
-                NumberAnimation { property: "opacity"; from: 0; to: 1; duration: appTheme.motionMedium }
+                NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.motionMedium }
             }
 
             TextBlock {
@@ -350,6 +354,8 @@ ThemedWindow {
                 horizontalAlignment: Text.AlignHCenter
             }
 
+            // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+            // qmllint disable unqualified
             delegate: TaskRow {
                 width: list.width
                 popover: root.popover
@@ -358,6 +364,7 @@ ThemedWindow {
                 onEditRequested: root.editingId = model.id
                 onEditFinished: root.editingId = ""
             }
+            // qmllint enable unqualified
         }
 
         // The day plan.
@@ -371,7 +378,7 @@ ThemedWindow {
                 Layout.fillWidth: true
                 Layout.bottomMargin: Tokens.spaceXs
                 implicitHeight: 1
-                color: appTheme.separator
+                color: Theme.separator
             }
             TextBlock {
                 Layout.fillWidth: true
@@ -394,14 +401,14 @@ ThemedWindow {
                 visible: root.popover.overflowCount > 0
                 Icon {
                     name: "urgent"
-                    color: appTheme.dangerText
+                    color: Theme.dangerText
                     Layout.preferredWidth: Tokens.iconSmall
                     Layout.preferredHeight: Tokens.iconSmall
                 }
                 TextBlock {
                     Layout.fillWidth: true
                     role: "danger"
-                    font.pixelSize: appTheme.smallSize
+                    font.pixelSize: Theme.smallSize
                     text: root.popover.footerOverflow
                 }
                 ActionButton {
@@ -481,7 +488,7 @@ ThemedWindow {
                 Layout.fillWidth: true
                 visible: text.length > 0
                 role: "danger"
-                font.pixelSize: appTheme.smallSize
+                font.pixelSize: Theme.smallSize
                 text: root.popover.draft.error
                 wrapMode: Text.Wrap
             }
@@ -490,21 +497,26 @@ ThemedWindow {
 
     // After a completion: what is next (made only when shown).
     Loader {
+        id: nextUpLoader
+        // What takes the keyboard when the screen shows; the screen sets it.
+        property Item focusTarget: null
         anchors.fill: parent
         active: false
         visible: root.popover.nextUpVisible
         sourceComponent: nextUpComponent
         onVisibleChanged: if (visible) {
             active = true
-            item.takeFocus()
+            focusTarget.forceActiveFocus()
         }
     }
+    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+    // qmllint disable unqualified
     Component {
         id: nextUpComponent
     Rectangle {
         objectName: "nextUpScreen"
-        color: appTheme.window
-        function takeFocus() { nextUpStartButton.forceActiveFocus() }
+        color: Theme.window
+        Component.onCompleted: nextUpLoader.focusTarget = nextUpStartButton
         MouseArea { anchors.fill: parent }
         ColumnLayout {
             anchors.fill: parent
@@ -516,13 +528,13 @@ ThemedWindow {
                 implicitWidth: 56
                 implicitHeight: 56
                 radius: 28
-                color: appTheme.accentSoft
+                color: Theme.accentSoft
                 Icon {
                     anchors.centerIn: parent
                     width: 28
                     height: 28
                     name: "done"
-                    color: appTheme.accentText
+                    color: Theme.accentText
                 }
             }
             TextBlock {
@@ -579,6 +591,7 @@ ThemedWindow {
         }
     }
     }
+    // qmllint enable unqualified
 
     // The name of a routine made from the queue.
     Sheet {

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
+#include <QtQml/qqmlregistration.h>
 
 class QQuickWindow;
 class QScreen;
@@ -21,6 +22,8 @@ class UiEngine;
 class PopoverManager : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
 public:
     struct Constants
     {

@@ -21,7 +21,6 @@
 #include "settings/AppSettingsStore.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace tarnwell {
 
@@ -63,16 +62,6 @@ PopoverModel::PopoverModel(Services services, QObject *parent)
 }
 
 PopoverModel::~PopoverModel() = default;
-
-QObject *PopoverModel::tasksObject() const
-{
-    return m_tasks;
-}
-
-QObject *PopoverModel::draftObject() const
-{
-    return m_draft;
-}
 
 QDateTime PopoverModel::shownDate() const
 {
@@ -436,8 +425,8 @@ void PopoverModel::moveOverflowToTomorrow()
         placements.append(repository.placement(t));
     // Each lands at the head of tomorrow: moving the last first keeps their order.
     const bool moved = attempt([&] {
-        for (Task *task : std::views::reverse(moving))
-            repository.moveToNextDay(task);
+        for (qsizetype i = moving.size() - 1; i >= 0; --i)
+            repository.moveToNextDay(moving.at(i));
     });
     if (!moved)
         return;
@@ -606,34 +595,29 @@ void PopoverModel::skipNextUp()
 
 // Texts ------------------------------------------------------------------------
 
-QVariantMap PopoverModel::texts() const
+PopoverTexts PopoverModel::texts() const
 {
-    return {
-        {QStringLiteral("today"), ViewTexts::today()},
-        {QStringLiteral("repeat"), PlanningTexts::repeatMenu()},
-        {QStringLiteral("undo"), ViewTexts::undo()},
-        {QStringLiteral("moveOverflow"), PlanningTexts::dayPlanMoveOverflow()},
-        {QStringLiteral("moveOverflowShort"), PlanningTexts::dayPlanMoveOverflowShort()},
-        {QStringLiteral("rollForward"), PlanningTexts::rolloverRollForward()},
-        {QStringLiteral("archive"), PlanningTexts::rolloverArchive()},
-        {QStringLiteral("dismiss"), PlanningTexts::rolloverDismiss()},
-        {QStringLiteral("routineLoad"), PlanningTexts::routineMenuLoad()},
-        {QStringLiteral("routineSaveQueue"), PlanningTexts::routineMenuSaveQueue()},
-        {QStringLiteral("routineManage"), PlanningTexts::routineMenuManage()},
-        {QStringLiteral("routineNone"), PlanningTexts::routineMenuNone()},
-        {QStringLiteral("routineTooltip"), PlanningTexts::routineMenuTooltip()},
-        {QStringLiteral("routineNameField"), PlanningTexts::routineNameField()},
-        {QStringLiteral("routineNamePlaceholder"), PlanningTexts::routineNameFieldPlaceholder()},
-        {QStringLiteral("completionTitle"), FocusTexts::completionTitle()},
-        {QStringLiteral("completionNextUp"), FocusTexts::completionNextUp()},
-        {QStringLiteral("completionQueueEmpty"), FocusTexts::completionQueueEmpty()},
-        {QStringLiteral("completionStart"), FocusTexts::completionStart()},
-    };
-}
-
-QObject *PopoverModel::editorObject() const
-{
-    return m_editor;
+    PopoverTexts texts;
+    texts.today = ViewTexts::today();
+    texts.repeat = PlanningTexts::repeatMenu();
+    texts.undo = ViewTexts::undo();
+    texts.moveOverflow = PlanningTexts::dayPlanMoveOverflow();
+    texts.moveOverflowShort = PlanningTexts::dayPlanMoveOverflowShort();
+    texts.rollForward = PlanningTexts::rolloverRollForward();
+    texts.archive = PlanningTexts::rolloverArchive();
+    texts.dismiss = PlanningTexts::rolloverDismiss();
+    texts.routineLoad = PlanningTexts::routineMenuLoad();
+    texts.routineSaveQueue = PlanningTexts::routineMenuSaveQueue();
+    texts.routineManage = PlanningTexts::routineMenuManage();
+    texts.routineNone = PlanningTexts::routineMenuNone();
+    texts.routineTooltip = PlanningTexts::routineMenuTooltip();
+    texts.routineNameField = PlanningTexts::routineNameField();
+    texts.routineNamePlaceholder = PlanningTexts::routineNameFieldPlaceholder();
+    texts.completionTitle = FocusTexts::completionTitle();
+    texts.completionNextUp = FocusTexts::completionNextUp();
+    texts.completionQueueEmpty = FocusTexts::completionQueueEmpty();
+    texts.completionStart = FocusTexts::completionStart();
+    return texts;
 }
 
 void PopoverModel::retranslate()

@@ -9,6 +9,7 @@
 #include <QUuid>
 #include <QVariantList>
 #include <QVariantMap>
+#include <QtQml/qqmlregistration.h>
 
 #include <functional>
 #include <optional>
@@ -28,6 +29,37 @@ class Task;
 class TaskEditor;
 class TaskListModel;
 
+// The popover's fixed texts from the shared string tables (`texts` in QML),
+// made again in a new language.
+struct PopoverTexts
+{
+    Q_GADGET
+    QML_VALUE_TYPE(popoverTexts)
+    Q_PROPERTY(QString today MEMBER today)
+    Q_PROPERTY(QString repeat MEMBER repeat)
+    Q_PROPERTY(QString undo MEMBER undo)
+    Q_PROPERTY(QString moveOverflow MEMBER moveOverflow)
+    Q_PROPERTY(QString moveOverflowShort MEMBER moveOverflowShort)
+    Q_PROPERTY(QString rollForward MEMBER rollForward)
+    Q_PROPERTY(QString archive MEMBER archive)
+    Q_PROPERTY(QString dismiss MEMBER dismiss)
+    Q_PROPERTY(QString routineLoad MEMBER routineLoad)
+    Q_PROPERTY(QString routineSaveQueue MEMBER routineSaveQueue)
+    Q_PROPERTY(QString routineManage MEMBER routineManage)
+    Q_PROPERTY(QString routineNone MEMBER routineNone)
+    Q_PROPERTY(QString routineTooltip MEMBER routineTooltip)
+    Q_PROPERTY(QString routineNameField MEMBER routineNameField)
+    Q_PROPERTY(QString routineNamePlaceholder MEMBER routineNamePlaceholder)
+    Q_PROPERTY(QString completionTitle MEMBER completionTitle)
+    Q_PROPERTY(QString completionNextUp MEMBER completionNextUp)
+    Q_PROPERTY(QString completionQueueEmpty MEMBER completionQueueEmpty)
+    Q_PROPERTY(QString completionStart MEMBER completionStart)
+public:
+    QString today, repeat, undo, moveOverflow, moveOverflowShort, rollForward, archive, dismiss, routineLoad,
+        routineSaveQueue, routineManage, routineNone, routineTooltip, routineNameField, routineNamePlaceholder,
+        completionTitle, completionNextUp, completionQueueEmpty, completionStart;
+};
+
 // What the popover shows and does: one day's list (today by default), the
 // task-in-hand card, the day plan footer, the rollover bar, the routine menu,
 // toasts and the next-up screen after a completion. The QML only binds to
@@ -35,15 +67,20 @@ class TaskListModel;
 class PopoverModel : public QObject, public CompletionPresenter
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+    Q_MOC_INCLUDE("views/QuickAddDraft.h")
+    Q_MOC_INCLUDE("views/TaskEditor.h")
+    Q_MOC_INCLUDE("views/TaskListModel.h")
     // The shown day.
     Q_PROPERTY(int dayOffset READ dayOffset NOTIFY dayChanged)
     Q_PROPERTY(bool isToday READ isToday NOTIFY dayChanged)
     Q_PROPERTY(QString dayTitle READ dayTitle NOTIFY dayChanged)
     Q_PROPERTY(QString dayDate READ dayDate NOTIFY dayChanged)
     // The rows' inline editor.
-    Q_PROPERTY(QObject *editor READ editorObject CONSTANT)
-    Q_PROPERTY(QObject *tasks READ tasksObject CONSTANT)
-    Q_PROPERTY(QObject *draft READ draftObject CONSTANT)
+    Q_PROPERTY(tarnwell::TaskEditor *editor READ editorObject CONSTANT)
+    Q_PROPERTY(tarnwell::TaskListModel *tasks READ tasksObject CONSTANT)
+    Q_PROPERTY(tarnwell::QuickAddDraft *draft READ draftObject CONSTANT)
     // The task-in-hand card.
     Q_PROPERTY(bool hasTaskInHand READ hasTaskInHand NOTIFY cardChanged)
     Q_PROPERTY(QString taskInHandId READ taskInHandId NOTIFY cardChanged)
@@ -83,7 +120,7 @@ class PopoverModel : public QObject, public CompletionPresenter
     Q_PROPERTY(QString nextUpTaskDuration READ nextUpTaskDuration NOTIFY nextUpChanged)
     Q_PROPERTY(QString nextUpSkipLabel READ nextUpSkipLabel NOTIFY nextUpChanged)
     // Fixed texts from the shared string tables.
-    Q_PROPERTY(QVariantMap texts READ texts NOTIFY textsChanged)
+    Q_PROPERTY(tarnwell::PopoverTexts texts READ texts NOTIFY textsChanged)
 public:
     struct Constants
     {
@@ -108,10 +145,10 @@ public:
 
     TaskListModel &tasks() const { return *m_tasks; }
     TaskEditor &editor() const { return *m_editor; }
-    QObject *editorObject() const;
+    TaskEditor *editorObject() const { return m_editor; }
     QuickAddDraft &draft() const { return *m_draft; }
-    QObject *tasksObject() const;
-    QObject *draftObject() const;
+    TaskListModel *tasksObject() const { return m_tasks; }
+    QuickAddDraft *draftObject() const { return m_draft; }
 
     int dayOffset() const { return m_dayOffset; }
     bool isToday() const { return m_dayOffset == 0; }
@@ -159,7 +196,7 @@ public:
     QString nextUpSkipLabel() const;
     const std::optional<NextUpModalContext> &nextUpContext() const { return m_nextUp; }
 
-    QVariantMap texts() const;
+    PopoverTexts texts() const;
 
     // Day navigation.
     Q_INVOKABLE void previousDay();

@@ -14,7 +14,7 @@ T.ProgressBar {
     background: Rectangle {
         implicitHeight: 6
         radius: 3
-        color: appTheme.pressed
+        color: Theme.pressed
     }
     contentItem: Item {
         implicitHeight: 6
@@ -23,8 +23,8 @@ T.ProgressBar {
             width: control.visualPosition * parent.width
             height: parent.height
             radius: 3
-            color: control.overdue ? appTheme.danger : appTheme.accent
-            Behavior on width { NumberAnimation { duration: appTheme.motionMedium } }
+            color: control.overdue ? Theme.danger : Theme.accent
+            Behavior on width { NumberAnimation { duration: Theme.motionMedium } }
         }
     }
 }

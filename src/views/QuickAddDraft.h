@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QUuid>
+#include <QtQml/qqmlregistration.h>
 
 #include <optional>
 
@@ -20,6 +21,8 @@ class TaskRepository;
 class QuickAddDraft : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
     Q_PROPERTY(QString title READ title NOTIFY parsedChanged)
     Q_PROPERTY(QString durationText READ durationText NOTIFY parsedChanged)

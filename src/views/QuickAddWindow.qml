@@ -8,14 +8,14 @@ import Tarnwell.Views
 ThemedWindow {
     id: root
     objectName: "quickAddRoot"
-    required property QtObject draft
-    required property QtObject controller
+    required property QuickAddDraft draft
+    required property QuickAddWindowController controller
 
     width: 460
     height: column.implicitHeight + 32
     minimumWidth: 360
     visible: false
-    color: appTheme.window
+    color: Theme.window
     //: Title of the quick-add window
     //% "Quick add"
     title: qsTrId("quickAdd.window.title")
@@ -35,7 +35,7 @@ ThemedWindow {
         anchors.fill: column
         anchors.margins: -Tokens.spaceL
         color: "transparent"
-        border.color: appTheme.separator
+        border.color: Theme.separator
         radius: Tokens.radiusL
     }
 
@@ -52,7 +52,7 @@ ThemedWindow {
             objectName: "quickAddField"
             Layout.fillWidth: true
             implicitHeight: 40
-            font.pixelSize: appTheme.titleSize
+            font.pixelSize: Theme.titleSize
             //: Quick-add window: placeholder of the line that becomes a task
             //% "Write report · 45m tomorrow !"
             placeholderText: qsTrId("quickAdd.field.placeholder")
@@ -96,6 +96,8 @@ ThemedWindow {
             spacing: Tokens.spaceXs
             Repeater {
                 model: 7
+                // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                // qmllint disable unqualified
                 delegate: ActionButton {
                     required property int index
                     readonly property int chosen: root.draft.dayOffset < 0 ? root.draft.defaultDayOffset
@@ -106,6 +108,7 @@ ThemedWindow {
                     kind: "flat"
                     onClicked: root.draft.overrideDayOffset(index)
                 }
+                // qmllint enable unqualified
             }
         }
         TextBlock {

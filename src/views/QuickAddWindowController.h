@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QtQml/qqmlregistration.h>
 
 class QQuickWindow;
 
@@ -16,6 +17,8 @@ class UiEngine;
 class QuickAddWindowController : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
 public:
     QuickAddWindowController(QuickAddDraft &draft, UiEngine &ui, QObject *parent = nullptr);
     ~QuickAddWindowController() override;

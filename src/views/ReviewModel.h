@@ -4,6 +4,7 @@
 #include "services/ReviewStatistics.h"
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QPointer>
 #include <QVariantList>
 
@@ -19,6 +20,8 @@ class UiEngine;
 class ReviewModel : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool monthly READ monthly WRITE setMonthly NOTIFY changed)
     Q_PROPERTY(QString periodTitle READ periodTitle NOTIFY changed)
     Q_PROPERTY(bool isCurrent READ isCurrent NOTIFY changed)
@@ -71,6 +74,8 @@ private:
 class ReviewWindowController : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
 public:
     ReviewWindowController(ReviewModel &model, UiEngine &ui, QObject *parent = nullptr);
     ~ReviewWindowController() override;

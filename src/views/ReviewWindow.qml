@@ -11,8 +11,8 @@ import Tarnwell.Views
 ThemedWindow {
     id: root
     objectName: "reviewRoot"
-    required property QtObject review
-    required property QtObject controller
+    required property ReviewModel review
+    required property ReviewWindowController controller
 
     width: 760
     height: 680
@@ -127,9 +127,9 @@ ThemedWindow {
                         spacing: Tokens.spaceM
                         Rectangle {
                             implicitWidth: 12; implicitHeight: 12; radius: 3
-                            color: appTheme.accentSoft
+                            color: Theme.accentSoft
                             border.width: 1
-                            border.color: appTheme.accentText
+                            border.color: Theme.accentText
                         }
                         TextBlock {
                             role: "secondary"
@@ -137,7 +137,7 @@ ThemedWindow {
                             //% "Planned (median)"
                             text: qsTrId("review.legend.planned")
                         }
-                        Rectangle { implicitWidth: 12; implicitHeight: 12; radius: 3; color: appTheme.accent }
+                        Rectangle { implicitWidth: 12; implicitHeight: 12; radius: 3; color: Theme.accent }
                         TextBlock {
                             role: "secondary"
                             //: Review: chart legend for the measured minutes' bar
@@ -155,7 +155,7 @@ ThemedWindow {
                         onBucketsChanged: requestPaint()
                         onWidthChanged: requestPaint()
                         Connections {
-                            target: appTheme
+                            target: Theme
                             function onChanged() { chart.requestPaint() }
                         }
                         onPaint: {
@@ -164,7 +164,7 @@ ThemedWindow {
                             const w = width, h = height
                             const base = h - 1
                             // Grid lines at quarters of the scale.
-                            ctx.strokeStyle = appTheme.separator
+                            ctx.strokeStyle = Theme.separator
                             ctx.lineWidth = 1
                             for (let i = 0; i <= 4; ++i) {
                                 const y = Math.round(base - (base - 8) * i / 4) + 0.5
@@ -182,11 +182,11 @@ ThemedWindow {
                                 const cx = slot * g + slot / 2
                                 const ph = (base - 8) * b.plannedMinutes / maxMinutes
                                 const ah = (base - 8) * b.actualMinutes / maxMinutes
-                                ctx.fillStyle = appTheme.accentSoft
-                                ctx.strokeStyle = appTheme.accentText
+                                ctx.fillStyle = Theme.accentSoft
+                                ctx.strokeStyle = Theme.accentText
                                 ctx.fillRect(cx - bar - 2, base - ph, bar, ph)
                                 ctx.strokeRect(cx - bar - 2 + 0.5, base - ph + 0.5, bar - 1, ph - 1)
-                                ctx.fillStyle = appTheme.accent
+                                ctx.fillStyle = Theme.accent
                                 ctx.fillRect(cx + 2, base - ah, bar, ah)
                             }
                         }

@@ -122,7 +122,7 @@ QString RoutineItemsModel::add(const QString &title, const QString &minutes)
     RoutineRepository::ItemDraft draft;
     if (const auto error = draftOf(title, minutes, std::nullopt, draft))
         return *error;
-    const QString error = attemptRoutineChange([&] { m_repository.appendItem(m_routine, draft); });
+    QString error = attemptRoutineChange([&] { m_repository.appendItem(m_routine, draft); });
     refresh();
     return error;
 }
@@ -135,7 +135,7 @@ QString RoutineItemsModel::update(int row, const QString &title, const QString &
     RoutineRepository::ItemDraft draft;
     if (const auto error = draftOf(title, minutes, item->notes(), draft))
         return *error;
-    const QString error = attemptRoutineChange([&] { m_repository.updateItem(item, draft); });
+    QString error = attemptRoutineChange([&] { m_repository.updateItem(item, draft); });
     refresh();
     return error;
 }
@@ -174,11 +174,6 @@ RoutinesModel::RoutinesModel(RoutineRepository &repository, QObject *parent)
 }
 
 RoutinesModel::~RoutinesModel() = default;
-
-QObject *RoutinesModel::itemsObject() const
-{
-    return m_items;
-}
 
 QVariant RoutinesModel::data(const QModelIndex &index, int role) const
 {
@@ -339,9 +334,9 @@ QVariantList RoutinesModel::repeatOptions() const
     return list;
 }
 
-QVariantMap RoutinesModel::texts() const
+QString RoutinesModel::repeatMenuText() const
 {
-    return {{QStringLiteral("repeatMenu"), PlanningTexts::repeatMenu()}};
+    return PlanningTexts::repeatMenu();
 }
 
 void RoutinesModel::retranslate()
@@ -377,7 +372,7 @@ QString RoutinesModel::rename(int row, const QString &name)
         return nameRequired();
     if (name.trimmed() == routine->name())
         return {};
-    const QString error = attemptRoutineChange([&] { m_repository.rename(routine, name); });
+    QString error = attemptRoutineChange([&] { m_repository.rename(routine, name); });
     refresh();
     return error;
 }

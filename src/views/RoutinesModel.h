@@ -7,6 +7,7 @@
 #include <QUuid>
 #include <QVariantList>
 #include <QVariantMap>
+#include <QtQml/qqmlregistration.h>
 
 #include <functional>
 #include <optional>
@@ -20,21 +21,21 @@ class StoreContext;
 
 // A list model whose rows are snapshots with an `id`: a new snapshot list is
 // reported as one inserted, removed or moved row where that is what happened,
-// as changed rows where only values differ, and as a reset otherwise.
-template<typename Row>
+// as changed rows where only values differ, and as a reset otherwise. (Not a
+// class template itself, so that QML sees the models' real base types.)
 class SnapshotListModel : public QAbstractListModel
 {
+    Q_OBJECT
+    QML_ANONYMOUS
 public:
     using QAbstractListModel::QAbstractListModel;
 
-    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : int(m_rows.size()); }
-
 protected:
-    bool hasRow(int row) const { return row >= 0 && row < m_rows.size(); }
-
-    void replaceRows(const QList<Row> &fresh)
+    // Makes `rows`, the model's rows, `fresh`.
+    template<typename Row>
+    void replaceRows(QList<Row> &rows, const QList<Row> &fresh)
     {
-        const QList<QUuid> before = idsOf(m_rows);
+        const QList<QUuid> before = idsOf(rows);
         const QList<QUuid> after = idsOf(fresh);
         if (before != after) {
             const int n = int(before.size());
@@ -43,35 +44,34 @@ protected:
                 ++i;
             if (after.size() == n + 1 && before.mid(i) == after.mid(i + 1)) {
                 beginInsertRows({}, i, i);
-                m_rows.insert(i, fresh[i]);
+                rows.insert(i, fresh[i]);
                 endInsertRows();
             } else if (after.size() == n - 1 && before.mid(i + 1) == after.mid(i)) {
                 beginRemoveRows({}, i, i);
-                m_rows.removeAt(i);
+                rows.removeAt(i);
                 endRemoveRows();
             } else if (after.size() == n && i + 1 < n && before[i] == after[i + 1] && before[i + 1] == after[i] &&
                        before.mid(i + 2) == after.mid(i + 2)) {
                 beginMoveRows({}, i + 1, i + 1, {}, i);
-                m_rows.move(i + 1, i);
+                rows.move(i + 1, i);
                 endMoveRows();
             } else {
                 beginResetModel();
-                m_rows = fresh;
+                rows = fresh;
                 endResetModel();
                 return;
             }
         }
-        for (int row = 0; row < m_rows.size(); ++row) {
-            if (!(m_rows[row] == fresh[row])) {
-                m_rows[row] = fresh[row];
+        for (int row = 0; row < rows.size(); ++row) {
+            if (!(rows[row] == fresh[row])) {
+                rows[row] = fresh[row];
                 Q_EMIT dataChanged(index(row), index(row));
             }
         }
     }
 
-    QList<Row> m_rows;
-
 private:
+    template<typename Row>
     static QList<QUuid> idsOf(const QList<Row> &rows)
     {
         QList<QUuid> ids;
@@ -95,9 +95,12 @@ struct RoutineItemRow
 // The task templates of the routine chosen in the routines window, in their
 // order. Every operation saves at once; a refused title comes back as the
 // text to show in place ("" on success).
-class RoutineItemsModel : public SnapshotListModel<RoutineItemRow>
+// (The base is named in full: QML finds it by that name.)
+class RoutineItemsModel : public tarnwell::SnapshotListModel
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
     enum Role { IdRole = Qt::UserRole + 1, TitleRole, MinutesRole };
@@ -107,6 +110,7 @@ public:
 
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
+    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : int(m_rows.size()); }
     int count() const { return rowCount(); }
 
     // `minutes` is empty or a duration ("45", "45m", "1h30").
@@ -124,6 +128,9 @@ Q_SIGNALS:
     void countChanged();
 
 private:
+    bool hasRow(int row) const { return row >= 0 && row < m_rows.size(); }
+    void replaceRows(const QList<RoutineItemRow> &fresh) { SnapshotListModel::replaceRows(m_rows, fresh); }
+    QList<RoutineItemRow> m_rows;
     RoutineRepository &m_repository;
     Routine *m_routine = nullptr;
 };
@@ -143,12 +150,15 @@ struct RoutineRow
 // repeat rule and task templates. Changes go through RoutineRepository and
 // save at once; the window follows changes made elsewhere (the popover's
 // "save queue") through the store's change notice.
-class RoutinesModel : public SnapshotListModel<RoutineRow>
+// (The base is named in full: QML finds it by that name.)
+class RoutinesModel : public tarnwell::SnapshotListModel
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     Q_PROPERTY(int currentIndex READ currentIndex WRITE setCurrentIndex NOTIFY currentIndexChanged)
-    Q_PROPERTY(QObject *items READ itemsObject CONSTANT)
+    Q_PROPERTY(tarnwell::RoutineItemsModel *items READ itemsObject CONSTANT)
     Q_PROPERTY(QString currentName READ currentName NOTIFY currentChanged)
     // The repeat menu's choice (RoutineSchedule::Kind as a number): "custom"
     // also while the user has the weekday toggles open on a named schedule.
@@ -158,7 +168,7 @@ class RoutinesModel : public SnapshotListModel<RoutineRow>
     Q_PROPERTY(QVariantList weekdays READ weekdays NOTIFY currentChanged)
     // The repeat menu: {kind, text} in menu order.
     Q_PROPERTY(QVariantList repeatOptions READ repeatOptions NOTIFY textsChanged)
-    Q_PROPERTY(QVariantMap texts READ texts NOTIFY textsChanged)
+    Q_PROPERTY(QString repeatMenuText READ repeatMenuText NOTIFY textsChanged)
 public:
     enum Role { IdRole = Qt::UserRole + 1, NameRole, RepeatKindRole, RepeatMaskRole, RepeatLabelRole, ItemCountRole };
     Q_ENUM(Role)
@@ -168,18 +178,19 @@ public:
 
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
+    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : int(m_rows.size()); }
 
     int count() const { return rowCount(); }
     int currentIndex() const { return m_current; }
     void setCurrentIndex(int row);
     RoutineItemsModel &items() const { return *m_items; }
-    QObject *itemsObject() const;
+    RoutineItemsModel *itemsObject() const { return m_items; }
     Routine *currentRoutine() const;
     QString currentName() const;
     int repeatChoice() const;
     QVariantList weekdays() const;
     QVariantList repeatOptions() const;
-    QVariantMap texts() const;
+    QString repeatMenuText() const;
 
     // A routine with the default name, after the others; it becomes the
     // current one. Returns its row.
@@ -211,6 +222,9 @@ Q_SIGNALS:
     void textsChanged();
 
 private:
+    bool hasRow(int row) const { return row >= 0 && row < m_rows.size(); }
+    void replaceRows(const QList<RoutineRow> &fresh) { SnapshotListModel::replaceRows(m_rows, fresh); }
+    QList<RoutineRow> m_rows;
     Routine *routineAt(int row) const;
     void setMask(qint16 mask);
     void updateCurrent(const QUuid &id, bool forget);

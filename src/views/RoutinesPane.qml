@@ -9,7 +9,7 @@ import Tarnwell.Views
 Item {
     id: root
     objectName: "routinesPane"
-    required property QtObject routines
+    required property RoutinesModel routines
     //: Routines window and settings tab: title
     //% "Routines"
     readonly property string title: qsTrId("settings.routines.title")
@@ -113,7 +113,7 @@ Item {
                             spacing: Tokens.spaceS
                             Icon {
                                 name: "routine"
-                                color: routineRow.selected ? appTheme.accentText : appTheme.secondaryText
+                                color: routineRow.selected ? Theme.accentText : Theme.secondaryText
                                 Layout.preferredWidth: Tokens.iconSmall
                                 Layout.preferredHeight: Tokens.iconSmall
                             }
@@ -153,7 +153,7 @@ Item {
             Rectangle {
                 Layout.fillHeight: true
                 Layout.preferredWidth: 1
-                color: appTheme.separator
+                color: Theme.separator
             }
 
             // Nothing saved yet.
@@ -168,7 +168,7 @@ Item {
                     width: 32
                     height: 32
                     name: "routine"
-                    color: appTheme.secondaryText
+                    color: Theme.secondaryText
                 }
                 TextBlock {
                     Layout.fillWidth: true
@@ -240,7 +240,7 @@ Item {
                     }
 
                     TextBlock {
-                        text: root.routines.texts.repeatMenu
+                        text: root.routines.repeatMenuText
                     }
                     SelectBox {
                         id: repeatBox
@@ -251,7 +251,7 @@ Item {
                         valueRole: "kind"
                         // Read again once the options exist: indexOfValue alone does not follow the model.
                         currentIndex: count > 0 ? indexOfValue(root.routines.repeatChoice) : -1
-                        Accessible.name: root.routines.texts.repeatMenu
+                        Accessible.name: root.routines.repeatMenuText
                         onActivated: root.routines.setRepeatChoice(currentValue)
                     }
                     Item { Layout.preferredWidth: 1; visible: weekdayToggles.visible }

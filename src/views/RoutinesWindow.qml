@@ -7,8 +7,8 @@ import Tarnwell.Views
 ThemedWindow {
     id: root
     objectName: "routinesRoot"
-    required property QtObject routines
-    required property QtObject controller
+    required property RoutinesModel routines
+    required property RoutinesWindowController controller
 
     width: 760
     height: 520

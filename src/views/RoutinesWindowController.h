@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QtQml/qqmlregistration.h>
 
 class QQuickWindow;
 
@@ -17,6 +18,8 @@ class UiEngine;
 class RoutinesWindowController : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
 public:
     RoutinesWindowController(RoutineRepository &routines, UiEngine &ui, QObject *parent = nullptr);
     ~RoutinesWindowController() override;

@@ -14,8 +14,8 @@ T.ScrollBar {
         implicitWidth: 6
         implicitHeight: 6
         radius: 3
-        color: control.pressed ? appTheme.secondaryText : appTheme.border
+        color: control.pressed ? Theme.secondaryText : Theme.border
         opacity: control.active || control.hovered ? 1 : 0
-        Behavior on opacity { NumberAnimation { duration: appTheme.motionMedium } }
+        Behavior on opacity { NumberAnimation { duration: Theme.motionMedium } }
     }
 }

@@ -16,9 +16,11 @@ T.ComboBox {
     implicitHeight: Math.max(Tokens.controlHeight, implicitContentHeight + topPadding + bottomPadding)
     leftPadding: 10
     rightPadding: 10 + Tokens.iconSmall + Tokens.spaceXs
-    font.family: appTheme.fontFamily
-    font.pixelSize: appTheme.bodySize
+    font.family: Theme.fontFamily
+    font.pixelSize: Theme.bodySize
 
+    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+    // qmllint disable unqualified
     delegate: T.ItemDelegate {
         id: option
         required property int index
@@ -37,17 +39,18 @@ T.ComboBox {
             objectName: "text"
             text: option.text
             font: option.font
-            color: option.enabled ? appTheme.text : appTheme.secondaryText
+            color: option.enabled ? Theme.text : Theme.secondaryText
             verticalAlignment: Text.AlignVCenter
             elide: Text.ElideRight
         }
         background: Rectangle {
             radius: Tokens.radiusS
             color: !option.enabled ? "transparent"
-                 : option.down ? appTheme.pressed
-                 : option.highlighted || option.hovered ? appTheme.accentSoft : "transparent"
+                 : option.down ? Theme.pressed
+                 : option.highlighted || option.hovered ? Theme.accentSoft : "transparent"
         }
     }
+    // qmllint enable unqualified
 
     indicator: Icon {
         objectName: "glyph"
@@ -57,16 +60,16 @@ T.ComboBox {
         height: Tokens.iconSmall
         // The chevron, pointing down; up while the list is open.
         name: "next"
-        color: appTheme.secondaryText
+        color: Theme.secondaryText
         rotation: control.popup.visible ? 270 : 90
-        Behavior on rotation { NumberAnimation { duration: appTheme.motionShort } }
+        Behavior on rotation { NumberAnimation { duration: Theme.motionShort } }
     }
 
     contentItem: Text {
         objectName: "text"
         text: control.displayText
         font: control.font
-        color: control.enabled ? appTheme.text : appTheme.secondaryText
+        color: control.enabled ? Theme.text : Theme.secondaryText
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
     }
@@ -75,11 +78,11 @@ T.ComboBox {
         implicitWidth: 160
         implicitHeight: Tokens.controlHeight
         radius: Tokens.radiusS
-        color: !control.enabled ? appTheme.hover
-             : control.down ? appTheme.pressed
-             : control.hovered ? appTheme.hover : appTheme.surface
+        color: !control.enabled ? Theme.hover
+             : control.down ? Theme.pressed
+             : control.hovered ? Theme.hover : Theme.surface
         border.width: 1
-        border.color: control.enabled ? appTheme.border : appTheme.separator
+        border.color: control.enabled ? Theme.border : Theme.separator
         FocusRing {
             visible: control.visualFocus
             cornerRadius: parent.radius
@@ -99,12 +102,12 @@ T.ComboBox {
         }
         background: Rectangle {
             radius: Tokens.radiusM
-            color: appTheme.surface
+            color: Theme.surface
             border.width: 1
-            border.color: appTheme.separator
+            border.color: Theme.separator
         }
         enter: Transition {
-            NumberAnimation { property: "opacity"; from: 0; to: 1; duration: appTheme.motionShort }
+            NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.motionShort }
         }
     }
 }

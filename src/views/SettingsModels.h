@@ -4,6 +4,7 @@
 #include "hotkeys/HotkeyConflict.h"
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QStringList>
 #include <QVariantList>
 #include <functional>
@@ -24,6 +25,8 @@ class SoundService;
 class GeneralSettingsModel : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY changed)
     Q_PROPERTY(QVariantList languages READ languages NOTIFY languagesChanged)
     Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY changed)
@@ -82,6 +85,8 @@ private:
 class ReminderSettingsModel : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool notificationsEnabled READ notificationsEnabled WRITE setNotificationsEnabled NOTIFY changed)
     Q_PROPERTY(int warningMinutes READ warningMinutes WRITE setWarningMinutes NOTIFY changed)
     Q_PROPERTY(bool soundEnabled READ soundEnabled WRITE setSoundEnabled NOTIFY changed)
@@ -117,6 +122,8 @@ private:
 class HotkeySettingsModel : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QString togglePopover READ togglePopover NOTIFY changed)
     Q_PROPERTY(QString quickAdd READ quickAdd NOTIFY changed)
     Q_PROPERTY(QString togglePopoverMessage READ togglePopoverMessage NOTIFY changed)
@@ -186,6 +193,8 @@ struct DesktopFacts
 class PermissionsModel : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QVariantList facilities READ facilities NOTIFY changed)
 public:
     enum class State { working, limited, missing };
@@ -220,6 +229,8 @@ private:
 class AboutModel : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString dataFolder READ dataFolder CONSTANT)
     Q_PROPERTY(QString exportCommand READ exportCommand CONSTANT)

@@ -11,13 +11,13 @@ import Tarnwell.Views
 ThemedWindow {
     id: root
     objectName: "settingsRoot"
-    required property QtObject general
-    required property QtObject reminders
-    required property QtObject hotkeys
-    required property QtObject routines
-    required property QtObject permissions
-    required property QtObject about
-    required property QtObject controller
+    required property GeneralSettingsModel general
+    required property ReminderSettingsModel reminders
+    required property HotkeySettingsModel hotkeys
+    required property RoutinesModel routines
+    required property PermissionsModel permissions
+    required property AboutModel about
+    required property SettingsWindowController controller
     property int currentTab: 0
 
     width: 880
@@ -204,7 +204,7 @@ ThemedWindow {
                         spacing: Tokens.spaceS
                         Icon {
                             name: tabRow.modelData.icon
-                            color: tabRow.selected ? appTheme.accentText : appTheme.secondaryText
+                            color: tabRow.selected ? Theme.accentText : Theme.secondaryText
                             Layout.preferredWidth: Tokens.iconSize
                             Layout.preferredHeight: Tokens.iconSize
                         }
@@ -212,7 +212,7 @@ ThemedWindow {
                             Layout.fillWidth: true
                             text: tabRow.modelData.title
                             font.weight: tabRow.selected ? Font.DemiBold : Font.Normal
-                            color: tabRow.selected ? appTheme.accentText : appTheme.text
+                            color: tabRow.selected ? Theme.accentText : Theme.text
                         }
                     }
                 }
@@ -221,7 +221,7 @@ ThemedWindow {
         Rectangle {
             Layout.fillHeight: true
             Layout.preferredWidth: 1
-            color: appTheme.separator
+            color: Theme.separator
         }
 
         StackLayout {
@@ -640,10 +640,10 @@ ThemedWindow {
                                     activeFocusOnTab: true
                                     text: commandRow.modelData.command
                                     font.family: "monospace"
-                                    font.pixelSize: appTheme.smallSize
-                                    color: appTheme.text
-                                    selectionColor: appTheme.accent
-                                    selectedTextColor: appTheme.onAccent
+                                    font.pixelSize: Theme.smallSize
+                                    color: Theme.text
+                                    selectionColor: Theme.accent
+                                    selectedTextColor: Theme.onAccent
                                     Accessible.role: Accessible.EditableText
                                     Accessible.name: commandRow.modelData.title
                                 }
@@ -727,8 +727,8 @@ ThemedWindow {
                                 Layout.preferredHeight: Tokens.iconSize
                                 name: facility.modelData.state === "working" ? "done"
                                       : facility.modelData.state === "limited" ? "warning" : "close"
-                                color: facility.modelData.state === "working" ? appTheme.accentText
-                                       : facility.modelData.state === "limited" ? appTheme.text : appTheme.dangerText
+                                color: facility.modelData.state === "working" ? Theme.accentText
+                                       : facility.modelData.state === "limited" ? Theme.text : Theme.dangerText
                             }
                             ColumnLayout {
                                 Layout.fillWidth: true
@@ -840,10 +840,10 @@ ThemedWindow {
                         wrapMode: TextEdit.WrapAnywhere
                         text: root.about.dataFolder
                         font.family: "monospace"
-                        font.pixelSize: appTheme.smallSize
-                        color: appTheme.text
-                        selectionColor: appTheme.accent
-                        selectedTextColor: appTheme.onAccent
+                        font.pixelSize: Theme.smallSize
+                        color: Theme.text
+                        selectionColor: Theme.accent
+                        selectedTextColor: Theme.onAccent
                         Accessible.role: Accessible.EditableText
                         Accessible.name: qsTrId("settings.about.data")
                     }

@@ -3,6 +3,7 @@
 #include "SettingsModels.h"
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <QPointer>
 
 class QQuickWindow;
@@ -21,6 +22,8 @@ class UiEngine;
 class SettingsWindowController : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
 public:
     struct Services
     {

@@ -17,17 +17,19 @@ T.Popup {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
 
     T.Overlay.modal: Rectangle {
-        color: appTheme.shadow
-        Behavior on opacity { NumberAnimation { duration: appTheme.motionShort } }
+        color: Theme.shadow
+        Behavior on opacity { NumberAnimation { duration: Theme.motionShort } }
     }
     enter: Transition {
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: appTheme.motionShort }
-        NumberAnimation { property: "scale"; from: 0.96; to: 1; duration: appTheme.motionShort; easing.type: Easing.OutCubic }
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.motionShort }
+        NumberAnimation { property: "scale"; from: 0.96; to: 1; duration: Theme.motionShort; easing.type: Easing.OutCubic }
     }
     exit: Transition {
-        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: appTheme.motionShort }
+        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.motionShort }
     }
 
+    // Our own template, not a style to override: `content` aliases into it, so it is made with the sheet.
+    // qmllint disable deferred-property-id
     contentItem: Column {
         spacing: Tokens.spaceM
         TextBlock {
@@ -44,10 +46,11 @@ T.Popup {
             spacing: Tokens.spaceM
         }
     }
+    // qmllint enable deferred-property-id
     background: Rectangle {
         radius: Tokens.radiusL
-        color: appTheme.surface
+        color: Theme.surface
         border.width: 1
-        border.color: appTheme.separator
+        border.color: Theme.separator
     }
 }

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QObject>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 
 #include <optional>
 
@@ -18,6 +19,8 @@ class Task;
 class TaskEditor : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QStringList repeatOptions READ repeatOptions NOTIFY textsChanged)
 public:
     // The Repeat row's choices, in this order.

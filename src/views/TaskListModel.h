@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QUuid>
+#include <QtQml/qqmlregistration.h>
 
 namespace tarnwell {
 
@@ -16,6 +17,8 @@ class Task;
 class TaskListModel : public QAbstractListModel
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(int count READ rowCount NOTIFY countChanged)
     Q_PROPERTY(int openCount READ openCount NOTIFY countChanged)
 public:

@@ -8,7 +8,7 @@ ListRow {
     id: row
     required property var model
     required property int index
-    required property QtObject popover
+    required property PopoverModel popover
     required property ListView listView
     property bool editing: false
     readonly property bool open: !model.completed
@@ -37,7 +37,7 @@ ListRow {
             name: "handle"
             visible: row.open
             opacity: row.hovered || row.activeFocus || dragArea.pressed ? 1 : 0.55
-            color: appTheme.secondaryText
+            color: Theme.secondaryText
             Layout.preferredWidth: Tokens.iconSmall
             Layout.preferredHeight: Tokens.iconSize
             MouseArea {
@@ -79,7 +79,7 @@ ListRow {
                     objectName: "urgentMark"
                     visible: row.model.urgent
                     name: "urgent"
-                    color: row.model.completed ? appTheme.secondaryText : appTheme.dangerText
+                    color: row.model.completed ? Theme.secondaryText : Theme.dangerText
                     Layout.preferredWidth: Tokens.iconSmall
                     Layout.preferredHeight: Tokens.iconSmall
                     Accessible.role: Accessible.Graphic
@@ -90,7 +90,7 @@ ListRow {
                     Layout.fillWidth: true
                     text: row.model.title
                     role: row.model.completed ? "secondary" : "body"
-                    font.pixelSize: appTheme.bodySize
+                    font.pixelSize: Theme.bodySize
                     font.strikeout: row.model.completed
                     font.weight: row.model.isTaskInHand ? Font.DemiBold : Font.Normal
                 }
@@ -136,6 +136,8 @@ ListRow {
             row.actions = actionsMenu.createObject(actionsButton)
         row.actions.open()
     }
+    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+    // qmllint disable unqualified
     Component {
         id: actionsMenu
         ActionMenu {
@@ -190,6 +192,7 @@ ListRow {
             }
         }
     }
+    // qmllint enable unqualified
 
     // The current row of the list takes the keys: Enter edits, Space ticks,
     // Delete deletes, Alt+Up/Down moves, the menu key opens the actions.

@@ -6,15 +6,15 @@ import Tarnwell.Views
 // over the user's font, colour from the palette.
 Text {
     property string role: "body"
-    color: role === "secondary" || role === "caption" ? appTheme.secondaryText
-         : role === "danger" ? appTheme.dangerText
-         : role === "accent" ? appTheme.accentText : appTheme.text
-    font.family: appTheme.fontFamily
-    font.pixelSize: role === "display" ? appTheme.displaySize
-                  : role === "heading" ? appTheme.headingSize
-                  : role === "title" ? appTheme.titleSize
-                  : role === "caption" ? appTheme.captionSize
-                  : role === "secondary" ? appTheme.smallSize : appTheme.bodySize
+    color: role === "secondary" || role === "caption" ? Theme.secondaryText
+         : role === "danger" ? Theme.dangerText
+         : role === "accent" ? Theme.accentText : Theme.text
+    font.family: Theme.fontFamily
+    font.pixelSize: role === "display" ? Theme.displaySize
+                  : role === "heading" ? Theme.headingSize
+                  : role === "title" ? Theme.titleSize
+                  : role === "caption" ? Theme.captionSize
+                  : role === "secondary" ? Theme.smallSize : Theme.bodySize
     font.weight: role === "display" || role === "heading" || role === "title" ? Font.DemiBold : Font.Normal
     elide: Text.ElideRight
     Accessible.role: role === "heading" || role === "display" ? Accessible.Heading : Accessible.StaticText

@@ -1,5 +1,9 @@
 #include "ThemeController.h"
 
+#include "kit/Logging.h"
+
+#include <QQmlEngine>
+
 #include <cmath>
 
 namespace tarnwell {
@@ -37,6 +41,31 @@ ThemeController::ThemeController(QObject *parent)
     : QObject(parent)
 {
     refresh();
+}
+
+namespace {
+// The engine's dynamic property that holds its controller.
+constexpr char engineThemeProperty[] = "tarnwellTheme";
+} // namespace
+
+void ThemeController::provideTo(QQmlEngine &engine)
+{
+    engine.setProperty(engineThemeProperty, QVariant::fromValue<QObject *>(this));
+}
+
+ThemeController *ThemeSingleton::create(QQmlEngine *engine, QJSEngine *scriptEngine)
+{
+    Q_UNUSED(scriptEngine)
+    auto *theme = qobject_cast<ThemeController *>(engine->property(engineThemeProperty).value<QObject *>());
+    if (!theme) {
+        // A window loaded without a controller still draws, in the default
+        // palette; the engine owns this one.
+        qCWarning(lcServices).noquote() << QStringLiteral("The QML engine has no theme; using the default palette");
+        return new ThemeController;
+    }
+    // Ours, not the engine's: it outlives the engine.
+    QJSEngine::setObjectOwnership(theme, QJSEngine::CppOwnership);
+    return theme;
 }
 
 double ThemeController::luminance(const QColor &c)

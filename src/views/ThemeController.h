@@ -3,13 +3,17 @@
 #include <QColor>
 #include <QFont>
 #include <QObject>
+#include <QtQml/qqml.h>
 
 #include <optional>
+
+class QJSEngine;
+class QQmlEngine;
 
 namespace tarnwell {
 
 // The design tokens that follow the desktop, as the windows read them
-// (`appTheme`): the light or dark palette with its state colours, the accent
+// (the singleton `Theme` of Tarnwell.Views): the light or dark palette with its state colours, the accent
 // (the desktop's where it names one, made to keep its contrast figures), the
 // user's font and the type scale over it, and the motion durations (zero when
 // the desktop asks for reduced motion). Spacing, radii and sizes that do not
@@ -68,6 +72,10 @@ public:
     enum class Forced { none, light, dark };
 
     explicit ThemeController(QObject *parent = nullptr);
+
+    // Makes this controller the `Theme` of the engine's windows; call it
+    // before the engine loads its first window. The engine does not own it.
+    void provideTo(QQmlEngine &engine);
 
     void setForced(Forced forced);
     void setDesktopPrefersDark(bool dark);
@@ -135,6 +143,18 @@ private:
     bool m_reducedMotion = false;
     QFont m_font;
     Accent m_accent;
+};
+
+// The singleton `Theme` of the windows: the engine's ThemeController (given to
+// it with provideTo), never one QML makes of its own.
+struct ThemeSingleton
+{
+    Q_GADGET
+    QML_FOREIGN(tarnwell::ThemeController)
+    QML_NAMED_ELEMENT(Theme)
+    QML_SINGLETON
+public:
+    static ThemeController *create(QQmlEngine *engine, QJSEngine *scriptEngine);
 };
 
 } // namespace tarnwell

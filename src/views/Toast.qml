@@ -24,11 +24,11 @@ Item {
         width: parent.width
         implicitHeight: row.implicitHeight + Tokens.spaceS * 2
         radius: Tokens.radiusM
-        color: appTheme.toast
+        color: Theme.toast
         y: toast.shown ? 0 : height
         opacity: toast.shown ? 1 : 0
-        Behavior on y { NumberAnimation { id: slide; duration: appTheme.motionMedium; easing.type: Easing.OutCubic } }
-        Behavior on opacity { NumberAnimation { duration: appTheme.motionMedium } }
+        Behavior on y { NumberAnimation { id: slide; duration: Theme.motionMedium; easing.type: Easing.OutCubic } }
+        Behavior on opacity { NumberAnimation { duration: Theme.motionMedium } }
 
         RowLayout {
             id: row
@@ -44,9 +44,9 @@ Item {
                 Layout.minimumHeight: Tokens.controlHeight
                 verticalAlignment: Text.AlignVCenter
                 text: toast.text
-                color: appTheme.onToast
-                font.family: appTheme.fontFamily
-                font.pixelSize: appTheme.bodySize
+                color: Theme.onToast
+                font.family: Theme.fontFamily
+                font.pixelSize: Theme.bodySize
                 // Two lines before it is cut: German and Turkish notes run long.
                 wrapMode: Text.Wrap
                 maximumLineCount: 2

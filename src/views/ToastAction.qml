@@ -10,8 +10,8 @@ T.Button {
     padding: Tokens.spaceS
     leftPadding: Tokens.spaceM
     rightPadding: Tokens.spaceM
-    font.family: appTheme.fontFamily
-    font.pixelSize: appTheme.bodySize
+    font.family: Theme.fontFamily
+    font.pixelSize: Theme.bodySize
     font.weight: Font.DemiBold
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Math.max(Tokens.controlHeight - 4, implicitContentHeight + topPadding + bottomPadding)
@@ -22,14 +22,14 @@ T.Button {
         objectName: "text"
         text: control.text
         font: control.font
-        color: appTheme.onToast
+        color: Theme.onToast
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }
     background: Rectangle {
         radius: Tokens.radiusS
-        color: control.down ? Qt.rgba(appTheme.onToast.r, appTheme.onToast.g, appTheme.onToast.b, 0.24)
-             : control.hovered ? Qt.rgba(appTheme.onToast.r, appTheme.onToast.g, appTheme.onToast.b, 0.14)
+        color: control.down ? Qt.rgba(Theme.onToast.r, Theme.onToast.g, Theme.onToast.b, 0.24)
+             : control.hovered ? Qt.rgba(Theme.onToast.r, Theme.onToast.g, Theme.onToast.b, 0.14)
              : "transparent"
         Rectangle {
             objectName: "focusRing"
@@ -38,7 +38,7 @@ T.Button {
             radius: parent.radius
             color: "transparent"
             border.width: Tokens.ringWidth
-            border.color: appTheme.onToast
+            border.color: Theme.onToast
         }
     }
 }

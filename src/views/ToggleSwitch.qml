@@ -12,8 +12,8 @@ T.Switch {
     hoverEnabled: true
     padding: 0
     spacing: Tokens.spaceM
-    font.family: appTheme.fontFamily
-    font.pixelSize: appTheme.bodySize
+    font.family: Theme.fontFamily
+    font.pixelSize: Theme.bodySize
     implicitWidth: Math.max(implicitContentWidth + spacing + indicator.width, 120)
     implicitHeight: Math.max(Tokens.controlHeight, implicitContentHeight)
     Accessible.name: text
@@ -29,13 +29,13 @@ T.Switch {
         radius: height / 2
         color: {
             if (!control.enabled)
-                return control.checked ? appTheme.secondaryText : appTheme.hover
+                return control.checked ? Theme.secondaryText : Theme.hover
             if (control.checked)
-                return control.down ? appTheme.accentPressed : control.hovered ? appTheme.accentHover : appTheme.accent
-            return control.down ? appTheme.pressed : control.hovered ? appTheme.hover : appTheme.surface
+                return control.down ? Theme.accentPressed : control.hovered ? Theme.accentHover : Theme.accent
+            return control.down ? Theme.pressed : control.hovered ? Theme.hover : Theme.surface
         }
         border.width: control.checked ? 0 : 2
-        border.color: control.enabled ? appTheme.border : appTheme.separator
+        border.color: control.enabled ? Theme.border : Theme.separator
         Rectangle {
             objectName: control.enabled ? "glyph" : "knob"
             width: 16
@@ -43,9 +43,9 @@ T.Switch {
             radius: 8
             y: 3
             x: control.checked ? parent.width - width - 3 : 3
-            color: control.checked ? (control.enabled ? appTheme.onAccent : appTheme.window)
-                                   : (control.enabled ? appTheme.secondaryText : appTheme.separator)
-            Behavior on x { NumberAnimation { duration: appTheme.motionShort; easing.type: Easing.OutCubic } }
+            color: control.checked ? (control.enabled ? Theme.onAccent : Theme.window)
+                                   : (control.enabled ? Theme.secondaryText : Theme.separator)
+            Behavior on x { NumberAnimation { duration: Theme.motionShort; easing.type: Easing.OutCubic } }
         }
         FocusRing {
             visible: control.visualFocus
@@ -64,7 +64,7 @@ T.Switch {
             width: parent.width - parent.rightPadding
             text: control.text
             font: control.font
-            color: control.enabled ? appTheme.text : appTheme.secondaryText
+            color: control.enabled ? Theme.text : Theme.secondaryText
             wrapMode: Text.Wrap
         }
         Text {
@@ -73,9 +73,9 @@ T.Switch {
             width: parent.width - parent.rightPadding
             visible: control.caption.length > 0
             text: control.caption
-            font.family: appTheme.fontFamily
-            font.pixelSize: appTheme.smallSize
-            color: appTheme.secondaryText
+            font.family: Theme.fontFamily
+            font.pixelSize: Theme.smallSize
+            color: Theme.secondaryText
             wrapMode: Text.Wrap
         }
     }

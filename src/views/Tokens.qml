@@ -3,7 +3,7 @@ import QtQuick
 
 // The design tokens that never change: spacing steps, corner radii and the
 // sizes of controls and icons. Colours, type and motion follow the desktop
-// and come from `appTheme` (ThemeController).
+// and come from `Theme` (ThemeController).
 QtObject {
     readonly property int spaceXs: 4
     readonly property int spaceS: 8

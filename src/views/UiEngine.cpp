@@ -9,7 +9,6 @@
 #include <QQmlComponent>
 #include <algorithm>
 #include <malloc.h>
-#include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -53,7 +52,7 @@ QQmlEngine &UiEngine::engine()
             QGuiApplication::setWindowIcon(icon);
         }
         m_engine = std::make_unique<QQmlEngine>();
-        m_engine->rootContext()->setContextProperty(QStringLiteral("appTheme"), &m_theme);
+        m_theme.provideTo(*m_engine);
     }
     return *m_engine;
 }

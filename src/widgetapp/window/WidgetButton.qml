@@ -32,10 +32,10 @@ Item {
         anchors.fill: parent
         radius: 6
         color: control.primary
-               ? (control.down ? appTheme.accentPressed : control.hovered ? appTheme.accentHover : appTheme.accent)
-               : (control.down ? appTheme.pressed : control.hovered ? appTheme.hover : appTheme.surface)
+               ? (control.down ? Theme.accentPressed : control.hovered ? Theme.accentHover : Theme.accent)
+               : (control.down ? Theme.pressed : control.hovered ? Theme.hover : Theme.surface)
         border.width: control.primary ? 0 : 1
-        border.color: appTheme.border
+        border.color: Theme.border
     }
     // The keyboard focus ring, just outside the button.
     Rectangle {
@@ -45,7 +45,7 @@ Item {
         radius: fill.radius + 3
         color: "transparent"
         border.width: 2
-        border.color: appTheme.focusRing
+        border.color: Theme.focusRing
     }
     Row {
         id: content
@@ -62,9 +62,9 @@ Item {
         Text {
             id: label
             text: control.text
-            color: control.primary ? appTheme.onAccent : appTheme.text
-            font.family: appTheme.fontFamily
-            font.pixelSize: appTheme.bodySize
+            color: control.primary ? Theme.onAccent : Theme.text
+            font.family: Theme.fontFamily
+            font.pixelSize: Theme.bodySize
             anchors.verticalCenter: parent.verticalCenter
         }
     }

@@ -4,12 +4,12 @@ import Tarnwell.Widget
 
 // The desktop widget: the day, the task in hand with its countdown and two
 // buttons, what comes next, and the day's progress. Everything it shows comes
-// from `widget` (WidgetWindowModel); colours come from appTheme. It is built
+// from `widget` (WidgetWindowModel); colours come from Theme. It is built
 // on plain Qt Quick (no Qt Quick Controls): it stays on the desktop all day,
 // so it keeps its memory small.
 Window {
     id: root
-    required property var widget
+    required property WidgetWindowModel widget
 
     title: "Tarnwell"
     flags: Qt.FramelessWindowHint | Qt.WindowStaysOnBottomHint
@@ -18,7 +18,7 @@ Window {
     minimumWidth: width
     maximumWidth: width
     visible: false
-    color: appTheme.window
+    color: Theme.window
 
     // Drag anywhere to move the window.
     DragHandler {
@@ -30,7 +30,7 @@ Window {
         anchors.fill: parent
         color: "transparent"
         border.width: 1
-        border.color: appTheme.separator
+        border.color: Theme.separator
     }
 
     ColumnLayout {
@@ -44,7 +44,7 @@ Window {
         WidgetText {
             visible: root.widget.available
             text: root.widget.dayLabel
-            color: appTheme.secondaryText
+            color: Theme.secondaryText
             font.bold: true
             elide: Text.ElideRight
             Layout.fillWidth: true
@@ -54,7 +54,7 @@ Window {
             objectName: "emptyState"
             visible: root.widget.emptyText.length > 0
             text: root.widget.emptyText
-            color: appTheme.text
+            color: Theme.text
             wrapMode: Text.Wrap
             Layout.fillWidth: true
             Layout.topMargin: root.widget.available ? 0 : 8
@@ -63,10 +63,10 @@ Window {
 
         Rectangle {
             visible: root.widget.hasTask
-            color: appTheme.surface
+            color: Theme.surface
             radius: 8
             border.width: 1
-            border.color: appTheme.separator
+            border.color: Theme.separator
             Layout.fillWidth: true
             implicitHeight: card.implicitHeight + 20
 
@@ -78,7 +78,7 @@ Window {
 
                 WidgetText {
                     text: root.widget.title
-                    color: appTheme.text
+                    color: Theme.text
                     font.pixelSize: 15
                     font.bold: true
                     wrapMode: Text.Wrap
@@ -91,12 +91,12 @@ Window {
                     spacing: 6
                     WidgetText {
                         text: root.widget.timeText
-                        color: root.widget.overdue ? appTheme.danger : appTheme.text
+                        color: root.widget.overdue ? Theme.danger : Theme.text
                         font.pixelSize: 22
                     }
                     WidgetText {
                         text: root.widget.timeCaption
-                        color: appTheme.secondaryText
+                        color: Theme.secondaryText
                         Layout.alignment: Qt.AlignBaseline
                     }
                 }
@@ -106,12 +106,12 @@ Window {
                     Layout.fillWidth: true
                     implicitHeight: 6
                     radius: 3
-                    color: appTheme.pressed
+                    color: Theme.pressed
                     Rectangle {
                         width: Math.min(1, Math.max(0, root.widget.progress)) * parent.width
                         height: parent.height
                         radius: 3
-                        color: root.widget.overdue ? appTheme.danger : appTheme.accent
+                        color: root.widget.overdue ? Theme.danger : Theme.accent
                     }
                 }
                 RowLayout {
@@ -137,33 +137,34 @@ Window {
         WidgetText {
             visible: root.widget.upNext.length > 0
             text: root.widget.upNextText
-            color: appTheme.secondaryText
+            color: Theme.secondaryText
             font.pixelSize: 12
             Layout.topMargin: 2
         }
         Repeater {
             model: root.widget.upNext
             RowLayout {
+                id: upNextRow
                 required property var modelData
                 spacing: 8
                 Layout.fillWidth: true
                 WidgetText {
-                    text: modelData.title
-                    color: appTheme.text
+                    text: upNextRow.modelData.title
+                    color: Theme.text
                     elide: Text.ElideRight
                     Layout.fillWidth: true
                 }
                 WidgetText {
                     visible: text.length > 0
-                    text: modelData.duration
-                    color: appTheme.secondaryText
+                    text: upNextRow.modelData.duration
+                    color: Theme.secondaryText
                 }
             }
         }
 
         Rectangle {
             visible: root.widget.available
-            color: appTheme.separator
+            color: Theme.separator
             implicitHeight: 1
             Layout.fillWidth: true
             Layout.topMargin: 2
@@ -174,7 +175,7 @@ Window {
             Layout.fillWidth: true
             WidgetText {
                 text: root.widget.summaryLine
-                color: appTheme.secondaryText
+                color: Theme.secondaryText
                 font.pixelSize: 12
                 wrapMode: Text.Wrap
                 Layout.fillWidth: true
@@ -182,7 +183,7 @@ Window {
             WidgetText {
                 visible: text.length > 0
                 text: root.widget.plannedText
-                color: appTheme.secondaryText
+                color: Theme.secondaryText
                 font.pixelSize: 12
             }
         }

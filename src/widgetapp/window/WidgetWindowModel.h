@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QTimer>
 #include <QVariantList>
+#include <QtQml/qqmlregistration.h>
 
 class QDBusServiceWatcher;
 
@@ -24,6 +25,8 @@ namespace tarnwell::widgetapp {
 class WidgetWindowModel : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool available READ available NOTIFY changed)
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY changed)
     Q_PROPERTY(QString dayLabel READ dayLabel NOTIFY changed)

@@ -6,7 +6,6 @@
 
 #include <QGuiApplication>
 #include <QQmlComponent>
-#include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QTextStream>
@@ -49,7 +48,7 @@ int main(int argc, char *argv[])
     QQmlEngine engine;
     // Our QML module (Tarnwell.Widget) lives in the resources.
     engine.addImportPath(QStringLiteral("qrc:/"));
-    engine.rootContext()->setContextProperty(QStringLiteral("appTheme"), &theme);
+    theme.provideTo(engine);
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Tarnwell/Widget/window/WidgetWindow.qml")));
     if (!component.isReady()) {
         QTextStream(stderr) << QStringLiteral("tarnwell-widget: ") << component.errorString() << Qt::endl;
