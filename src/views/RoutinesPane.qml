@@ -89,6 +89,8 @@ Item {
                     Accessible.role: Accessible.List
                     Keys.onDeletePressed: if (root.routines.count > 0) deleteDialog.open()
 
+                    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                    // qmllint disable unqualified
                     delegate: ListRow {
                         id: routineRow
                         required property int index
@@ -134,6 +136,7 @@ Item {
                             }
                         }
                     }
+                    // qmllint enable unqualified
                 }
                 ActionButton {
                     objectName: "newRoutine"
@@ -261,6 +264,8 @@ Item {
                         Layout.fillWidth: true
                         visible: root.routines.repeatChoice === 3
                         spacing: 4
+                        // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                        // qmllint disable unqualified
                         Repeater {
                             model: root.routines.weekdays
                             delegate: ActionButton {
@@ -273,6 +278,7 @@ Item {
                                 onClicked: root.routines.setWeekday(modelData.weekday, checked)
                             }
                         }
+                        // qmllint enable unqualified
                     }
                 }
 
@@ -313,6 +319,8 @@ Item {
                         function onCurrentIndexChanged() { itemList.editingRow = -1 }
                     }
 
+                    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                    // qmllint disable unqualified
                     delegate: ListRow {
                         id: itemRow
                         required property int index
@@ -459,6 +467,7 @@ Item {
                             }
                         }
                     }
+                    // qmllint enable unqualified
                 }
 
                 // A new task template.

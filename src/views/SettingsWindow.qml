@@ -181,6 +181,8 @@ ThemedWindow {
                 onCurrentIndexChanged: root.currentTab = currentIndex
                 Accessible.role: Accessible.PageTabList
                 Accessible.name: root.title
+                // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                // qmllint disable unqualified
                 delegate: ListRow {
                     id: tabRow
                     required property int index
@@ -216,6 +218,7 @@ ThemedWindow {
                         }
                     }
                 }
+                // qmllint enable unqualified
             }
         }
         Rectangle {
@@ -369,7 +372,7 @@ ThemedWindow {
                         objectName: "trayTitleBox"
                         textRole: "text"
                         valueRole: "value"
-                        model: [0, 8, 12, 16, 24, 32].map(n => ({
+                        model: Array.from([0, 8, 12, 16, 24, 32]).map(n => ({
                             value: n,
                             text: n === 0
                                   //: Settings, General: tray title length option that shows only the countdown
@@ -404,7 +407,7 @@ ThemedWindow {
                         objectName: "idleBox"
                         textRole: "text"
                         valueRole: "value"
-                        model: [5, 10, 15, 0].map(n => ({
+                        model: Array.from([5, 10, 15, 0]).map(n => ({
                             value: n,
                             text: n === 0
                                   //: Settings, General: idle threshold option: never ask about time away
@@ -445,7 +448,7 @@ ThemedWindow {
                         objectName: "warningBox"
                         textRole: "text"
                         valueRole: "value"
-                        model: [0, 1, 2, 5, 10].map(n => ({
+                        model: Array.from([0, 1, 2, 5, 10]).map(n => ({
                             value: n,
                             text: n === 0
                                   //: Settings, Reminders: warning option: no warning before the planned end
@@ -468,7 +471,7 @@ ThemedWindow {
                         objectName: "overtimeBox"
                         textRole: "text"
                         valueRole: "value"
-                        model: [5, 10, 15, 20, 30].map(n => ({
+                        model: Array.from([5, 10, 15, 20, 30]).map(n => ({
                             value: n,
                             //: Settings, Reminders: option of the minutes "+N" adds; %1 = minutes
                             //% "%1 minutes"
@@ -541,6 +544,8 @@ ThemedWindow {
                     model: [
                         { action: "togglePopover", title: qsTrId("settings.hotkeys.togglePopover") },
                         { action: "quickAdd", title: qsTrId("settings.hotkeys.quickAdd") }
+                    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                    // qmllint disable unqualified
                     ]
                     delegate: ColumnLayout {
                         id: hotkeyRow
@@ -590,6 +595,7 @@ ThemedWindow {
                             elide: Text.ElideNone
                         }
                     }
+                    // qmllint enable unqualified
                 }
                 Card {
                     objectName: "hotkeyBackend"
