@@ -148,7 +148,8 @@ public:
     {
         const QJsonValue v = raw(key);
         const double d = v.toDouble(std::numeric_limits<double>::quiet_NaN());
-        if (!v.isDouble() || d != double(qint64(d)) || qint64(d) < min || qint64(d) > max)
+        // Range first: converting a number past any integer (1e300, NaN) is undefined.
+        if (!v.isDouble() || !(d >= double(min) && d <= double(max)) || d != double(qint64(d)))
             invalid(QLatin1String(key));
         return qint32(qint64(d));
     }
