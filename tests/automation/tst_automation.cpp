@@ -170,8 +170,8 @@ private Q_SLOTS:
                                          << QStringLiteral("days[0].tasks[1].durationMinutes");
         QTest::newRow("blank title") << QByteArray("\"title\": \"  \"") << QStringLiteral("days[0].tasks[1].title");
         QTest::newRow("bad id") << QByteArray("\"id\": \"nope\"") << QStringLiteral("days[0].tasks[1].id");
-        QTest::newRow("minutes past any integer") << QByteArray("\"durationMinutes\": 4e112")
-                                                  << QStringLiteral("days[0].tasks[1].durationMinutes");
+        QTest::newRow("minutes past any integer")
+            << QByteArray("\"durationMinutes\": 4e112") << QStringLiteral("days[0].tasks[1].durationMinutes");
     }
     void malformedImportNamesLineAndFieldAndChangesNothing()
     {
