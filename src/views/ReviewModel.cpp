@@ -4,7 +4,6 @@
 #include "kit/Logging.h"
 #include "services/DayPlanFooterText.h"
 
-#include <QGuiApplication>
 #include <QLocale>
 #include <QQuickWindow>
 #include <QScreen>
@@ -175,19 +174,11 @@ void ReviewWindowController::show()
                                       {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
         if (!m_window)
             return;
-        if (QScreen *screen = QGuiApplication::primaryScreen()) {
-            const QRect area = screen->availableGeometry();
-            m_window->setPosition(area.left() + (area.width() - m_window->width()) / 2,
-                                  area.top() + (area.height() - m_window->height()) / 3);
-        }
+        UiEngine::placeCentred(*m_window);
     }
-    const bool wasVisible = m_window->isVisible();
-    if (!wasVisible)
+    if (!m_window->isVisible())
         m_model.current();
-    m_window->show();
-    m_window->raise();
-    m_window->requestActivate();
-    if (!wasVisible) {
+    if (UiEngine::bringForward(*m_window)) {
         qCInfo(lcServices).noquote() << QStringLiteral("Review shown");
         Q_EMIT shown();
     }

@@ -4,7 +4,6 @@
 #include "UiEngine.h"
 #include "kit/Logging.h"
 
-#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QScreen>
 
@@ -36,18 +35,10 @@ void RoutinesWindowController::show()
                                       {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
         if (!m_window)
             return;
-        if (QScreen *screen = QGuiApplication::primaryScreen()) {
-            const QRect area = screen->availableGeometry();
-            m_window->setPosition(area.left() + (area.width() - m_window->width()) / 2,
-                                  area.top() + (area.height() - m_window->height()) / 3);
-        }
+        UiEngine::placeCentred(*m_window);
     }
-    const bool wasVisible = m_window->isVisible();
     m_model->refresh();
-    m_window->show();
-    m_window->raise();
-    m_window->requestActivate();
-    if (!wasVisible) {
+    if (UiEngine::bringForward(*m_window)) {
         QMetaObject::invokeMethod(m_window, "focusList");
         qCInfo(lcServices).noquote() << QStringLiteral("Routines shown");
         Q_EMIT shown();

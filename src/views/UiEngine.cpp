@@ -12,6 +12,7 @@
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QScreen>
 
 namespace tarnwell {
 
@@ -75,6 +76,24 @@ QQuickWindow *UiEngine::createWindow(const QString &file, const QVariantMap &pro
     }
     track(window);
     return window;
+}
+
+void UiEngine::placeCentred(QQuickWindow &window)
+{
+    if (QScreen *screen = QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        window.setPosition(area.left() + (area.width() - window.width()) / 2,
+                           area.top() + (area.height() - window.height()) / 3);
+    }
+}
+
+bool UiEngine::bringForward(QQuickWindow &window)
+{
+    const bool wasHidden = !window.isVisible();
+    window.show();
+    window.raise();
+    window.requestActivate();
+    return wasHidden;
 }
 
 void UiEngine::track(QQuickWindow *window)

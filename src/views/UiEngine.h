@@ -40,6 +40,12 @@ public:
     // are let go: the popover, opened many times a day, is then built again
     // from compiled types instead of from nothing.
     void setKeepEngineWhenIdle(bool keep) { m_keepEngine = keep; }
+    // A window of its own (settings, review, routines) on the primary screen:
+    // centred across, a third of the way down.
+    static void placeCentred(QQuickWindow &window);
+    // Shows `window` in front with the keyboard focus; answers whether it
+    // was hidden before.
+    static bool bringForward(QQuickWindow &window);
     // Re-reads every translated text of the open windows.
     void retranslate();
 
