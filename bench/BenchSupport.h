@@ -4,6 +4,8 @@
 // output format "<name> <value> <unit>".
 #include <benchmark/benchmark.h>
 
+#include <QFile>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -16,6 +18,18 @@ inline void figure(const std::string &name, double value, const std::string &uni
 {
     std::printf("%s %.3f %s\n", name.c_str(), value, unit.c_str());
     std::fflush(stdout);
+}
+
+// Resident memory of process `pid` in MB (VmRSS), or -1 when it cannot be read.
+inline double residentMb(qint64 pid)
+{
+    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray &line : status.readAll().split('\n'))
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
+    return -1;
 }
 
 inline double median(std::vector<double> values)

@@ -3,10 +3,8 @@
 // with a running timer, and the time from a click on the status item to the
 // popover's first frame on screen. Runs under Xvfb with a stand-in panel on a private bus.
 #include "BenchSupport.h"
+#include "RunningDay.h"
 
-#include "persistence/DayRepository.h"
-#include "persistence/PersistenceController.h"
-#include "persistence/TaskRepository.h"
 #include "support/AppProcess.h"
 #include "support/FakeStatusNotifierWatcher.h"
 
@@ -22,17 +20,6 @@
 using namespace tarnwell;
 
 namespace {
-
-double residentMb(qint64 pid)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    return -1;
-}
 
 double cpuSeconds(qint64 pid)
 {
@@ -66,19 +53,7 @@ int main(int argc, char *argv[])
 {
     QGuiApplication qt(argc, argv);
     QTemporaryDir home;
-    {
-        // A day with a running timer, written before the program starts.
-        PersistenceController store(home.path() + QStringLiteral("/data/tarnwell/Tarnwell.sqlite"));
-        Calendar calendar;
-        DayRepository days(store.viewContext(), calendar, systemClock());
-        TaskRepository tasks(store.viewContext(), calendar, systemClock(), days);
-        Day *today = days.fetchOrCreateDay(QDateTime::currentDateTimeUtc());
-        Task *running = tasks.createTask(QStringLiteral("Write the report"), 90, false, today);
-        for (int i = 0; i < 8; ++i)
-            tasks.createTask(QStringLiteral("Later task %1").arg(i), 25, false, today);
-        running->setActiveStartedAt(QDateTime::currentDateTimeUtc());
-        store.viewContext().save();
-    }
+    bench::writeRunningDay(home.path(), 90);
 
     QDBusConnection panel = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
     WatcherObject watcherObject;
@@ -116,7 +91,7 @@ int main(int argc, char *argv[])
     if (!app.waitFor(QStringLiteral("Let the idle windows go"), 60000))
         fail("the windows were never let go", app);
     QThread::sleep(1);
-    const double rss = residentMb(app.pid());
+    const double rss = bench::residentMb(app.pid());
 
     // A running timer for 60 s: only the once-a-second countdown should wake it.
     const double cpuBefore = cpuSeconds(app.pid());

@@ -3,10 +3,8 @@
 // a timer runs; the growth of its resident memory from after the first
 // hundred rounds (the caches warmed) to the end. Target: under 3 MB.
 #include "BenchSupport.h"
+#include "RunningDay.h"
 
-#include "persistence/DayRepository.h"
-#include "persistence/PersistenceController.h"
-#include "persistence/TaskRepository.h"
 #include "support/AppProcess.h"
 
 #include <QDBusConnection>
@@ -20,17 +18,6 @@
 using namespace tarnwell;
 
 namespace {
-
-double residentMb(qint64 pid)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    return -1;
-}
 
 bool action(const QString &name)
 {
@@ -53,18 +40,7 @@ int main(int argc, char *argv[])
 {
     QGuiApplication qt(argc, argv);
     QTemporaryDir home;
-    {
-        PersistenceController store(home.path() + QStringLiteral("/data/tarnwell/Tarnwell.sqlite"));
-        Calendar calendar;
-        DayRepository days(store.viewContext(), calendar, systemClock());
-        TaskRepository tasks(store.viewContext(), calendar, systemClock(), days);
-        Day *today = days.fetchOrCreateDay(QDateTime::currentDateTimeUtc());
-        Task *running = tasks.createTask(QStringLiteral("Write the report"), 600, false, today);
-        for (int i = 0; i < 8; ++i)
-            tasks.createTask(QStringLiteral("Later task %1").arg(i), 25, false, today);
-        running->setActiveStartedAt(QDateTime::currentDateTimeUtc());
-        store.viewContext().save();
-    }
+    bench::writeRunningDay(home.path(), 600);
     AppProcess app(home.path());
     if (!app.waitFor(QStringLiteral("Interface installed"), 20000))
         fail("the program did not start", app);
@@ -85,9 +61,9 @@ int main(int argc, char *argv[])
         // stays and the next request finds it open (counted below).
         QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("Escape")});
         if (round == 100)
-            warm = residentMb(app.pid());
+            warm = bench::residentMb(app.pid());
     }
-    const double end = residentMb(app.pid());
+    const double end = bench::residentMb(app.pid());
     std::fprintf(
         stderr,
         "%d rounds in %.0f s (quick add shown afresh %lld times); resident %.1f MB after 100, %.1f MB at the end\n",

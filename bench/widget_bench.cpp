@@ -36,17 +36,6 @@ struct Silent : ChimeLibrary, CompletionPresenter
     void updatePresentation() override { }
 };
 
-double residentMb(qint64 pid)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    return -1;
-}
-
 // The application's side over a store file: writer and drain as installed.
 struct Application
 {
@@ -120,7 +109,7 @@ double idleRss(const QStringList &arguments, const QString &dataHome)
     QTimer::singleShot(4000, &wait, &QEventLoop::quit);
     wait.exec();
     widget.readAllStandardOutput();
-    const double rss = residentMb(widget.processId());
+    const double rss = bench::residentMb(widget.processId());
     widget.terminate();
     widget.waitForFinished();
     return rss;
