@@ -50,6 +50,14 @@ QUrl resolved(const QUrl &base, const QString &href)
     return base.resolved(QUrl(href));
 }
 
+// The answer's status, or "malformed" when its body could not be read.
+CalDavStatus readStatus(const CalDavStatus &answered, const DavMultistatus &ms)
+{
+    if (ms.error.isEmpty())
+        return answered;
+    return {CalDavError::malformed, answered.httpStatus, ms.error};
+}
+
 QUrl asCollection(QUrl url)
 {
     if (!url.path().endsWith(u'/'))
@@ -202,7 +210,7 @@ void CalDavClient::listCollections(const QUrl &home, Callback<QList<CalDavCollec
         }
         const DavMultistatus ms = DavMultistatus::parse(answer.body);
         if (!ms.error.isEmpty()) {
-            done({CalDavError::malformed, answer.status.httpStatus, ms.error}, {});
+            done(readStatus(answer.status, ms), {});
             return;
         }
         QList<CalDavCollection> found;
@@ -269,7 +277,7 @@ void CalDavClient::changesSince(const QUrl &collection, const QString &syncToken
         }
         const DavMultistatus ms = DavMultistatus::parse(answer.body);
         if (!ms.error.isEmpty()) {
-            done({CalDavError::malformed, answer.status.httpStatus, ms.error}, changes);
+            done(readStatus(answer.status, ms), changes);
             return;
         }
         changes.syncToken = ms.syncToken;
@@ -302,9 +310,7 @@ void CalDavClient::listEtags(const QUrl &collection, Callback<QList<CalDavResour
                 continue;
             out.append(CalDavResource{url, r.props.value(QStringLiteral("getetag")).text, {}});
         }
-        done(ms.error.isEmpty() ? answer.status
-                                : CalDavStatus{CalDavError::malformed, answer.status.httpStatus, ms.error},
-             out);
+        done(readStatus(answer.status, ms), out);
     });
 }
 
@@ -328,9 +334,7 @@ void CalDavClient::fetch(const QUrl &collection, const QList<QUrl> &urls, Callba
             out.append(CalDavResource{resolved(collection, r.href), r.props.value(QStringLiteral("getetag")).text,
                                       r.props.value(QStringLiteral("calendar-data")).text.toUtf8()});
         }
-        done(ms.error.isEmpty() ? answer.status
-                                : CalDavStatus{CalDavError::malformed, answer.status.httpStatus, ms.error},
-             out);
+        done(readStatus(answer.status, ms), out);
     });
 }
 
