@@ -1,7 +1,8 @@
 // The running program, as the user's machine carries it: resident memory
 // when idle with the popover closed after it was opened once, CPU over 60 s
 // with a running timer, and the time from a click on the status item to the
-// popover's first frame on screen. Runs under Xvfb with a stand-in panel on a private bus.
+// popover's first frame on screen (the median of three opens after the
+// windows were let go). Runs under Xvfb with a stand-in panel on a private bus.
 #include "BenchSupport.h"
 #include "RunningDay.h"
 
@@ -102,18 +103,31 @@ int main(int argc, char *argv[])
     const double cpuAfter = cpuSeconds(app.pid());
     const double cpuPct = (cpuAfter - cpuBefore) / (double(minute.elapsed()) / 1000.0) * 100.0;
 
-    // The first open after the windows were let go builds them again.
-    QElapsedTimer reopen;
-    reopen.start();
-    activate(panel, item);
-    if (!app.waitFor(QStringLiteral("Popover drawn"), 10000, int(opens.size()) + 1))
-        fail("the popover did not open again", app);
-    const double reopenMs = double(reopen.nsecsElapsed()) / 1e6;
+    // The first open after the windows were let go builds them again: once
+    // after the idle minute, then twice more after they were let go again.
+    std::vector<double> reopens;
+    for (int round = 1; round <= 3; ++round) {
+        const int drawn = int(opens.size() + reopens.size()) + 1;
+        if (round > 1) {
+            activate(panel, item); // closes it
+            if (!app.waitFor(QStringLiteral("Popover hidden"), 10000, drawn - 1))
+                fail("the popover did not close", app);
+            if (!app.waitFor(QStringLiteral("Let the idle windows go"), 60000, round))
+                fail("the windows were not let go again", app);
+            QThread::sleep(1);
+        }
+        QElapsedTimer reopen;
+        reopen.start();
+        activate(panel, item);
+        if (!app.waitFor(QStringLiteral("Popover drawn"), 10000, drawn))
+            fail("the popover did not open again", app);
+        reopens.push_back(double(reopen.nsecsElapsed()) / 1e6);
+    }
 
     app.terminate();
     app.finish();
     bench::figure("popover.open.median_ms", bench::median(opens), "ms");
-    bench::figure("popover.open_after_idle_ms", reopenMs, "ms");
+    bench::figure("popover.open_after_idle_ms", bench::median(reopens), "ms");
     bench::figure("app.idle_rss_mb", rss, "MB");
     bench::figure("app.running_timer_cpu_pct", cpuPct, "%");
     return 0;
