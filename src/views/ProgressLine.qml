@@ -11,6 +11,17 @@ T.ProgressBar {
     to: 1
     implicitWidth: 200
     implicitHeight: 6
+
+    // The share the fill shows. It eases over visible jumps only (more time,
+    // another task): a running timer's tick moves it by less than a pixel,
+    // and easing that would draw frames nobody sees.
+    property real shownPosition: control.visualPosition
+    Behavior on shownPosition {
+        id: ease
+        enabled: Math.abs(ease.targetValue - control.shownPosition) * control.availableWidth > 2
+        NumberAnimation { duration: Theme.motionMedium }
+    }
+
     background: Rectangle {
         implicitHeight: 6
         radius: 3
@@ -20,11 +31,10 @@ T.ProgressBar {
         implicitHeight: 6
         Rectangle {
             objectName: "progressFill"
-            width: control.visualPosition * parent.width
+            width: control.shownPosition * parent.width
             height: parent.height
             radius: 3
             color: control.overdue ? Theme.danger : Theme.accent
-            Behavior on width { NumberAnimation { duration: Theme.motionMedium } }
         }
     }
 }
