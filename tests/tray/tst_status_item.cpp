@@ -151,10 +151,19 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!item.available(), 5000);
         QVERIFY(!item.isRegistered());
 
-        // A panel restarted: the item registers again.
-        QVERIFY(m_bus.registerService(watcherName));
+        // A panel restarted: a new process owns the name now, and the item
+        // registers with it.
+        QDBusConnection restarted =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("restarted panel"));
+        WatcherObject object;
+        auto *watcher = new FakeWatcher(&object);
+        QVERIFY(restarted.registerObject(QStringLiteral("/StatusNotifierWatcher"), &object,
+                                         QDBusConnection::ExportAdaptors));
+        QVERIFY(restarted.registerService(watcherName));
         QTRY_VERIFY_WITH_TIMEOUT(item.isRegistered() && item.available(), 5000);
-        QCOMPARE(m_watcher->services.size(), 2);
+        QCOMPARE(watcher->services, QStringList{item.serviceName()});
+        QCOMPARE(m_watcher->services.size(), 1);
+        QDBusConnection::disconnectFromBus(restarted.name());
     }
 
     void isUnavailableWhileNoPanelShowsItems()
