@@ -12,9 +12,18 @@ HotkeyManager::HotkeyManager(AppSettingsStore &settings, NamedNotifications &cen
     : QObject(parent)
     , m_settings(settings)
     , m_center(center)
-    , m_backend(backend)
+    , m_backend(nullptr)
     , m_localMonitor(localMonitor)
 {
+    setBackend(backend);
+}
+
+void HotkeyManager::setBackend(GlobalHotkeyBackend *backend)
+{
+    unregisterAll();
+    if (m_backend)
+        disconnect(m_backend, nullptr, this, nullptr);
+    m_backend = backend;
     if (m_backend) {
         connect(m_backend, &GlobalHotkeyBackend::pressed, this, &HotkeyManager::onPressed);
         connect(m_backend, &GlobalHotkeyBackend::refused, this, &HotkeyManager::onRefused);

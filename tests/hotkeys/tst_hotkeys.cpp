@@ -226,6 +226,22 @@ private Q_SLOTS:
         QVERIFY(f.manager.globalHotkeys().contains(HotkeyAction::quickAdd));
     }
 
+    // The session bus came back: the registrations move to the new back end
+    // and the old one is no longer heard.
+    void aNewBackEndTakesTheRegistrations()
+    {
+        Fixture f;
+        f.manager.reload();
+        RecordingBackend next;
+        f.manager.setBackend(&next);
+        QVERIFY(f.backend.calls.last().isEmpty());
+        QCOMPARE(f.manager.reload(), std::nullopt);
+        QCOMPARE(next.calls.last().size(), 2);
+        Q_EMIT f.backend.pressed(HotkeyAction::quickAdd);
+        Q_EMIT next.pressed(HotkeyAction::togglePopover);
+        QCOMPARE(f.fired, QStringList{QStringLiteral("togglePopover")});
+    }
+
     void withoutABackEndNothingIsRegistered()
     {
         PersistenceController store(true);
