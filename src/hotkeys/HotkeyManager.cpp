@@ -35,7 +35,7 @@ HotkeyManager::~HotkeyManager() = default;
 std::optional<HotkeyConflict> HotkeyManager::reload()
 {
     // 1. Both texts must parse and differ; otherwise nothing changes.
-    if (const auto conflict = HotkeyConflict::check(m_settings.hotkeyTogglePopover(), m_settings.hotkeyQuickAdd())) {
+    if (auto conflict = HotkeyConflict::check(m_settings.hotkeyTogglePopover(), m_settings.hotkeyQuickAdd())) {
         qCWarning(lcHotkeys).noquote() << QStringLiteral("Hotkey conflict detected: %1").arg(conflict->description());
         return conflict;
     }
