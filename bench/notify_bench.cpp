@@ -68,7 +68,7 @@ int main(int argc, char *argv[])
     ActiveTaskService service(store.viewContext(), settings, time.clock());
     Silent chimes;
     SoundService sound(settings, chimes);
-    platform::FreedesktopNotifications center;
+    platform::FreedesktopNotifications center{QDBusConnection::sessionBus()};
     NotificationService notifications(center, settings);
     CountdownService countdown(service, notifications, sound, settings, time.clock(), std::chrono::milliseconds(0));
     Day *today = service.dayRepository().fetchOrCreateDay(time.now);

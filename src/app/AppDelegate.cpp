@@ -22,6 +22,7 @@
 #include "platform/LinuxSessionEvents.h"
 #include "platform/HotkeyBackendChooser.h"
 #include "platform/LazyChimeLibrary.h"
+#include "platform/SessionBus.h"
 #include "persistence/StoreBackup.h"
 #include "services/SaveFailureService.h"
 #include "services/ActiveTaskService.h"
@@ -61,9 +62,10 @@
 
 namespace tarnwell {
 
-AppDelegate::AppDelegate(Options options, QObject *parent)
+AppDelegate::AppDelegate(Options options, platform::SessionBus &sessionBus, QObject *parent)
     : QObject(parent)
     , m_options(std::move(options))
+    , m_sessionBus(sessionBus)
     , m_clock(systemClock())
     , m_translations(std::make_unique<Translations>())
 {
@@ -111,7 +113,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_backups->start();
     applyLanguage();
     m_theme = std::make_unique<ThemeController>();
-    m_appearance = std::make_unique<platform::AppearancePortal>();
+    m_appearance = std::make_unique<platform::AppearancePortal>(m_sessionBus.connection());
     connect(m_appearance.get(), &platform::AppearancePortal::schemeChanged, this, [this] { applyAppearance(); });
     connect(m_appearance.get(), &platform::AppearancePortal::appearanceChanged, this, [this] { applyAppearance(); });
     applyAppearance();
@@ -130,7 +132,8 @@ void AppDelegate::applicationDidFinishLaunching()
     // owner, the quick-add window and the routines window.
     m_chimes = std::make_unique<platform::LazyChimeLibrary>();
     m_sounds = std::make_unique<SoundService>(*m_settings, *m_chimes);
-    m_notificationCenter = std::make_unique<platform::FreedesktopNotifications>();
+    m_notificationCenter = std::make_unique<platform::FreedesktopNotifications>(m_sessionBus.connection());
+    connect(&m_sessionBus, &platform::SessionBus::connectionChanged, this, &AppDelegate::followSessionBus);
     m_notifier = std::make_unique<NotificationService>(*m_notificationCenter, *m_settings);
     // A save that fails (a full disk) is told once and retried until it goes through.
     m_saveFailures = std::make_unique<SaveFailureService>(m_store->viewContext(), *m_notificationCenter,
@@ -203,7 +206,7 @@ void AppDelegate::installMainInterface()
         *m_activeTasks, *m_countdown, *m_settings, [this] { return m_appearance->prefersDark(); }, actions);
     connect(m_appearance.get(), &platform::AppearancePortal::schemeChanged, m_menuBarController.get(),
             &MenuBarController::panelThemeChanged);
-    m_menuBarController->install();
+    m_menuBarController->install(m_sessionBus.connection());
     m_menuBarController->setStoreWarning(m_saveFailures->warning());
     connect(m_saveFailures.get(), &SaveFailureService::warningChanged, m_menuBarController.get(),
             &MenuBarController::setStoreWarning);
@@ -213,7 +216,7 @@ void AppDelegate::installMainInterface()
     m_notifications = std::make_unique<NamedNotifications>();
     m_popover->observeHotkeys(*m_notifications);
     m_quickAdd->observeHotkeys(*m_notifications);
-    m_hotkeyBackend = platform::chooseHotkeyBackend(QDBusConnection::sessionBus());
+    m_hotkeyBackend = platform::chooseHotkeyBackend(m_sessionBus.connection());
     m_popoverKeys = std::make_unique<PopoverKeyMonitor>(*m_popover, *m_notifications);
     m_hotkeys =
         std::make_unique<HotkeyManager>(*m_settings, *m_notifications, m_hotkeyBackend.get(), m_popoverKeys.get());
@@ -242,8 +245,9 @@ void AppDelegate::installMainInterface()
             &AppDelegate::onPopoverOpenRequested);
 
     // 4. The idle monitor, over the desktop's idle time and session events.
-    m_sessionEvents = std::make_unique<platform::LinuxSessionEvents>();
-    IdleSecondsProvider idleSeconds = platform::IdleTimeSources::find(m_clock);
+    m_sessionEvents =
+        std::make_unique<platform::LinuxSessionEvents>(QDBusConnection::systemBus(), m_sessionBus.connection());
+    IdleSecondsProvider idleSeconds = platform::IdleTimeSources::find(m_clock, m_sessionBus.connection());
     m_idleSourceFound = bool(idleSeconds);
     m_idleMonitor = std::make_unique<IdleMonitor>(*m_activeTasks, *m_settings, std::move(idleSeconds),
                                                   m_sessionEvents.get(), m_clock);
@@ -277,6 +281,30 @@ void AppDelegate::installMainInterface()
         revealPopover();
     if (m_options.exitAfterInstall)
         QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+}
+
+void AppDelegate::followSessionBus(const QDBusConnection &bus)
+{
+    // The store, the timer and the windows never left; what lives on the
+    // session bus starts again there.
+    if (m_appearance)
+        m_appearance->rebind(bus);
+    if (m_notificationCenter)
+        m_notificationCenter->rebind(bus);
+    if (!m_appUIInstalled || m_terminated)
+        return;
+    m_menuBarController->reinstall(bus);
+    m_sessionEvents->rebindSessionBus(bus);
+    IdleSecondsProvider idleSeconds = platform::IdleTimeSources::find(m_clock, bus);
+    m_idleSourceFound = bool(idleSeconds);
+    m_idleMonitor->setIdleSource(std::move(idleSeconds));
+    // The old back end's registrations go with it; the new one registers anew.
+    m_hotkeys->setBackend(nullptr);
+    m_hotkeyBackend = platform::chooseHotkeyBackend(bus);
+    m_hotkeys->setBackend(m_hotkeyBackend.get());
+    m_hotkeys->reload();
+    qCInfo(lcServices).noquote() << QStringLiteral(
+        "Status item, notifications, hot keys and idle time follow the new session bus");
 }
 
 void AppDelegate::onPopoverOpenRequested(const QString &reason, const QByteArray &activationToken)
@@ -386,7 +414,7 @@ void AppDelegate::showReview()
 DesktopFacts AppDelegate::probeDesktop() const
 {
     DesktopFacts facts;
-    QDBusConnectionInterface *session = QDBusConnection::sessionBus().interface();
+    QDBusConnectionInterface *session = m_sessionBus.connection().interface();
     QDBusConnectionInterface *system = QDBusConnection::systemBus().interface();
     facts.statusItem = m_menuBarController && m_menuBarController->statusItemExported();
     facts.notificationServer = session && session->isServiceRegistered(QStringLiteral("org.freedesktop.Notifications"));

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 
+class QDBusConnection;
 class QSettings;
 
 namespace tarnwell {
@@ -57,6 +58,7 @@ class WidgetSurface;
 
 namespace platform {
 class AppearancePortal;
+class SessionBus;
 class DayChangeObserver;
 class FreedesktopNotifications;
 class LinuxSessionEvents;
@@ -78,7 +80,9 @@ public:
         QString executable; // what launch at login runs
     };
 
-    explicit AppDelegate(Options options, QObject *parent = nullptr);
+    // Everything that talks to the session bus takes its connection from
+    // `sessionBus` and follows it when the bus comes back after a loss.
+    AppDelegate(Options options, platform::SessionBus &sessionBus, QObject *parent = nullptr);
     ~AppDelegate() override;
 
     // Before launching finishes: the link router, so no link is lost.
@@ -114,6 +118,9 @@ Q_SIGNALS:
 
 private:
     void installMainInterface();
+    // The session bus came back: the status item, notifications, hot keys,
+    // idle time, the screen saver and the appearance portal move to it.
+    void followSessionBus(const QDBusConnection &bus);
     void applyAppearance();
     void applyLanguage();
     void onDayChanged();
@@ -126,6 +133,7 @@ private:
     DesktopFacts probeDesktop() const;
 
     Options m_options;
+    platform::SessionBus &m_sessionBus;
     Calendar m_calendar;
     Clock m_clock;
     std::unique_ptr<Translations> m_translations;

@@ -7,6 +7,7 @@
 #include "persistence/PersistenceController.h"
 #include "platform/AutomationBus.h"
 #include "platform/JournalLog.h"
+#include "platform/SessionBus.h"
 #include "platform/UnixSignals.h"
 
 #include <QCommandLineParser>
@@ -88,11 +89,13 @@ int main(int argc, char *argv[])
     options.unitTestHost = qEnvironmentVariableIsSet("TARNWELL_UNIT_TEST");
     options.exitAfterInstall = qEnvironmentVariableIsSet("TARNWELL_EXIT_AFTER_INSTALL");
     options.executable = userCommand();
-    AppDelegate delegate(options);
+    // The one connection to the session bus, renewed when the bus comes back after a loss.
+    platform::SessionBus sessionBus;
+    AppDelegate delegate(options, sessionBus);
     delegate.applicationWillFinishLaunching();
 
     // One instance per user: the first owns the name, later ones hand over.
-    platform::AutomationBus bus;
+    platform::AutomationBus bus(sessionBus.connection());
     QObject::connect(&bus, &platform::ApplicationBus::openRequested, &delegate, [&](const QStringList &uris) {
         for (const QString &uri : uris)
             delegate.urlRouter()->handleURL(uri);
@@ -104,6 +107,24 @@ int main(int argc, char *argv[])
         qCInfo(lcServices).noquote() << QStringLiteral("Tarnwell is already running; handing over");
         return bus.handOver(links) ? 0 : 1;
     }
+    // A new session bus: the name again, or, when another Tarnwell took it
+    // meanwhile, that one stays and this one leaves (one writer per store).
+    QObject::connect(
+        &sessionBus, &platform::SessionBus::connectionChanged, &bus, [&bus](const QDBusConnection &connection) {
+            const QString name = QLatin1String(platform::ApplicationBus::Constants::serviceName);
+            switch (bus.claim(connection)) {
+            case platform::ApplicationBus::Role::primary:
+                qCInfo(lcServices).noquote() << QStringLiteral("Claimed %1 on the new session bus").arg(name);
+                break;
+            case platform::ApplicationBus::Role::secondary:
+                qCWarning(lcServices).noquote()
+                    << QStringLiteral("Another Tarnwell owns %1 on the new session bus; quitting").arg(name);
+                QCoreApplication::quit();
+                break;
+            case platform::ApplicationBus::Role::alone:
+                break; // claim() said why
+            }
+        });
     // Only the instance that stays touches the disk: defaults written under
     // the former name are carried over once.
     UserDefaults::migrateLegacyDefaults(*UserDefaults::open());

@@ -12,9 +12,18 @@ HotkeyManager::HotkeyManager(AppSettingsStore &settings, NamedNotifications &cen
     : QObject(parent)
     , m_settings(settings)
     , m_center(center)
-    , m_backend(backend)
+    , m_backend(nullptr)
     , m_localMonitor(localMonitor)
 {
+    setBackend(backend);
+}
+
+void HotkeyManager::setBackend(GlobalHotkeyBackend *backend)
+{
+    unregisterAll();
+    if (m_backend)
+        disconnect(m_backend, nullptr, this, nullptr);
+    m_backend = backend;
     if (m_backend) {
         connect(m_backend, &GlobalHotkeyBackend::pressed, this, &HotkeyManager::onPressed);
         connect(m_backend, &GlobalHotkeyBackend::refused, this, &HotkeyManager::onRefused);
@@ -26,7 +35,7 @@ HotkeyManager::~HotkeyManager() = default;
 std::optional<HotkeyConflict> HotkeyManager::reload()
 {
     // 1. Both texts must parse and differ; otherwise nothing changes.
-    if (const auto conflict = HotkeyConflict::check(m_settings.hotkeyTogglePopover(), m_settings.hotkeyQuickAdd())) {
+    if (auto conflict = HotkeyConflict::check(m_settings.hotkeyTogglePopover(), m_settings.hotkeyQuickAdd())) {
         qCWarning(lcHotkeys).noquote() << QStringLiteral("Hotkey conflict detected: %1").arg(conflict->description());
         return conflict;
     }

@@ -36,6 +36,9 @@ public:
     std::optional<HotkeyConflict> reload();
     // Drops every registration and the local monitor (termination).
     void unregisterAll();
+    // Another back end (the session bus it lived on was replaced): the old
+    // one's registrations are dropped; reload() registers on the new one.
+    void setBackend(GlobalHotkeyBackend *backend);
 
     const QHash<Action, HotkeyCombo> &globalHotkeys() const { return m_globalHotkeys; }
     bool localMonitorInstalled() const { return m_localMonitorInstalled; }

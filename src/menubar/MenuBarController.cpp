@@ -44,11 +44,17 @@ bool MenuBarController::statusItemExported() const
     return m_item && m_item->isExported();
 }
 
-void MenuBarController::install()
+void MenuBarController::reinstall(const QDBusConnection &bus)
+{
+    remove();
+    install(bus);
+}
+
+void MenuBarController::install(const QDBusConnection &bus)
 {
     if (m_item)
         return;
-    m_item = std::make_unique<platform::StatusNotifierItem>();
+    m_item = std::make_unique<platform::StatusNotifierItem>(bus);
     m_menu = std::make_unique<platform::DBusMenu>();
     m_item->setTitle(QStringLiteral("Tarnwell"));
     m_item->setMenu(m_menu.get());

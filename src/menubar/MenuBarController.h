@@ -4,6 +4,7 @@
 #include "MenuBarPresentation.h"
 #include "kit/Clock.h"
 
+#include <QDBusConnection>
 #include <QObject>
 #include <QPoint>
 #include <QTimer>
@@ -55,8 +56,10 @@ public:
                       std::function<bool()> panelIsDark, Actions actions, QObject *parent = nullptr);
     ~MenuBarController() override;
 
-    // Creates the status item and registers it with the panel.
-    void install();
+    // Creates the status item on `bus` and registers it with the panel.
+    void install(const QDBusConnection &bus);
+    // The item again on another connection (the session bus came back after a loss).
+    void reinstall(const QDBusConnection &bus);
     // Takes the status item off the panel.
     void remove();
     bool isInstalled() const { return bool(m_item); }

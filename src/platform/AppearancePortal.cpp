@@ -5,6 +5,8 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 
+#include <utility>
+
 namespace tarnwell::platform {
 
 namespace {
@@ -54,7 +56,28 @@ AppearancePortal::AppearancePortal(QObject *parent)
 
 AppearancePortal::AppearancePortal(QDBusConnection bus, QObject *parent)
     : QObject(parent)
+    , m_bus(std::move(bus))
 {
+    bind();
+}
+
+void AppearancePortal::rebind(QDBusConnection bus)
+{
+    m_bus.disconnect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                     SLOT(onSettingChanged(QDBusMessage)));
+    const QHash<QString, QVariantMap> before = std::exchange(m_settings, {});
+    const Scheme scheme = std::exchange(m_scheme, Scheme::noPreference);
+    m_bus = std::move(bus);
+    bind();
+    if (m_scheme != scheme)
+        Q_EMIT schemeChanged(m_scheme);
+    if (before != m_settings)
+        Q_EMIT appearanceChanged();
+}
+
+void AppearancePortal::bind()
+{
+    QDBusConnection &bus = m_bus;
     if (!bus.isConnected())
         return;
     bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,

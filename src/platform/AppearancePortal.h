@@ -30,6 +30,9 @@ public:
 
     explicit AppearancePortal(QObject *parent = nullptr);
     explicit AppearancePortal(QDBusConnection bus, QObject *parent = nullptr);
+    // Reads everything again from a new connection (the session bus came back
+    // after a loss) and follows it from then on; says what changed.
+    void rebind(QDBusConnection bus);
     Scheme scheme() const { return m_scheme; }
     bool prefersDark() const { return m_scheme == Scheme::dark; }
     std::optional<QColor> accent() const;
@@ -48,9 +51,11 @@ private Q_SLOTS:
     void onSettingChanged(const QDBusMessage &message);
 
 private:
+    void bind();
     static Scheme fromValue(const QVariant &value);
     QVariant value(const QString &group, const QString &key) const;
 
+    QDBusConnection m_bus;
     Scheme m_scheme = Scheme::noPreference;
     QHash<QString, QVariantMap> m_settings; // group → key → value
 };

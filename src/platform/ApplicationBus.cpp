@@ -8,6 +8,8 @@
 #include <QDBusMessage>
 #include <QDBusReply>
 
+#include <utility>
+
 namespace tarnwell::platform {
 
 namespace {
@@ -46,33 +48,39 @@ private:
 
 } // namespace
 
-ApplicationBus::ApplicationBus(QObject *parent)
+ApplicationBus::ApplicationBus(QDBusConnection connection, QObject *parent)
     : QObject(parent)
+    , m_connection(std::move(connection))
 {
 }
 
 ApplicationBus::~ApplicationBus()
 {
     if (m_role == Role::primary) {
-        QDBusConnection bus = QDBusConnection::sessionBus();
-        bus.unregisterObject(QString::fromLatin1(Constants::objectPath));
-        bus.unregisterService(QString::fromLatin1(Constants::serviceName));
+        m_connection.unregisterObject(QString::fromLatin1(Constants::objectPath));
+        m_connection.unregisterService(QString::fromLatin1(Constants::serviceName));
     }
+}
+
+ApplicationBus::Role ApplicationBus::claim(const QDBusConnection &connection)
+{
+    m_connection = connection;
+    m_role = Role::alone;
+    return claim();
 }
 
 ApplicationBus::Role ApplicationBus::claim()
 {
-    QDBusConnection bus = QDBusConnection::sessionBus();
+    QDBusConnection &bus = m_connection;
     if (!bus.isConnected()) {
         qCWarning(lcServices).noquote()
             << QStringLiteral("No D-Bus session bus (%1); running alone without single-instance hand-over")
                    .arg(bus.lastError().message());
         return m_role = Role::alone;
     }
-    if (!m_exported) {
+    if (!std::exchange(m_adaptorMade, true))
         new ApplicationAdaptor(this);
-        m_exported = bus.registerObject(QString::fromLatin1(Constants::objectPath), this);
-    }
+    bus.registerObject(QString::fromLatin1(Constants::objectPath), this);
     const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply = bus.interface()->registerService(
         QString::fromLatin1(Constants::serviceName), QDBusConnectionInterface::DontQueueService,
         QDBusConnectionInterface::DontAllowReplacement);
@@ -102,7 +110,7 @@ bool ApplicationBus::handOver(const QStringList &links)
                                               QString::fromLatin1(Constants::interfaceName), QStringLiteral("Open"));
         call << links << QVariantMap();
     }
-    const QDBusMessage answer = QDBusConnection::sessionBus().call(call, QDBus::Block, 2000);
+    const QDBusMessage answer = m_connection.call(call, QDBus::Block, 2000);
     if (answer.type() == QDBusMessage::ErrorMessage) {
         qCWarning(lcServices).noquote()
             << QStringLiteral("The running Tarnwell did not answer: %1").arg(answer.errorMessage());

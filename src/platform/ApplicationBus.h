@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <QObject>
 #include <QStringList>
 #include <QVariantMap>
@@ -25,11 +26,13 @@ public:
         static constexpr const char *interfaceName = "org.freedesktop.Application";
     };
 
-    explicit ApplicationBus(QObject *parent = nullptr);
+    explicit ApplicationBus(QDBusConnection connection, QObject *parent = nullptr);
     ~ApplicationBus() override;
 
     // Exports the interface, then asks for the name.
     Role claim();
+    // The same on a new connection (the session bus came back after a loss).
+    Role claim(const QDBusConnection &connection);
     Role role() const { return m_role; }
 
     // For a secondary process: Open(links) when there are links, else
@@ -42,8 +45,9 @@ Q_SIGNALS:
     void actionRequested(const QString &action, const QVariantList &parameters);
 
 private:
+    QDBusConnection m_connection;
     Role m_role = Role::alone;
-    bool m_exported = false;
+    bool m_adaptorMade = false;
 };
 
 } // namespace tarnwell::platform

@@ -20,8 +20,8 @@ QString errorName(const char *suffix)
 
 } // namespace
 
-AutomationBus::AutomationBus(QObject *parent)
-    : ApplicationBus(parent)
+AutomationBus::AutomationBus(QDBusConnection connection, QObject *parent)
+    : ApplicationBus(std::move(connection), parent)
 {
     new Tarnwell1Adaptor(this);
 }

@@ -43,7 +43,7 @@ public:
         static constexpr const char *interfaceName = "org.tarnwell.Tarnwell1";
     };
 
-    explicit AutomationBus(QObject *parent = nullptr);
+    explicit AutomationBus(QDBusConnection connection, QObject *parent = nullptr);
     ~AutomationBus() override;
 
     void setAutomation(TaskAutomation *automation);

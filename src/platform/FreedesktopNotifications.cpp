@@ -8,6 +8,8 @@
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
+#include <utility>
+
 namespace tarnwell::platform {
 
 namespace {
@@ -52,6 +54,29 @@ uchar urgencyByte(NotificationContent::Urgency urgency)
 FreedesktopNotifications::FreedesktopNotifications(QDBusConnection bus, QObject *parent)
     : NotificationCenter(parent)
     , m_bus(std::move(bus))
+{
+    bind();
+}
+
+void FreedesktopNotifications::rebind(QDBusConnection bus)
+{
+    m_bus.disconnect(service, path, interface, QStringLiteral("ActionInvoked"), this,
+                     SLOT(onActionInvoked(uint, QString)));
+    m_bus.disconnect(service, path, interface, QStringLiteral("ActivationToken"), this,
+                     SLOT(onActivationToken(uint, QString)));
+    m_bus.disconnect(service, path, interface, QStringLiteral("NotificationClosed"), this,
+                     SLOT(onNotificationClosed(uint, uint)));
+    delete std::exchange(m_watcher, nullptr);
+    m_serverIds.clear();
+    m_shown.clear();
+    m_tokens.clear();
+    m_pending.clear();
+    m_absenceLogged = false;
+    m_bus = std::move(bus);
+    bind();
+}
+
+void FreedesktopNotifications::bind()
 {
     if (!m_bus.isConnected()) {
         qCWarning(lcServices).noquote() << QStringLiteral(

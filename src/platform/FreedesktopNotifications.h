@@ -19,8 +19,12 @@ class FreedesktopNotifications final : public NotificationCenter
 {
     Q_OBJECT
 public:
-    explicit FreedesktopNotifications(QDBusConnection bus = QDBusConnection::sessionBus(), QObject *parent = nullptr);
+    explicit FreedesktopNotifications(QDBusConnection bus, QObject *parent = nullptr);
     ~FreedesktopNotifications() override;
+
+    // Follows a new connection (the session bus came back after a loss): the
+    // old server's ids mean nothing there, so they are forgotten.
+    void rebind(QDBusConnection bus);
 
     bool supportsActions() const override { return m_supportsActions; }
     bool isReachable() const override;
@@ -51,6 +55,7 @@ private:
         std::optional<NotificationContent> next; // a repeat asked for while the first is on its way
     };
 
+    void bind();
     void queryCapabilities();
     void send(const NotificationContent &content, uint replacesId);
     void close(uint id);

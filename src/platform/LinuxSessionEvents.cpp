@@ -45,17 +45,34 @@ LinuxSessionEvents::LinuxSessionEvents(QDBusConnection systemBus, QDBusConnectio
         qCWarning(lcServices).noquote() << QStringLiteral(
             "No system bus; sleep, screen lock and user switches are not seen through logind");
     }
-    if (m_session.isConnected()) {
-        // GNOME and others use the long path, KDE the short one.
-        for (const QString &path : {QStringLiteral("/org/freedesktop/ScreenSaver"), QStringLiteral("/ScreenSaver")})
-            m_session.connect(screenSaverService, path, screenSaverInterface, QStringLiteral("ActiveChanged"), this,
-                              SLOT(onScreenSaverActiveChanged(bool)));
-    } else {
+    if (m_session.isConnected())
+        followScreenSaver(true);
+    else
         qCWarning(lcServices).noquote() << QStringLiteral("No session bus; the screen saver is not followed");
-    }
 }
 
 LinuxSessionEvents::~LinuxSessionEvents() = default;
+
+void LinuxSessionEvents::followScreenSaver(bool connect)
+{
+    // GNOME and others use the long path, KDE the short one.
+    for (const QString &path : {QStringLiteral("/org/freedesktop/ScreenSaver"), QStringLiteral("/ScreenSaver")}) {
+        if (connect)
+            m_session.connect(screenSaverService, path, screenSaverInterface, QStringLiteral("ActiveChanged"), this,
+                              SLOT(onScreenSaverActiveChanged(bool)));
+        else
+            m_session.disconnect(screenSaverService, path, screenSaverInterface, QStringLiteral("ActiveChanged"), this,
+                                 SLOT(onScreenSaverActiveChanged(bool)));
+    }
+}
+
+void LinuxSessionEvents::rebindSessionBus(QDBusConnection sessionBus)
+{
+    followScreenSaver(false);
+    m_session = std::move(sessionBus);
+    if (m_session.isConnected())
+        followScreenSaver(true);
+}
 
 void LinuxSessionEvents::takeSleepInhibitor()
 {

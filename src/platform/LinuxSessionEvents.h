@@ -22,6 +22,10 @@ public:
                        QDBusConnection sessionBus = QDBusConnection::sessionBus(), QObject *parent = nullptr);
     ~LinuxSessionEvents() override;
 
+    // Follows the screen saver on a new session bus connection (the bus came
+    // back after a loss).
+    void rebindSessionBus(QDBusConnection sessionBus);
+
     bool screenIsLocked() const override { return m_locked || m_screenSaverActive; }
     // Whether a sleep delay inhibitor is held now.
     bool holdsSleepInhibitor() const { return m_inhibitor.isValid(); }
@@ -39,6 +43,7 @@ private Q_SLOTS:
     void onScreenSaverActiveChanged(bool active);
 
 private:
+    void followScreenSaver(bool connect);
     void takeSleepInhibitor();
     void findSession();
     void followSession(const QString &path);

@@ -61,6 +61,17 @@ void IdleMonitor::start()
         m_poll.start();
 }
 
+void IdleMonitor::setIdleSource(IdleSecondsProvider idleSeconds)
+{
+    m_idleSeconds = std::move(idleSeconds);
+    if (!m_started)
+        return;
+    if (!m_idleSeconds)
+        m_poll.stop();
+    else if (m_pollInterval.count() > 0 && !m_poll.isActive())
+        m_poll.start();
+}
+
 void IdleMonitor::stop()
 {
     for (const auto &connection : std::as_const(m_connections))

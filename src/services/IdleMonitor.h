@@ -64,6 +64,9 @@ public:
     void stop();
     bool isStarted() const { return m_started; }
     bool idleChecksAvailable() const { return bool(m_idleSeconds); }
+    // Another source of the idle time (the desktop's service moved to a new
+    // session bus); an empty one turns idle checks off.
+    void setIdleSource(IdleSecondsProvider idleSeconds);
 
     const std::optional<AwayGap> &pendingGap() const { return m_pendingGap; }
     const std::optional<QUuid> &autoPausedTaskID() const { return m_autoPausedTaskID; }

@@ -60,7 +60,7 @@ private Q_SLOTS:
     {
         m_f = std::make_unique<FocusFixture>();
         m_automation = std::make_unique<TaskAutomation>(m_f->service, m_f->sound, m_f->rec, Calendar());
-        m_bus = std::make_unique<AutomationBus>();
+        m_bus = std::make_unique<AutomationBus>(QDBusConnection::sessionBus());
         QCOMPARE(m_bus->claim(), tarnwell::platform::ApplicationBus::Role::primary);
     }
     void cleanup()

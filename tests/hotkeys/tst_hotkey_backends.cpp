@@ -3,13 +3,8 @@
 // on their own connection in a second thread, as a real service would answer
 // from another process. Shows which back end is chosen, the calls made, that
 // a signalled press fires the action, and that a refused key is reported.
-#include "hotkeys/HotkeyManager.h"
-#include "kit/NamedNotifications.h"
-#include "persistence/PersistenceController.h"
 #include "platform/HotkeyBackendChooser.h"
-#include "platform/KGlobalAccelHotkeyBackend.h"
-#include "platform/PortalHotkeyBackend.h"
-#include "settings/AppSettingsStore.h"
+#include "support/HotkeyHarness.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusArgument>
@@ -272,19 +267,15 @@ private:
     QObject m_portal, m_session1, m_session2, m_accel, m_component;
 };
 
-struct Client
+struct ChosenBackend
 {
-    PersistenceController store{true};
-    AppSettingsStore settings{store};
-    NamedNotifications center;
     std::unique_ptr<GlobalHotkeyBackend> backend = platform::chooseHotkeyBackend(QDBusConnection::sessionBus());
-    HotkeyManager manager{settings, center, backend.get(), nullptr};
-    QStringList fired;
+};
+struct Client : ChosenBackend, HotkeyHarness
+{
     Client()
+        : HotkeyHarness(backend.get())
     {
-        center.observe(
-            QString::fromLatin1(HotkeyManager::Constants::firedNotification), &center,
-            [this](const QVariantMap &info) { fired.append(info.value(QStringLiteral("action")).toString()); });
     }
 };
 

@@ -1,11 +1,8 @@
 // The hot-key grammar, its display form, the conflict rules and the manager's
 // reload over a recording back end.
-#include "hotkeys/HotkeyManager.h"
 #include "hotkeys/HotkeyParser.h"
-#include "kit/NamedNotifications.h"
 #include "kit/Translations.h"
-#include "persistence/PersistenceController.h"
-#include "settings/AppSettingsStore.h"
+#include "support/HotkeyHarness.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -32,20 +29,17 @@ public:
     int removals = 0;
 };
 
-struct Fixture
+// The back end and the local monitor go first, so that the manager outlives neither.
+struct Doubles
 {
-    PersistenceController store{true};
-    AppSettingsStore settings{store};
-    NamedNotifications center;
     RecordingBackend backend;
     CountingMonitor monitor;
-    HotkeyManager manager{settings, center, &backend, &monitor};
-    QStringList fired;
+};
+struct Fixture : Doubles, HotkeyHarness
+{
     Fixture()
+        : HotkeyHarness(&backend, &monitor)
     {
-        center.observe(
-            QString::fromLatin1(HotkeyManager::Constants::firedNotification), &center,
-            [this](const QVariantMap &info) { fired.append(info.value(QStringLiteral("action")).toString()); });
     }
 };
 
@@ -84,9 +78,6 @@ private Q_SLOTS:
         row("blank modifier adds nothing", QStringLiteral("cmd+ \t +j"), combo(HotkeyKey::j, Mod::command));
         row("unknown word skipped", QStringLiteral("hyper+k"), combo(HotkeyKey::k));
         row("no modifier", QStringLiteral("j"), combo(HotkeyKey::j));
-        row("h", QStringLiteral("cmd+shift+h"), combo(HotkeyKey::h, Mod::command | Mod::shift));
-        row("m", QStringLiteral("cmd+shift+m"), combo(HotkeyKey::m, Mod::command | Mod::shift));
-        row("w", QStringLiteral("cmd+shift+w"), combo(HotkeyKey::w, Mod::command | Mod::shift));
         row("enter is return", QStringLiteral("ctrl+enter"), combo(HotkeyKey::returnKey, Mod::control));
         row("esc is escape", QStringLiteral("esc"), combo(HotkeyKey::escape));
         row("arrows", QStringLiteral("alt+up"), combo(HotkeyKey::up, Mod::option));
@@ -226,21 +217,34 @@ private Q_SLOTS:
         QVERIFY(f.manager.globalHotkeys().contains(HotkeyAction::quickAdd));
     }
 
+    // The session bus came back: the registrations move to the new back end
+    // and the old one is no longer heard.
+    void aNewBackEndTakesTheRegistrations()
+    {
+        Fixture f;
+        f.manager.reload();
+        RecordingBackend next;
+        f.manager.setBackend(&next);
+        QVERIFY(f.backend.calls.last().isEmpty());
+        QCOMPARE(f.manager.reload(), std::nullopt);
+        QCOMPARE(next.calls.last().size(), 2);
+        Q_EMIT f.backend.pressed(HotkeyAction::quickAdd);
+        Q_EMIT next.pressed(HotkeyAction::togglePopover);
+        QCOMPARE(f.fired, QStringList{QStringLiteral("togglePopover")});
+    }
+
     void withoutABackEndNothingIsRegistered()
     {
-        PersistenceController store(true);
-        AppSettingsStore settings(store);
-        NamedNotifications center;
         CountingMonitor monitor;
-        HotkeyManager manager(settings, center, nullptr, &monitor);
+        HotkeyHarness h(nullptr, &monitor);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("tarnwell tarnwell://quickadd")));
-        QCOMPARE(manager.reload(), std::nullopt);
-        QVERIFY(manager.globalHotkeys().isEmpty());
+        QCOMPARE(h.manager.reload(), std::nullopt);
+        QVERIFY(h.manager.globalHotkeys().isEmpty());
         QCOMPARE(monitor.installs, 1);
         // Validation still runs.
-        settings.setHotkeyTogglePopover(QStringLiteral("cmd+shift+a"));
+        h.settings.setHotkeyTogglePopover(QStringLiteral("cmd+shift+a"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Hotkey conflict detected")));
-        QVERIFY(manager.reload());
+        QVERIFY(h.manager.reload());
     }
 };
 

@@ -1,11 +1,8 @@
 // The X11 key grab for real, under Xvfb, with key presses from xdotool:
 // presses fire with and without the lock keys, a reload moves the grab, a
 // combination another program holds is reported, and the grabs are let go.
-#include "hotkeys/HotkeyManager.h"
-#include "kit/NamedNotifications.h"
-#include "persistence/PersistenceController.h"
 #include "platform/X11HotkeyBackend.h"
-#include "settings/AppSettingsStore.h"
+#include "support/HotkeyHarness.h"
 
 #include <QGuiApplication>
 #include <QProcess>
@@ -64,19 +61,15 @@ private:
 
 constexpr uint16_t superShift = XCB_MOD_MASK_4 | XCB_MOD_MASK_SHIFT;
 
-struct Fixture
+struct X11Backend
 {
-    PersistenceController store{true};
-    AppSettingsStore settings{store};
-    NamedNotifications center;
     std::unique_ptr<platform::X11HotkeyBackend> backend = platform::X11HotkeyBackend::create();
-    HotkeyManager manager{settings, center, backend.get(), nullptr};
-    QStringList fired;
+};
+struct Fixture : X11Backend, HotkeyHarness
+{
     Fixture()
+        : HotkeyHarness(backend.get())
     {
-        center.observe(
-            QString::fromLatin1(HotkeyManager::Constants::firedNotification), &center,
-            [this](const QVariantMap &info) { fired.append(info.value(QStringLiteral("action")).toString()); });
     }
 };
 

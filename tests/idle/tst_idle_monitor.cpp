@@ -34,6 +34,12 @@ struct IdleFixture : FocusFixture
         idle = seconds;
         monitor.poll();
     }
+    // Idle from now on, polled every 30 s until `seconds` have gone by.
+    void idleFor(qint64 seconds)
+    {
+        for (qint64 at = 30; at <= seconds; at += 30)
+            pollAfter30s(at);
+    }
     qint64 focused() const { return FocusTime::focusedSeconds(*task, time.now); }
 
     qint64 idle = 0;
@@ -69,30 +75,26 @@ private Q_SLOTS:
     {
         IdleFixture f;
         // 9 minutes idle against the default 10.
-        for (qint64 at = 30; at <= 540; at += 30)
-            f.pollAfter30s(at);
+        f.idleFor(540);
         f.pollAfter30s(1);
         QVERIFY(!f.monitor.pendingGap());
 
         // 7 is no allowed value: it counts as 5, so 6 minutes are a stretch.
         f.settings.setIdleThresholdMinutes(7);
-        for (qint64 at = 30; at <= 360; at += 30)
-            f.pollAfter30s(at);
+        f.idleFor(360);
         f.pollAfter30s(2);
         QVERIFY(f.monitor.pendingGap());
         f.monitor.keepGap();
 
         // Threshold 0: idle checks are off, however long the stretch.
         f.settings.setIdleThresholdMinutes(0);
-        for (qint64 at = 30; at <= 1800; at += 30)
-            f.pollAfter30s(at);
+        f.idleFor(1800);
         f.pollAfter30s(1);
         QVERIFY(!f.monitor.pendingGap());
 
         // A stretch that ends on another task is dropped.
         f.settings.setIdleThresholdMinutes(5);
-        for (qint64 at = 30; at <= 600; at += 30)
-            f.pollAfter30s(at);
+        f.idleFor(600);
         QVERIFY(f.monitor.awayRunSeconds());
         Task *other = f.add(QStringLiteral("Other"), 30);
         f.service.taskRepository().reorderTasks(f.service.dayRepository().fetchOrCreateDay(f.time.now),

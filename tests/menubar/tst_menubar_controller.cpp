@@ -82,7 +82,7 @@ private Q_SLOTS:
         actions.completeActive = [&] { ++completions; };
         MenuBarController controller(
             f.service, f.countdown, f.settings, [] { return false; }, actions);
-        controller.install();
+        controller.install(QDBusConnection::sessionBus());
         const QString service = controller.statusItem()->serviceName();
         QTRY_VERIFY(m_watcher->services.contains(service));
         QCOMPARE(label(service), QStringLiteral("What's next?"));
@@ -149,7 +149,7 @@ private Q_SLOTS:
         actions.openToday = [&] { ++opens; };
         auto controller = std::make_unique<MenuBarController>(
             f.service, f.countdown, f.settings, [] { return false; }, actions);
-        controller->install();
+        controller->install(QDBusConnection::sessionBus());
         const QString service = controller->statusItem()->serviceName();
         QTRY_VERIFY(m_watcher->services.contains(service));
 

@@ -39,7 +39,7 @@ struct NotifyFixture
     ActiveTaskService service{store->viewContext(), settings, time.clock()};
     Recorder rec;
     SoundService sound{settings, rec};
-    platform::FreedesktopNotifications center;
+    platform::FreedesktopNotifications center{QDBusConnection::sessionBus()};
     NotificationService notifications{center, settings};
     CountdownService live{service, notifications, sound, settings, time.clock(), std::chrono::milliseconds(0)};
     NotificationActionRouter router{center, service, sound, rec};
@@ -184,6 +184,30 @@ private Q_SLOTS:
         QCOMPARE(opened.size(), 1);
         QVERIFY(f.rec.nextUp.isEmpty());
         QVERIFY(f.rec.log.isEmpty());
+    }
+
+    // The session bus came back: the old server's ids are forgotten, and
+    // notifications and clicks go through the new connection only.
+    void followsANewConnection()
+    {
+        NotifyFixture f;
+        auto &server = f.server;
+        Task *t = f.overdue(QStringLiteral("T"), 10);
+        QTRY_COMPARE(server.notifications.size(), 1);
+        QDBusConnection next = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("next"));
+        f.center.rebind(next);
+        QCOMPARE(f.center.serverId(requestID(t)), 0u);
+
+        QSignalSpy opened(&f.router, &NotificationActionRouter::popoverOpenRequested);
+        f.notifications.notifyDurationComplete(*t);
+        QTRY_COMPARE(server.notifications.size(), 2);
+        QCOMPARE(server.notifications.at(1).replacesId, 0u);
+        QCOMPARE(server.senders.at(1), next.baseService());
+        server.click(server.notifications.at(1).id, QStringLiteral("default"));
+        QTRY_COMPARE(opened.size(), 1);
+        QTest::qWait(200);
+        QCOMPARE(opened.size(), 1); // heard once, not also on the old connection
+        QDBusConnection::disconnectFromBus(next.name());
     }
 
     void serverWithoutButtonsGetsAHintInTheBody()

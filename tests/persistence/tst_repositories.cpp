@@ -101,16 +101,6 @@ private Q_SLOTS:
         }
     }
 
-    void errorTextsComeFromTheStringTable()
-    {
-        // Without a loaded table qtTrId answers with the key; the test of the
-        // tables themselves lives with the translations.
-        QCOMPARE(RepositoryError::titleTooLong(200), RepositoryError::titleTooLong(200));
-        QVERIFY(!(RepositoryError::titleEmpty() == RepositoryError::dayNotFound()));
-        QCOMPARE(QString::fromLatin1(RepositoryError::reorderMismatch().key()),
-                 QStringLiteral("error.repository.reorderMismatch"));
-    }
-
     void urgentGoesFirstAndIndexesKeepTheirGaps()
     {
         Fixture f;

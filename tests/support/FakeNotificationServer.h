@@ -6,6 +6,7 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusMessage>
 #include <QStringList>
 #include <QVariantMap>
 
@@ -47,6 +48,7 @@ public:
 
     QList<Notification> notifications; // every Notify, in order
     QList<uint> closed; // every CloseNotification, in order
+    QStringList senders; // the unique name each Notify came from
     QStringList capabilities{QStringLiteral("actions"), QStringLiteral("body")};
 
 public Q_SLOTS:
@@ -55,6 +57,7 @@ public Q_SLOTS:
     {
         const uint id = replacesId != 0 ? replacesId : ++m_lastId;
         notifications.append({appName, replacesId, appIcon, summary, body, actions, hints, timeout, id});
+        senders.append(message().service());
         Q_EMIT notified();
         return id;
     }

@@ -136,13 +136,11 @@ private Q_SLOTS:
         const QString home = m_root.filePath(QStringLiteral("pipe"));
         AppProcess app(home);
         QVERIFY2(app.waitFor(QStringLiteral("Interface installed")), qPrintable(app.log()));
-        const QStringList env{QStringLiteral("XDG_DATA_HOME=") + home + QStringLiteral("/data"),
-                              QStringLiteral("XDG_CONFIG_HOME=") + home + QStringLiteral("/config")};
+        QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
+        e.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
+        e.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/config"));
         const auto cli = [&](const QString &program, const QStringList &arguments) {
             QProcess p;
-            QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
-            for (const QString &entry : env)
-                e.insert(entry.section(u'=', 0, 0), entry.section(u'=', 1));
             p.setProcessEnvironment(e);
             p.start(program, arguments);
             p.waitForFinished(20000);
@@ -150,8 +148,6 @@ private Q_SLOTS:
         };
 
         QProcess bar;
-        QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
-        e.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
         bar.setProcessEnvironment(e);
         bar.start(QStringLiteral(TARNWELL_WIDGET_BINARY), {QStringLiteral("--waybar")});
         QStringList lines;
