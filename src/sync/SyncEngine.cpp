@@ -144,10 +144,6 @@ void SyncEngine::run(const SyncAccount &account, const QString &password, Done d
         const auto stored = m_state.collection();
         m_pass->resetState = stored && *stored != m_pass->collection;
         const QString token = m_pass->resetState ? QString() : m_state.syncToken();
-        m_pass->knownEtags = m_pass->resetState ? QHash<QString, QString>() : m_state.etags();
-        if (!m_pass->resetState)
-            for (const auto &t : m_state.tombstones())
-                m_pass->tombstones.insert(t.href, t.etag);
         qCInfo(lcServices).noquote() << QStringLiteral("Sync pass with %1 started (%2)")
                                             .arg(m_pass->collection,
                                                  token.isEmpty() ? QStringLiteral("everything")
@@ -264,6 +260,10 @@ void SyncEngine::askChanges(const QString &token)
                 return;
             }
             if (status.ok() && !changes.syncToken.isEmpty()) {
+                // Nothing changed (the common pass): the known etags need not be read.
+                const bool quiet = !token.isEmpty() && changes.changed.isEmpty() && changes.removed.isEmpty();
+                if (!quiet && !loadKnown())
+                    return;
                 if (token.isEmpty()) {
                     compareEtags(changes.changed, changes.syncToken);
                     return;
@@ -293,9 +293,26 @@ void SyncEngine::askChanges(const QString &token)
                                         fail(listed);
                                         return;
                                     }
-                                    compareEtags(all, QString());
+                                    if (loadKnown())
+                                        compareEtags(all, QString());
                                 });
         });
+}
+
+bool SyncEngine::loadKnown()
+{
+    if (m_pass->resetState)
+        return true; // everything it knows belongs to another collection
+    try {
+        m_pass->knownEtags = m_state.etags();
+        for (const auto &t : m_state.tombstones())
+            m_pass->tombstones.insert(t.href, t.etag);
+        return true;
+    } catch (const StoreError &error) {
+        fail(CalDavStatus{CalDavError::server, 0,
+                          QStringLiteral("reading the sync state: %1").arg(error.description())});
+        return false;
+    }
 }
 
 void SyncEngine::compareEtags(const QList<CalDavResource> &listed, const QString &newToken)

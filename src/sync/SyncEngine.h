@@ -90,6 +90,7 @@ private:
 
     // Pull.
     void askChanges(const QString &token);
+    bool loadKnown(); // the etags and tombstones the store holds; false when the pass failed
     void compareEtags(const QList<CalDavResource> &listed, const QString &newToken);
     void queueChanged(const QString &href, const QString &etag);
     void fetchNext();

@@ -279,14 +279,15 @@ private Q_SLOTS:
         QCOMPARE(passport->durationMinutes(), std::optional<qint32>(30));
     }
 
-    // The server killed in the middle of a pass: the pass reports the
-    // network, the store stays consistent, the next pass completes, and
-    // nothing is lost or doubled.
+    // The server killed in the middle of a pass, once while A pushes and
+    // once while B pulls: the pass reports the network, the store stays
+    // consistent, the next pass completes, nothing is lost or doubled.
     void serverGoneMidPassLosesNothing()
     {
         auto [a, b] = freshPair();
         for (int i = 0; i < 300; ++i)
             a->add(QStringLiteral("Task %1").arg(i, 3, 10, QLatin1Char('0')), m_today.addDays(i % 7));
+        a->engine.setTuning({100, 6, 1}); // one write at a time: the kill lands mid-push
         std::optional<SyncOutcome> cut;
         a->engine.run(m_account, m_radicale.password, [&cut](const SyncOutcome &o) { cut = o; });
         QTRY_VERIFY_WITH_TIMEOUT(a->count(QStringLiteral("sync_items")) > 20, 60000);
@@ -296,9 +297,19 @@ private Q_SLOTS:
         QVERIFY(a->count(QStringLiteral("sync_items")) < 300);
         QString why;
         QVERIFY2(m_radicale.start(&why), qPrintable(why));
-
         QVERIFY(pass(*a).status.ok());
         QCOMPARE(a->count(QStringLiteral("sync_items")), 300);
+
+        b->engine.setTuning({20, 6, 4}); // many small fetches: the kill lands mid-pull
+        cut.reset();
+        connect(
+            &b->engine, &SyncEngine::sliceSaved, this, [this] { m_radicale.kill(); }, Qt::SingleShotConnection);
+        b->engine.run(m_account, m_radicale.password, [&cut](const SyncOutcome &o) { cut = o; });
+        QTRY_VERIFY_WITH_TIMEOUT(cut.has_value(), 60000);
+        QCOMPARE(cut->status.error, CalDavError::network);
+        QVERIFY(b->all().size() < 300);
+        QCOMPARE(b->count(QStringLiteral("sync_collections")), 0); // no token for a pull cut short
+        QVERIFY2(m_radicale.start(&why), qPrintable(why));
         QVERIFY(pass(*b).status.ok());
         QCOMPARE(b->all().size(), 300);
         QCOMPARE(a->all().size(), 300);
