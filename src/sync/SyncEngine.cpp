@@ -395,7 +395,7 @@ void SyncEngine::applySlice()
         m_pass->resetState = false;
         ops.append([this] { m_state.clear(); });
     }
-    while (!m_pass->incoming.empty() && clock.elapsed() < m_tuning.sliceMilliseconds) {
+    while (!m_pass->incoming.empty() && clock.elapsed() < m_tuning.sliceMilliseconds && applied < m_tuning.sliceItems) {
         const Incoming in = std::move(m_pass->incoming.front());
         m_pass->incoming.pop_front();
         if (in.removed)

@@ -46,7 +46,11 @@ public:
     struct Tuning
     {
         int fetchBatch = 100; // resources per calendar-multiget
-        int sliceMilliseconds = 6; // work per slice on the main loop before the slice is saved
+        // Per slice on the main loop: resources applied until this much time
+        // went by or this many were applied; then the slice is saved (the
+        // save's own fsync comes on top).
+        int sliceMilliseconds = 4;
+        int sliceItems = 50;
         int parallelWrites = 4; // PUT and DELETE requests in flight at once
     };
 

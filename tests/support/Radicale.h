@@ -87,6 +87,9 @@ public:
         m_server.waitForFinished();
     }
 
+    // Radicale's own folder (collection-root/<user>/<collection>/ holds the items).
+    QString storageFolder() const { return m_dir.filePath(QStringLiteral("store")); }
+
     QUrl base() const { return QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(m_port)); }
     QUrl url(const QString &path) const { return base().resolved(QUrl(path)); }
 

@@ -287,7 +287,7 @@ private Q_SLOTS:
         auto [a, b] = freshPair();
         for (int i = 0; i < 300; ++i)
             a->add(QStringLiteral("Task %1").arg(i, 3, 10, QLatin1Char('0')), m_today.addDays(i % 7));
-        a->engine.setTuning({100, 6, 1}); // one write at a time: the kill lands mid-push
+        a->engine.setTuning({100, 4, 50, 1}); // one write at a time: the kill lands mid-push
         std::optional<SyncOutcome> cut;
         a->engine.run(m_account, m_radicale.password, [&cut](const SyncOutcome &o) { cut = o; });
         QTRY_VERIFY_WITH_TIMEOUT(a->count(QStringLiteral("sync_items")) > 20, 60000);
@@ -300,7 +300,7 @@ private Q_SLOTS:
         QVERIFY(pass(*a).status.ok());
         QCOMPARE(a->count(QStringLiteral("sync_items")), 300);
 
-        b->engine.setTuning({20, 6, 4}); // many small fetches: the kill lands mid-pull
+        b->engine.setTuning({20, 4, 50, 4}); // many small fetches: the kill lands mid-pull
         cut.reset();
         connect(
             &b->engine, &SyncEngine::sliceSaved, this, [this] { m_radicale.kill(); }, Qt::SingleShotConnection);
