@@ -64,24 +64,25 @@ struct SyncEngine::Pass
     SyncOutcome outcome;
     QString collection; // hrefOf(account.collection)
     QString newToken;
-    bool resetState = false; // the store's state belongs to another collection
 
     // Pull.
     QHash<QString, QString> knownEtags; // href → etag of every item
     QHash<QString, QString> tombstones; // href → etag
     QList<QUrl> toFetch;
-    qsizetype fetched = 0;
-    bool fetching = false;
     std::deque<Incoming> incoming;
-    bool sliceScheduled = false;
     QHash<QDate, Day *> days;
+    qsizetype fetched = 0;
 
     // Push.
     std::deque<Write> writes;
-    int inFlight = 0;
     QList<StateOp> pendingOps;
-    bool flushScheduled = false;
     CalDavStatus firstFailure; // a resource the server refused; the pass goes on
+    int inFlight = 0;
+
+    bool resetState = false; // the store's state belongs to another collection
+    bool fetching = false;
+    bool sliceScheduled = false;
+    bool flushScheduled = false;
 };
 
 SyncEngine::SyncEngine(StoreContext &context, DayRepository &days, QNetworkAccessManager &network, Clock clock,
