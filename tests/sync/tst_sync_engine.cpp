@@ -176,6 +176,19 @@ private Q_SLOTS:
         QCOMPARE(pass(*b).removed, 1);
         QCOMPARE(b->all().size(), 2);
         QVERIFY(!b->named(QStringLiteral("Call the bank")));
+
+        // A token the server no longer knows: every etag compared instead,
+        // the change found, nothing doubled or lost.
+        QSqlQuery(b->store.viewContext().database())
+            .exec(QStringLiteral("UPDATE sync_collections SET sync_token = 'http://radicale.org/ns/sync/forgotten'"));
+        a->tasks.updateTask(aFirst, QStringLiteral("Book the night train"), std::nullopt, 25, std::nullopt);
+        QCOMPARE(pass(*a).pushed, 1);
+        const SyncOutcome relisted = pass(*b);
+        QVERIFY(relisted.status.ok());
+        QCOMPARE(relisted.pulled, 1);
+        QCOMPARE(b->all().size(), 2);
+        QVERIFY(b->named(QStringLiteral("Book the night train")));
+        QVERIFY(b->count(QStringLiteral("sync_collections WHERE sync_token LIKE '%forgotten'")) == 0);
     }
 
     // Edits on both sides between passes: per field the later edit, focused
