@@ -1220,6 +1220,11 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>Import refused: two days of the file have the same date</extracomment>
         <translation>dieses Datum kommt zweimal vor</translation>
     </message>
+    <message id="sync.task.untitled">
+        <source>Untitled to-do</source>
+        <extracomment>The title of a task that came from a to-do without a summary (written by another calendar program)</extracomment>
+        <translation>Aufgabe ohne Titel</translation>
+    </message>
     <message id="automation.error.notReady">
         <source>Tarnwell is still starting; try again in a moment.</source>
         <extracomment>A script called the agent while it is still starting</extracomment>

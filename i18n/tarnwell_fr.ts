@@ -1220,6 +1220,11 @@ Essayez « tarnwell %2 --help ».</translation>
         <extracomment>Import refused: two days of the file have the same date</extracomment>
         <translation>cette date apparaît deux fois</translation>
     </message>
+    <message id="sync.task.untitled">
+        <source>Untitled to-do</source>
+        <extracomment>The title of a task that came from a to-do without a summary (written by another calendar program)</extracomment>
+        <translation>Tâche sans titre</translation>
+    </message>
     <message id="automation.error.notReady">
         <source>Tarnwell is still starting; try again in a moment.</source>
         <extracomment>A script called the agent while it is still starting</extracomment>

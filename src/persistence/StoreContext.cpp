@@ -325,8 +325,13 @@ void StoreContext::deleteRow(ManagedObject *object)
 
 void StoreContext::save()
 {
+    save(std::function<void()>());
+}
+
+void StoreContext::save(const std::function<void()> &alsoWrite)
+{
     processPendingChanges();
-    if (!hasChanges())
+    if (!hasChanges() && !alsoWrite)
         return;
 
     QSqlDatabase db = database();
@@ -343,6 +348,8 @@ void StoreContext::save()
             updateRow(object);
         for (ManagedObject *object : std::as_const(m_deleted))
             deleteRow(object);
+        if (alsoWrite)
+            alsoWrite();
         if (!control.exec(QStringLiteral("COMMIT")))
             throw errorFrom(control.lastError());
     } catch (const StoreError &error) {

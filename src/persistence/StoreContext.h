@@ -77,6 +77,10 @@ public:
         return static_cast<T *>(existingObject(T::description(), id));
     }
 
+    // Whether an object with this id lives in memory, deleted or not: an id
+    // given to a new object must not be.
+    bool holds(const QUuid &id) const { return m_objects.contains(id); }
+
     QList<ManagedObject *> fetch(const FetchRequest &request);
     template<typename T>
     QList<T *> fetch(FetchRequest request)
@@ -92,6 +96,11 @@ public:
 
     bool hasChanges() const;
     void save();
+    // As save(), with `alsoWrite` run inside the same transaction after the
+    // objects' rows are written: SQL of the caller's own on database() that
+    // must stand or fall with them. It throws StoreError to roll back
+    // everything. Runs even when no object has changes.
+    void save(const std::function<void()> &alsoWrite);
     // Sends objectsDidChange for the changes made since the last notice.
     // Runs by itself from the event loop after a change, and before a save.
     void processPendingChanges();

@@ -12,7 +12,10 @@ namespace tarnwell::sync {
 namespace {
 
 constexpr int maxRedirects = 5;
-constexpr int timeoutMs = 30000;
+// A request fails when nothing moves for this long. Generous: a server builds
+// a large listing (the first sync-collection of thousands of to-dos) before
+// it sends the first byte; Radicale takes over 30 s for 10,000 on a busy machine.
+constexpr int timeoutMs = 120000;
 
 const QByteArray propfindPrincipal = QByteArrayLiteral(
     R"(<?xml version="1.0" encoding="utf-8"?><D:propfind xmlns:D="DAV:"><D:prop><D:current-user-principal/></D:prop></D:propfind>)");

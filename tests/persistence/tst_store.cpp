@@ -343,6 +343,59 @@ private Q_SLOTS:
         }
         // A newer store is refused by this build: see tst_crash_safety.
     }
+
+    // A store of version 2 takes the sync tables and keeps its data; deleting
+    // a synced task, directly or with its day, leaves a tombstone for the
+    // server, and an unsynced one leaves none.
+    void syncStateMigratesAndTombstonesDeletedTasks()
+    {
+        const QString file = path(QStringLiteral("v2.sqlite"));
+        QStringList steps;
+        QDir dir(QStringLiteral(":/persistence/schema"));
+        for (const QString &name : dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name)) {
+            QFile f(dir.filePath(name));
+            QVERIFY(f.open(QIODevice::ReadOnly));
+            steps << QString::fromUtf8(f.readAll());
+        }
+        QVERIFY(steps.size() >= 3);
+        QUuid synced, plain, withDay;
+        {
+            PersistenceController v2(file, StoreMigrator(steps.mid(0, 2)));
+            auto &context = v2.viewContext();
+            Day *day = makeDay(context, at(10));
+            synced = makeTask(context, day, QStringLiteral("synced"))->id();
+            plain = makeTask(context, day, QStringLiteral("plain"))->id();
+            withDay = makeTask(context, makeDay(context, at(11)), QStringLiteral("on another day"))->id();
+            context.save();
+        }
+        PersistenceController store(file);
+        auto &context = store.viewContext();
+        QSqlDatabase db = context.database();
+        QCOMPARE(StoreMigrator::userVersion(db), int(steps.size()));
+        QCOMPARE(context.fetch<Task>(FetchRequest{}).size(), 3);
+        QSqlQuery q(db);
+        for (const QUuid &id : {synced, withDay})
+            QVERIFY(
+                q.exec(QStringLiteral("INSERT INTO sync_items(task_id, href, etag, base) VALUES ('%1', '/c/%1.ics', "
+                                      "'\"e1\"', 'BEGIN:VCALENDAR')")
+                           .arg(id.toString(QUuid::WithoutBraces))));
+        context.deleteObject(context.existingObject<Task>(synced));
+        context.deleteObject(context.existingObject<Task>(plain));
+        Task *other = context.existingObject<Task>(withDay);
+        context.deleteObject(other->day());
+        context.save();
+        QVERIFY(q.exec(QStringLiteral("SELECT href, etag FROM sync_tombstones ORDER BY href")));
+        QStringList tombstones;
+        while (q.next())
+            tombstones << q.value(0).toString() + u' ' + q.value(1).toString();
+        QStringList expected;
+        for (const QUuid &id : {synced, withDay})
+            expected << QStringLiteral("/c/%1.ics \"e1\"").arg(id.toString(QUuid::WithoutBraces));
+        expected.sort();
+        QCOMPARE(tombstones, expected);
+        QVERIFY(q.exec(QStringLiteral("SELECT count(*) FROM sync_items")) && q.next());
+        QCOMPARE(q.value(0).toInt(), 0);
+    }
 };
 
 QTEST_GUILESS_MAIN(StoreTest)

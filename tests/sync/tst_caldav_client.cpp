@@ -2,16 +2,13 @@
 // storage folder of its own, started and stopped by the test.
 #include "sync/CalDavClient.h"
 #include "sync/DavMultistatus.h"
+#include "support/Radicale.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <optional>
@@ -19,9 +16,6 @@
 using namespace tarnwell::sync;
 
 namespace {
-
-const QString user = QStringLiteral("alice");
-const QString password = QStringLiteral("correct horse");
 
 QByteArray todo(const QString &uid, const QString &summary)
 {
@@ -54,72 +48,27 @@ class CalDavClientTest : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir m_dir;
-    QProcess m_server;
+    tarnwell::test::Radicale m_radicale;
     QUrl m_base;
     QNetworkAccessManager m_network;
-
-    // MKCALENDAR, as another client would make the collections.
-    void makeCalendar(const QString &path, const QString &name, const QString &component)
-    {
-        QNetworkRequest r(m_base.resolved(QUrl(path)));
-        r.setRawHeader("Authorization", "Basic " + (user + u':' + password).toUtf8().toBase64());
-        r.setRawHeader("Content-Type", "application/xml");
-        const QByteArray body =
-            QStringLiteral("<?xml version='1.0'?><C:mkcalendar xmlns:D='DAV:' xmlns:C='urn:ietf:params:xml:ns:caldav'>"
-                           "<D:set><D:prop><D:displayname>%1</D:displayname><C:supported-calendar-component-set>"
-                           "<C:comp name='%2'/></C:supported-calendar-component-set></D:prop></D:set></C:mkcalendar>")
-                .arg(name, component)
-                .toUtf8();
-        QNetworkReply *reply = m_network.sendCustomRequest(r, "MKCALENDAR", body);
-        QTRY_VERIFY_WITH_TIMEOUT(reply->isFinished(), 15000);
-        QCOMPARE(reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(), 201);
-        reply->deleteLater();
-    }
+    const QString user = m_radicale.user;
+    const QString password = m_radicale.password;
 
 private Q_SLOTS:
     void initTestCase()
     {
-        const QString radicale = QStandardPaths::findExecutable(QStringLiteral("radicale"));
-        QVERIFY2(!radicale.isEmpty(), "radicale is missing (scripts/setup.sh installs it)");
-        // A port nobody holds right now.
-        QTcpServer probe;
-        QVERIFY(probe.listen(QHostAddress::LocalHost));
-        const quint16 port = probe.serverPort();
-        probe.close();
-
-        QFile users(m_dir.filePath(QStringLiteral("users")));
-        QVERIFY(users.open(QIODevice::WriteOnly));
-        users.write((user + u':' + password + u'\n').toUtf8());
-        users.close();
-        m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_server.start(radicale,
-                       {QStringLiteral("--server-hosts"), QStringLiteral("127.0.0.1:%1").arg(port),
-                        QStringLiteral("--storage-filesystem-folder"), m_dir.filePath(QStringLiteral("store")),
-                        QStringLiteral("--auth-type"), QStringLiteral("htpasswd"),
-                        QStringLiteral("--auth-htpasswd-filename"), users.fileName(),
-                        QStringLiteral("--auth-htpasswd-encryption"), QStringLiteral("plain"),
-                        QStringLiteral("--rights-type"), QStringLiteral("owner_only"),
-                        QStringLiteral("--logging-level"), QStringLiteral("warning")});
-        QVERIFY(m_server.waitForStarted());
-        QTRY_VERIFY_WITH_TIMEOUT(
-            [&] {
-                QTcpSocket s;
-                s.connectToHost(QHostAddress::LocalHost, port);
-                return s.waitForConnected(200);
-            }(),
-            20000);
-        m_base = QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(port));
-        makeCalendar(QStringLiteral("/alice/tasks/"), QStringLiteral("Tasks"), QStringLiteral("VTODO"));
-        QVERIFY(!QTest::currentTestFailed());
-        makeCalendar(QStringLiteral("/alice/events/"), QStringLiteral("Events"), QStringLiteral("VEVENT"));
+        QString why;
+        QVERIFY2(m_radicale.start(&why), qPrintable(why));
+        m_base = m_radicale.base();
+        QCOMPARE(m_radicale.makeCalendar(m_network, QStringLiteral("/alice/tasks/"), QStringLiteral("Tasks"),
+                                         QStringLiteral("VTODO")),
+                 201);
+        QCOMPARE(m_radicale.makeCalendar(m_network, QStringLiteral("/alice/events/"), QStringLiteral("Events"),
+                                         QStringLiteral("VEVENT")),
+                 201);
     }
 
-    void cleanupTestCase()
-    {
-        m_server.terminate();
-        m_server.waitForFinished();
-    }
+    void cleanupTestCase() { m_radicale.stop(); }
 
     // From the bare server address to the one collection that holds to-dos,
     // through the well-known redirect, the principal and the calendar home.

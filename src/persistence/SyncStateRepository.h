@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+namespace tarnwell {
+
+class StoreContext;
+
+// What two-way sync remembers between passes (tables sync_collections,
+// sync_items, sync_tombstones). Reads run at once; every write throws
+// StoreError and is meant to run inside StoreContext::save(alsoWrite), so
+// that it stands or falls with the task changes it belongs to.
+class SyncStateRepository
+{
+public:
+    struct Item
+    {
+        QUuid taskId;
+        QString href;
+        QString etag; // empty: not on the server any more, to be written again
+        QByteArray base;
+    };
+    struct Tombstone
+    {
+        QString href;
+        QString etag;
+    };
+
+    explicit SyncStateRepository(StoreContext &context);
+
+    // The collection the state belongs to; none before the first pass.
+    std::optional<QString> collection() const;
+    QString syncToken() const;
+    // Makes `url` the collection (dropping every item and tombstone when it
+    // was another one) and stores its token.
+    void setCollection(const QString &url, const QString &syncToken);
+
+    std::optional<Item> item(const QUuid &taskId) const;
+    std::optional<Item> itemAt(const QString &href) const;
+    // href → etag ("" for a lost resource) of every item.
+    QHash<QString, QString> etags() const;
+    QList<Tombstone> tombstones() const;
+    // The items whose task's synced columns differ from the fingerprint
+    // taken when both sides last agreed.
+    QList<QUuid> changedTasks() const;
+    // The tasks that have no item: never written to the server.
+    QList<QUuid> unsyncedTasks() const;
+
+    // Records the agreement on a task: its item, and its columns as they are
+    // now (call after the task's own rows are written).
+    void putItem(const Item &item);
+    void setEtag(const QString &href, const QString &etag);
+    // The fingerprint noted for the task, and its columns' as they are now.
+    QString fingerprint(const QUuid &taskId) const;
+    QString currentFingerprint(const QUuid &taskId) const;
+    // Empty: the task counts as changed here until its next write.
+    void setFingerprint(const QUuid &taskId, const QString &fingerprint);
+    void removeItem(const QString &href);
+    void removeTombstone(const QString &href);
+    // Drops everything: collection, token, items, tombstones.
+    void clear();
+    QList<QUuid> syncedTasks() const;
+
+private:
+    StoreContext &m_context;
+};
+
+} // namespace tarnwell

@@ -1,0 +1,797 @@
+#include "SyncEngine.h"
+
+#include "TodoMerge.h"
+#include "kit/Logging.h"
+#include "persistence/Day.h"
+#include "persistence/DayRepository.h"
+#include "persistence/StoreContext.h"
+#include "persistence/Task.h"
+#include "persistence/TaskRepository.h"
+
+#include <QElapsedTimer>
+#include <QTextBoundaryFinder>
+#include <QTimer>
+
+#include <algorithm>
+#include <limits>
+
+namespace tarnwell::sync {
+
+namespace {
+
+constexpr int maxPlannedMinutes = 9999; // what the task editor accepts
+
+// A to-do as this store can hold it: the title a task may have, planned
+// minutes within the editor's range, instants in whole seconds (what
+// iCalendar keeps).
+TodoFields normalized(TodoFields f)
+{
+    f.title = SyncEngine::taskTitle(f.title, f.notes);
+    if (f.plannedMinutes && *f.plannedMinutes > maxPlannedMinutes)
+        f.plannedMinutes = maxPlannedMinutes;
+    if (f.completedAt)
+        f.completedAt = QDateTime::fromSecsSinceEpoch(f.completedAt->toSecsSinceEpoch(), Qt::UTC);
+    return f;
+}
+
+// Equal in everything a task holds (not the uid, not the edit time).
+bool sameContent(const TodoFields &a, const TodoFields &b)
+{
+    TodoFields x = a;
+    TodoFields y = b;
+    x.uid = y.uid;
+    x.lastModified = y.lastModified;
+    return x == y;
+}
+
+QString hrefOf(const QUrl &url)
+{
+    return url.toString(QUrl::FullyEncoded);
+}
+
+bool isFatal(CalDavError error)
+{
+    return error == CalDavError::network || error == CalDavError::unauthorized || error == CalDavError::certificate ||
+        error == CalDavError::notCalDav;
+}
+
+} // namespace
+
+struct SyncEngine::Pass
+{
+    SyncAccount account;
+    Done done;
+    SyncOutcome outcome;
+    QString collection; // hrefOf(account.collection)
+    QString newToken;
+
+    // Pull.
+    QHash<QString, QString> knownEtags; // href → etag of every item
+    QHash<QString, QString> tombstones; // href → etag
+    QList<QUrl> toFetch;
+    std::deque<Incoming> incoming;
+    QHash<QDate, Day *> days;
+    qsizetype fetched = 0;
+
+    // Push.
+    std::deque<Write> writes;
+    QList<StateOp> pendingOps;
+    CalDavStatus firstFailure; // a resource the server refused; the pass goes on
+    int inFlight = 0;
+
+    bool resetState = false; // the store's state belongs to another collection
+    bool fetching = false;
+    bool sliceScheduled = false;
+    bool flushScheduled = false;
+};
+
+SyncEngine::SyncEngine(StoreContext &context, DayRepository &days, QNetworkAccessManager &network, Clock clock,
+                       QObject *parent)
+    : QObject(parent)
+    , m_context(context)
+    , m_days(days)
+    , m_state(context)
+    , m_client(new CalDavClient(network, this))
+    , m_clock(std::move(clock))
+{
+}
+
+SyncEngine::~SyncEngine() = default;
+
+QString SyncEngine::taskTitle(const QString &summary, const QString &notes)
+{
+    const auto oneLine = [](QString text) {
+        text.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
+        return text.trimmed();
+    };
+    QString title = oneLine(summary);
+    if (title.isEmpty())
+        title = oneLine(notes.section(QLatin1Char('\n'), 0, 0));
+    if (title.isEmpty())
+        //: The title of a task that came from a to-do without a summary (written by another calendar program)
+        //% "Untitled to-do"
+        title = qtTrId("sync.task.untitled");
+    const int limit = TaskRepository::Limits::titleCharacters;
+    if (TaskRepository::characterCount(title) > limit) {
+        // Cut on a character boundary and mark the cut.
+        QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, title);
+        qsizetype end = 0;
+        for (int i = 0; i < limit - 1 && end >= 0; ++i)
+            end = finder.toNextBoundary();
+        title = title.left(end).trimmed() + QChar(0x2026);
+    }
+    return title;
+}
+
+// ---------------------------------------------------------------- the pass
+
+void SyncEngine::run(const SyncAccount &account, const QString &password, Done done)
+{
+    cancel();
+    m_pass = std::make_unique<Pass>();
+    m_pass->account = account;
+    m_pass->done = std::move(done);
+    m_pass->collection = hrefOf(account.collection);
+    const quint64 generation = ++m_generation;
+    if (!account.isComplete()) {
+        QTimer::singleShot(0, this, [this, generation] {
+            if (isCurrent(generation))
+                fail(CalDavStatus{CalDavError::notFound, 0, QStringLiteral("the sync account is incomplete")});
+        });
+        return;
+    }
+    m_client->setCredentials(account.user, password);
+    try {
+        const auto stored = m_state.collection();
+        m_pass->resetState = stored && *stored != m_pass->collection;
+        const QString token = m_pass->resetState ? QString() : m_state.syncToken();
+        qCInfo(lcServices).noquote() << QStringLiteral("Sync pass with %1 started (%2)")
+                                            .arg(m_pass->collection,
+                                                 token.isEmpty() ? QStringLiteral("everything")
+                                                                 : QStringLiteral("changes since the last token"));
+        askChanges(token);
+    } catch (const StoreError &error) {
+        const CalDavStatus status{CalDavError::server, 0,
+                                  QStringLiteral("reading the sync state: %1").arg(error.description())};
+        QTimer::singleShot(0, this, [this, generation, status] {
+            if (isCurrent(generation))
+                fail(status);
+        });
+    }
+}
+
+void SyncEngine::cancel()
+{
+    if (!m_pass)
+        return;
+    ++m_generation;
+    // What the slices saved is consistent on its own; what the server
+    // accepted is noted before the pass goes.
+    if (!m_pass->pendingOps.isEmpty())
+        trySave(std::exchange(m_pass->pendingOps, {}));
+    m_pass.reset();
+    qCInfo(lcServices) << "Sync pass cancelled";
+}
+
+void SyncEngine::forget(bool removeLocalCopies)
+{
+    cancel();
+    try {
+        if (removeLocalCopies) {
+            for (const QUuid &id : m_state.syncedTasks())
+                if (Task *task = m_context.existingObject<Task>(id))
+                    m_context.deleteObject(task);
+        }
+        // The deletions' tombstones go with everything else.
+        m_context.save([this] { m_state.clear(); });
+        qCInfo(lcServices).noquote() << QStringLiteral("Sync state forgotten%1")
+                                            .arg(removeLocalCopies ? QStringLiteral(", synced tasks removed here")
+                                                                   : QString());
+    } catch (const StoreError &error) {
+        qCWarning(lcServices).noquote() << "Forgetting the sync state failed:" << error.description();
+    }
+}
+
+void SyncEngine::fail(const CalDavStatus &status)
+{
+    if (!m_pass)
+        return;
+    qCWarning(lcServices).noquote() << QStringLiteral("Sync pass failed: %1").arg(status.detail);
+    m_pass->outcome.status = status;
+    finish();
+}
+
+void SyncEngine::finish()
+{
+    std::optional<CalDavStatus> unsaved;
+    if (!m_pass->pendingOps.isEmpty())
+        unsaved = trySave(std::exchange(m_pass->pendingOps, {}));
+    std::unique_ptr<Pass> pass = std::move(m_pass);
+    if (unsaved && pass->outcome.status.ok())
+        pass->outcome.status = *unsaved;
+    ++m_generation;
+    pass->outcome.finishedAt = m_clock();
+    if (pass->outcome.status.ok() && !pass->firstFailure.ok())
+        pass->outcome.status = pass->firstFailure;
+    if (pass->outcome.status.ok())
+        qCInfo(lcServices).noquote() << QStringLiteral("Sync pass done: %1 pulled, %2 pushed, %3 removed")
+                                            .arg(pass->outcome.pulled)
+                                            .arg(pass->outcome.pushed)
+                                            .arg(pass->outcome.removed);
+    if (pass->done)
+        pass->done(pass->outcome);
+}
+
+std::optional<CalDavStatus> SyncEngine::trySave(const QList<StateOp> &ops)
+{
+    try {
+        m_context.save([&ops] {
+            for (const StateOp &op : ops)
+                op();
+        });
+        return std::nullopt;
+    } catch (const StoreError &error) {
+        return CalDavStatus{CalDavError::server, 0, QStringLiteral("saving to the store: %1").arg(error.description())};
+    }
+}
+
+bool SyncEngine::save(const QList<StateOp> &ops)
+{
+    if (const auto failed = trySave(ops)) {
+        fail(*failed);
+        return false;
+    }
+    return true;
+}
+
+// ---------------------------------------------------------------- pull
+
+void SyncEngine::askChanges(const QString &token)
+{
+    const quint64 generation = m_generation;
+    m_client->changesSince(
+        m_pass->account.collection, token,
+        [this, generation, token](const CalDavStatus &status, const CalDavChanges &changes) {
+            if (!isCurrent(generation))
+                return;
+            if (status.error == CalDavError::invalidSyncToken && !token.isEmpty()) {
+                // The server forgot our token: everything again, compared by etag.
+                qCInfo(lcServices) << "The server no longer knows the sync token; comparing every etag";
+                askChanges(QString());
+                return;
+            }
+            if (status.ok() && !changes.syncToken.isEmpty()) {
+                // Nothing changed (the common pass): the known etags need not be read.
+                const bool quiet = !token.isEmpty() && changes.changed.isEmpty() && changes.removed.isEmpty();
+                if (!quiet && !loadKnown())
+                    return;
+                if (token.isEmpty()) {
+                    compareEtags(changes.changed, changes.syncToken);
+                    return;
+                }
+                m_pass->newToken = changes.syncToken;
+                for (const CalDavResource &r : changes.changed)
+                    queueChanged(hrefOf(r.url), r.etag);
+                for (const QUrl &url : changes.removed) {
+                    const QString href = hrefOf(url);
+                    if (m_pass->knownEtags.contains(href) || m_pass->tombstones.contains(href))
+                        m_pass->incoming.push_back({href, {}, {}, true});
+                }
+                fetchNext();
+                kick();
+                return;
+            }
+            if (isFatal(status.error)) {
+                fail(status);
+                return;
+            }
+            // No incremental sync here: list every etag.
+            m_client->listEtags(m_pass->account.collection,
+                                [this, generation](const CalDavStatus &listed, const QList<CalDavResource> &all) {
+                                    if (!isCurrent(generation))
+                                        return;
+                                    if (!listed.ok()) {
+                                        fail(listed);
+                                        return;
+                                    }
+                                    if (loadKnown())
+                                        compareEtags(all, QString());
+                                });
+        });
+}
+
+bool SyncEngine::loadKnown()
+{
+    if (m_pass->resetState)
+        return true; // everything it knows belongs to another collection
+    try {
+        m_pass->knownEtags = m_state.etags();
+        for (const auto &t : m_state.tombstones())
+            m_pass->tombstones.insert(t.href, t.etag);
+        return true;
+    } catch (const StoreError &error) {
+        fail(CalDavStatus{CalDavError::server, 0,
+                          QStringLiteral("reading the sync state: %1").arg(error.description())});
+        return false;
+    }
+}
+
+void SyncEngine::compareEtags(const QList<CalDavResource> &listed, const QString &newToken)
+{
+    m_pass->newToken = newToken;
+    QSet<QString> present;
+    for (const CalDavResource &r : listed) {
+        const QString href = hrefOf(r.url);
+        present.insert(href);
+        queueChanged(href, r.etag);
+    }
+    for (auto it = m_pass->knownEtags.cbegin(); it != m_pass->knownEtags.cend(); ++it)
+        if (!present.contains(it.key()) && !it.value().isEmpty())
+            m_pass->incoming.push_back({it.key(), {}, {}, true});
+    for (auto it = m_pass->tombstones.cbegin(); it != m_pass->tombstones.cend(); ++it)
+        if (!present.contains(it.key()))
+            m_pass->incoming.push_back({it.key(), {}, {}, true});
+    fetchNext();
+    kick();
+}
+
+void SyncEngine::queueChanged(const QString &href, const QString &etag)
+{
+    // What the store already has (our own writes come back this way too),
+    // and what was deleted here at the same etag, needs nothing.
+    const auto known = m_pass->knownEtags.constFind(href);
+    if (known != m_pass->knownEtags.cend() && !etag.isEmpty() && *known == etag)
+        return;
+    const auto dead = m_pass->tombstones.constFind(href);
+    if (dead != m_pass->tombstones.cend() && *dead == etag)
+        return;
+    m_pass->toFetch.append(QUrl(href));
+}
+
+void SyncEngine::kick()
+{
+    if (!m_pass || m_pass->sliceScheduled)
+        return;
+    m_pass->sliceScheduled = true;
+    const quint64 generation = m_generation;
+    QTimer::singleShot(0, this, [this, generation] {
+        if (isCurrent(generation))
+            applySlice();
+    });
+}
+
+void SyncEngine::fetchNext()
+{
+    if (m_pass->fetched >= m_pass->toFetch.size())
+        return;
+    const QList<QUrl> batch = m_pass->toFetch.mid(m_pass->fetched, m_tuning.fetchBatch);
+    m_pass->fetched += batch.size();
+    m_pass->fetching = true;
+    const quint64 generation = m_generation;
+    m_client->fetch(m_pass->account.collection, batch,
+                    [this, generation](const CalDavStatus &status, const QList<CalDavResource> &found) {
+                        if (!isCurrent(generation))
+                            return;
+                        m_pass->fetching = false;
+                        if (!status.ok()) {
+                            fail(status);
+                            return;
+                        }
+                        for (const CalDavResource &r : found)
+                            m_pass->incoming.push_back({hrefOf(r.url), r.etag, r.calendarData, false});
+                        // The next batch travels while this one is applied.
+                        fetchNext();
+                        kick();
+                    });
+}
+
+void SyncEngine::applySlice()
+{
+    m_pass->sliceScheduled = false;
+    QElapsedTimer clock;
+    clock.start();
+    QList<StateOp> ops;
+    int applied = 0;
+    if (m_pass->resetState) {
+        m_pass->resetState = false;
+        ops.append([this] { m_state.clear(); });
+    }
+    while (!m_pass->incoming.empty() && clock.elapsed() < m_tuning.sliceMilliseconds && applied < m_tuning.sliceItems) {
+        const Incoming in = std::move(m_pass->incoming.front());
+        m_pass->incoming.pop_front();
+        if (in.removed)
+            applyRemoval(in.href, ops);
+        else
+            applyOne(in, ops);
+        ++applied;
+    }
+    const bool pullDone = m_pass->incoming.empty() && !m_pass->fetching && m_pass->fetched >= m_pass->toFetch.size();
+    if (pullDone) {
+        // Everything the token covers is in this save or an earlier one.
+        const QString url = m_pass->collection;
+        const QString token = m_pass->newToken;
+        ops.append([this, url, token] { m_state.setCollection(url, token); });
+    }
+    if (!ops.isEmpty() && !save(ops))
+        return;
+    if (applied > 0)
+        Q_EMIT sliceSaved(applied);
+    if (pullDone) {
+        finishPull();
+        return;
+    }
+    if (!m_pass->incoming.empty())
+        kick();
+    // Else the fetch under way calls again when it answers.
+}
+
+void SyncEngine::applyOne(const Incoming &in, QList<StateOp> &ops)
+{
+    const auto read = VTodoMapping::read(in.data);
+    if (!read) {
+        qCInfo(lcServices).noquote() << QStringLiteral("Sync: %1 holds no to-do; left alone").arg(in.href);
+        return;
+    }
+    const TodoFields remote = normalized(*read);
+    const QString href = in.href;
+    const QString etag = in.etag;
+    const QByteArray data = in.data;
+
+    if (m_pass->tombstones.remove(href) > 0) {
+        // Deleted here, changed there since: the other side's edit is kept.
+        ops.append([this, href] { m_state.removeTombstone(href); });
+    }
+
+    std::optional<SyncStateRepository::Item> item = m_state.itemAt(href);
+    Task *task = item ? m_context.existingObject<Task>(item->taskId) : nullptr;
+    if (item && !task) {
+        ops.append([this, href] { m_state.removeItem(href); });
+        item.reset();
+    }
+    if (!task) {
+        // A task met for the first time may still be ours: written by a
+        // pass that stopped before it could note the write.
+        const QUuid uid = QUuid::fromString(remote.uid);
+        Task *same = uid.isNull() ? nullptr : m_context.existingObject<Task>(uid);
+        if (same && !m_state.item(uid)) {
+            mergeInto(same, std::nullopt, href, etag, data, remote, ops);
+            return;
+        }
+        task = new Task;
+        // Tarnwell's own to-dos keep their id from store to store.
+        if (!uid.isNull() && !same && !m_context.holds(uid))
+            task->assignId(uid);
+        m_context.insertObject(task);
+        const QDateTime now = m_clock();
+        task->setCreatedAt(now);
+        applyFields(task, remote, true);
+        const QUuid id = task->id();
+        ops.append([this, id, href, etag, data] { m_state.putItem({id, href, etag, data}); });
+        m_pass->knownEtags.insert(href, etag);
+        ++m_pass->outcome.pulled;
+        return;
+    }
+    mergeInto(task, item, href, etag, data, remote, ops);
+}
+
+void SyncEngine::mergeInto(Task *task, const std::optional<SyncStateRepository::Item> &item, const QString &href,
+                           const QString &etag, const QByteArray &data, const TodoFields &remote, QList<StateOp> &ops)
+{
+    std::optional<TodoFields> base;
+    if (item)
+        if (const auto b = VTodoMapping::read(item->base))
+            base = normalized(*b);
+    const TodoFields local = localFields(*task, base);
+    const QUuid id = task->id();
+    m_pass->knownEtags.insert(href, etag);
+
+    if (base && sameContent(*base, remote)) {
+        // Only the etag moved (our own write coming back, or another
+        // client's edit of what we do not hold).
+        ops.append([this, id, href, etag, data] {
+            const QString kept = m_state.fingerprint(id);
+            m_state.putItem({id, href, etag, data});
+            m_state.setFingerprint(id, kept);
+        });
+        return;
+    }
+    const bool localChanged = !base || !sameContent(local, *base);
+    const TodoFields merged = localChanged ? mergeTodo(base, local, task->updatedAt(), remote) : remote;
+    if (!sameContent(merged, local)) {
+        applyFields(task, merged, false);
+        ++m_pass->outcome.pulled;
+    }
+    const bool agreed = sameContent(merged, remote);
+    ops.append([this, id, href, etag, data, agreed] {
+        m_state.putItem({id, href, etag, data});
+        if (!agreed)
+            m_state.setFingerprint(id, QString()); // the merge goes back to the server
+    });
+}
+
+void SyncEngine::applyRemoval(const QString &href, QList<StateOp> &ops)
+{
+    m_pass->knownEtags.remove(href);
+    if (m_pass->tombstones.remove(href) > 0) {
+        ops.append([this, href] { m_state.removeTombstone(href); });
+        return;
+    }
+    const auto item = m_state.itemAt(href);
+    if (!item)
+        return;
+    Task *task = m_context.existingObject<Task>(item->taskId);
+    if (!task) {
+        ops.append([this, href] { m_state.removeItem(href); });
+        return;
+    }
+    std::optional<TodoFields> base;
+    if (const auto b = VTodoMapping::read(item->base))
+        base = normalized(*b);
+    if (base && sameContent(localFields(*task, base), *base)) {
+        m_context.deleteObject(task);
+        // The delete trigger made a tombstone: the server has nothing to delete.
+        ops.append([this, href] { m_state.removeTombstone(href); });
+        ++m_pass->outcome.removed;
+    } else {
+        // Changed here since: never lose a local edit; it goes back to the server.
+        ops.append([this, href] { m_state.setEtag(href, QString()); });
+    }
+}
+
+void SyncEngine::finishPull()
+{
+    startPush();
+}
+
+// ---------------------------------------------------------------- push
+
+void SyncEngine::startPush()
+{
+    try {
+        for (const QUuid &id : m_state.unsyncedTasks())
+            m_pass->writes.push_back({Write::Kind::create, id, {}});
+        for (const QUuid &id : m_state.changedTasks())
+            m_pass->writes.push_back({Write::Kind::update, id, {}});
+        for (const auto &t : m_state.tombstones())
+            m_pass->writes.push_back({Write::Kind::remove, {}, t.href});
+    } catch (const StoreError &error) {
+        fail(CalDavStatus{CalDavError::server, 0,
+                          QStringLiteral("reading the sync state: %1").arg(error.description())});
+        return;
+    }
+    pumpWrites();
+}
+
+void SyncEngine::pumpWrites()
+{
+    while (m_pass && m_pass->inFlight < m_tuning.parallelWrites && !m_pass->writes.empty()) {
+        const Write write = m_pass->writes.front();
+        m_pass->writes.pop_front();
+        startWrite(write);
+    }
+    if (m_pass && m_pass->inFlight == 0 && m_pass->writes.empty())
+        finish();
+}
+
+void SyncEngine::startWrite(const Write &write)
+{
+    const quint64 generation = m_generation;
+    try {
+        if (write.kind == Write::Kind::remove) {
+            const QString etag = m_pass->tombstones.value(write.href);
+            ++m_pass->inFlight;
+            m_client->remove(QUrl(write.href), etag, [this, generation, write](const CalDavStatus &status, bool) {
+                if (isCurrent(generation))
+                    writeAnswered(write, status, {}, {}, {});
+            });
+            return;
+        }
+        Task *task = m_context.existingObject<Task>(write.taskId);
+        if (!task)
+            return; // deleted since the list was made: its tombstone comes next pass
+        const auto item = m_state.item(write.taskId);
+        std::optional<TodoFields> base;
+        if (item)
+            if (const auto b = VTodoMapping::read(item->base))
+                base = normalized(*b);
+        const TodoFields local = localFields(*task, base);
+        const QString fingerprint = m_state.currentFingerprint(write.taskId);
+        if (item && base && !item->etag.isEmpty() && sameContent(local, *base)) {
+            // Changed and changed back, or only in what does not travel.
+            const QUuid id = write.taskId;
+            m_pass->pendingOps.append([this, id, fingerprint] { m_state.setFingerprint(id, fingerprint); });
+            scheduleFlush();
+            return;
+        }
+        Write w = write;
+        w.href = item ? item->href
+                      : hrefOf(m_pass->account.collection.resolved(
+                            QUrl(write.taskId.toString(QUuid::WithoutBraces) + QStringLiteral(".ics"))));
+        TodoFields out = local;
+        if (item)
+            if (const auto raw = VTodoMapping::read(item->base); raw && normalized(*raw).title == out.title)
+                out.title = raw->title; // shortened on the way in, not edited here: goes back whole
+        const QByteArray text = VTodoMapping::write(out, m_clock(), item ? item->base : QByteArray());
+        ++m_pass->inFlight;
+        m_client->put(QUrl(w.href), text, item ? item->etag : QString(),
+                      [this, generation, w, text, fingerprint](const CalDavStatus &status, const QString &etag) {
+                          if (isCurrent(generation))
+                              writeAnswered(w, status, etag, text, fingerprint);
+                      });
+    } catch (const StoreError &error) {
+        fail(CalDavStatus{CalDavError::server, 0,
+                          QStringLiteral("reading the sync state: %1").arg(error.description())});
+    }
+}
+
+void SyncEngine::writeAnswered(const Write &write, const CalDavStatus &status, const QString &etag,
+                               const QByteArray &text, const QString &fingerprint)
+{
+    --m_pass->inFlight;
+    if (isFatal(status.error)) {
+        fail(status);
+        return;
+    }
+    const QString href = write.href;
+    const QUuid id = write.taskId;
+    if (write.kind == Write::Kind::remove) {
+        // Done, or changed there since (the next pull brings that copy back).
+        if (status.ok() || status.error == CalDavError::conflict) {
+            m_pass->pendingOps.append([this, href] { m_state.removeTombstone(href); });
+            if (status.ok())
+                ++m_pass->outcome.removed;
+        } else if (m_pass->firstFailure.ok()) {
+            m_pass->firstFailure = status;
+        }
+    } else if (status.ok()) {
+        ++m_pass->outcome.pushed;
+        m_pass->pendingOps.append([this, id, href, etag, text, fingerprint] {
+            m_state.putItem({id, href, etag, text});
+            m_state.setFingerprint(id, fingerprint);
+        });
+    } else if (status.error == CalDavError::conflict || status.error == CalDavError::notFound) {
+        // Someone else wrote it first: take their copy in now, merged; it
+        // goes back in the next pass.
+        ++m_pass->inFlight;
+        const quint64 generation = m_generation;
+        m_client->fetch(m_pass->account.collection, {QUrl(href)},
+                        [this, generation, write](const CalDavStatus &fetched, const QList<CalDavResource> &found) {
+                            if (isCurrent(generation))
+                                conflictFetched(write, fetched, found);
+                        });
+    } else {
+        qCWarning(lcServices).noquote() << QStringLiteral("Sync: writing %1 refused: %2").arg(href, status.detail);
+        if (m_pass->firstFailure.ok())
+            m_pass->firstFailure = status;
+    }
+    scheduleFlush();
+    pumpWrites();
+}
+
+void SyncEngine::conflictFetched(const Write &write, const CalDavStatus &status, const QList<CalDavResource> &found)
+{
+    --m_pass->inFlight;
+    if (isFatal(status.error)) {
+        fail(status);
+        return;
+    }
+    Task *task = m_context.existingObject<Task>(write.taskId);
+    const QString href = write.href;
+    if (task && status.ok() && !found.isEmpty()) {
+        const auto remote = VTodoMapping::read(found.first().calendarData);
+        if (remote) {
+            QList<StateOp> ops;
+            mergeInto(task, m_state.item(write.taskId), href, found.first().etag, found.first().calendarData,
+                      normalized(*remote), ops);
+            m_pass->pendingOps.append(ops);
+        }
+    } else if (task && (status.ok() || status.error == CalDavError::notFound)) {
+        // Gone from the server: written again from here next time.
+        const auto item = m_state.item(write.taskId);
+        if (item)
+            m_pass->pendingOps.append([this, href] { m_state.setEtag(href, QString()); });
+    } else if (!status.ok() && m_pass->firstFailure.ok()) {
+        m_pass->firstFailure = status;
+    }
+    scheduleFlush();
+    pumpWrites();
+}
+
+void SyncEngine::scheduleFlush()
+{
+    if (!m_pass || m_pass->flushScheduled || m_pass->pendingOps.isEmpty())
+        return;
+    m_pass->flushScheduled = true;
+    const quint64 generation = m_generation;
+    // Answers that arrive together are noted in one save.
+    QTimer::singleShot(0, this, [this, generation] {
+        if (isCurrent(generation))
+            flushOps();
+    });
+}
+
+void SyncEngine::flushOps()
+{
+    m_pass->flushScheduled = false;
+    if (!m_pass->pendingOps.isEmpty())
+        save(std::exchange(m_pass->pendingOps, {}));
+}
+
+// ---------------------------------------------------------------- mapping
+
+TodoFields SyncEngine::localFields(const Task &task, const std::optional<TodoFields> &base) const
+{
+    TodoFields f;
+    f.uid = base ? base->uid : task.id().toString(QUuid::WithoutBraces);
+    f.title = task.title();
+    f.notes = task.notes().value_or(QString());
+    if (const Day *day = task.day())
+        f.day = m_days.calendar().date(day->date());
+    f.urgent = task.urgent();
+    f.plannedMinutes = task.durationMinutes();
+    f.completed = task.completed();
+    if (const auto at = task.completedAt())
+        f.completedAt = QDateTime::fromSecsSinceEpoch(at->toSecsSinceEpoch(), Qt::UTC);
+    f.cancelled = task.archived();
+    f.order = task.orderIndex();
+    // Banked time only: a running timer's current stretch stays here.
+    f.focusedSeconds = std::max(0, task.actualSecondsFocused().value_or(0));
+    f.discardedSeconds = std::max(0, task.awaySecondsDiscarded().value_or(0));
+    f.lastModified = task.updatedAt();
+    return normalized(f);
+}
+
+void SyncEngine::applyFields(Task *task, const TodoFields &f, bool isNew)
+{
+    const QString title = taskTitle(f.title, f.notes);
+    if (title != task->title())
+        task->setTitle(title);
+    const std::optional<QString> notes = f.notes.isEmpty() ? std::nullopt : std::optional(f.notes);
+    if (notes != task->notes())
+        task->setNotes(notes);
+    if (f.urgent != task->urgent() || isNew)
+        task->setUrgent(f.urgent);
+    if (f.plannedMinutes != task->durationMinutes())
+        task->setDurationMinutes(f.plannedMinutes);
+    if (f.completed != task->completed() || isNew)
+        task->setCompleted(f.completed);
+    if (f.completedAt != task->completedAt())
+        task->setCompletedAt(f.completedAt);
+    if (f.cancelled != task->archived() || isNew)
+        task->setArchived(f.cancelled);
+    // A to-do without a date is planned for today.
+    Day *day = dayFor(f.day.isValid() ? f.day : m_days.calendar().date(m_clock()));
+    const bool moved = task->day() != day;
+    if (moved)
+        task->setDay(day);
+    if (f.order) {
+        if (*f.order != task->orderIndex() || isNew)
+            task->setOrderIndex(*f.order);
+    } else if (moved || isNew) {
+        qint64 last = -1;
+        for (const Task *other : day->tasks())
+            if (other != task)
+                last = std::max<qint64>(last, other->orderIndex());
+        task->setOrderIndex(int(std::min<qint64>(last + 1, std::numeric_limits<int>::max())));
+    }
+    const auto seconds = [](int value, std::optional<qint32> current) {
+        return value == 0 && !current ? std::nullopt : std::optional<qint32>(value);
+    };
+    if (const auto focused = seconds(f.focusedSeconds, task->actualSecondsFocused());
+        focused != task->actualSecondsFocused())
+        task->setActualSecondsFocused(focused);
+    if (const auto discarded = seconds(f.discardedSeconds, task->awaySecondsDiscarded());
+        discarded != task->awaySecondsDiscarded())
+        task->setAwaySecondsDiscarded(discarded);
+    task->setUpdatedAt(m_clock());
+}
+
+Day *SyncEngine::dayFor(const QDate &date)
+{
+    Day *&day = m_pass->days[date];
+    if (!day || day->isDeleted())
+        day = m_days.fetchOrCreateDay(m_days.calendar().startOfDay(date));
+    return day;
+}
+
+} // namespace tarnwell::sync
