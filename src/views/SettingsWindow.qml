@@ -15,6 +15,7 @@ ThemedWindow {
     required property ReminderSettingsModel reminders
     required property HotkeySettingsModel hotkeys
     required property RoutinesModel routines
+    required property SyncSettingsModel sync
     required property PermissionsModel permissions
     required property AboutModel about
     required property SettingsWindowController controller
@@ -40,6 +41,7 @@ ThemedWindow {
         //% "Hotkeys"
         { name: "hotkeys", icon: "keyboard", title: qsTrId("settings.tab.hotkeys") },
         { name: "routines", icon: "routine", title: qsTrId("settings.routines.title") },
+        { name: "sync", icon: "sync", title: qsTrId("settings.tab.sync") },
         //: Settings tab: what works on this desktop
         //% "Permissions"
         { name: "permissions", icon: "shield", title: qsTrId("settings.tab.permissions") },
@@ -699,10 +701,16 @@ ThemedWindow {
                 }
             }
 
+            // ---- Sync
+            SyncPane {
+                objectName: "page-sync"
+                sync: root.sync
+            }
+
             // ---- Permissions
             Page {
                 objectName: "page-permissions"
-                heading: root.tabs[4].title
+                heading: root.tabs[5].title
                 TextBlock {
                     Layout.fillWidth: true
                     role: "secondary"
@@ -795,7 +803,7 @@ ThemedWindow {
             // ---- About
             Page {
                 objectName: "page-about"
-                heading: root.tabs[5].title
+                heading: root.tabs[6].title
                 RowLayout {
                     spacing: Tokens.spaceM
                     ColumnLayout {
