@@ -149,7 +149,7 @@ QUrl SyncSettingsModel::serverUrl(const QString &typed)
     const QString text = typed.trimmed();
     if (text.isEmpty())
         return {};
-    const QUrl url(text.contains(QLatin1String("://")) ? text : QStringLiteral("https://") + text);
+    QUrl url(text.contains(QLatin1String("://")) ? text : QStringLiteral("https://") + text);
     if (!url.isValid() || url.host().isEmpty() ||
         (url.scheme() != QLatin1String("https") && url.scheme() != QLatin1String("http")))
         return {};
