@@ -7,7 +7,7 @@ import Tarnwell.Views
 // The settings: the tabs down the left (Up and Down move between them,
 // Ctrl+Page Down and Ctrl+Page Up from anywhere), the chosen tab on the right.
 // Every control writes through its tab's model at once; there is nothing to
-// save. Escape closes an open form of the Routines tab first, then the window.
+// save. Escape closes an open form of the Routines tab (or the Sync tab's question) first, then the window.
 ThemedWindow {
     id: root
     objectName: "settingsRoot"
@@ -57,7 +57,8 @@ ThemedWindow {
     Shortcut {
         sequence: "Escape"
         onActivated: {
-            if (!(root.currentTab === 3 && routinesPane.handleEscape()))
+            if (!(root.currentTab === 3 && routinesPane.handleEscape())
+                    && !(root.currentTab === 4 && syncPane.handleEscape()))
                 root.controller.hide()
         }
     }
@@ -703,6 +704,7 @@ ThemedWindow {
 
             // ---- Sync
             SyncPane {
+                id: syncPane
                 objectName: "page-sync"
                 sync: root.sync
             }

@@ -16,6 +16,14 @@ Flickable {
     readonly property string title: qsTrId("settings.tab.sync")
     property bool confirmingOff: false
 
+    // Escape closes the question of turning sync off first; false when it was not open.
+    function handleEscape() {
+        if (!root.confirmingOff)
+            return false
+        root.confirmingOff = false
+        return true
+    }
+
     clip: true
     contentWidth: width
     contentHeight: column.implicitHeight + 2 * Tokens.spaceXl

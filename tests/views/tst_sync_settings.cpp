@@ -219,6 +219,14 @@ private Q_SLOTS:
         off->forceActiveFocus();
         QTest::keyClick(m_window, Qt::Key_Space);
         QTRY_VERIFY(item(QStringLiteral("syncOffKeep"))->hasActiveFocus());
+        // Escape takes the question back and leaves the window open; asked again, it is answered.
+        QTest::keyClick(m_window, Qt::Key_Escape);
+        QTRY_VERIFY(item(QStringLiteral("syncTurnOff"))->isVisible());
+        QVERIFY(m_window->isVisible());
+        QVERIFY(accounts.enabled());
+        item(QStringLiteral("syncTurnOff"))->forceActiveFocus();
+        QTest::keyClick(m_window, Qt::Key_Space);
+        QTRY_VERIFY(item(QStringLiteral("syncOffKeep"))->hasActiveFocus());
         QTest::keyClick(m_window, Qt::Key_Tab);
         QTRY_VERIFY(item(QStringLiteral("syncOffRemove"))->hasActiveFocus());
         QTest::keyClick(m_window, Qt::Key_Space);
