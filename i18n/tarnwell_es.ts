@@ -1976,5 +1976,288 @@ Pruebe «tarnwell %2 --help».</translation>
         <extracomment>The button of the dialog that says the data file cannot be opened</extracomment>
         <translation>Cerrar</translation>
     </message>
+    <message id="settings.tab.sync">
+        <source>Sync</source>
+        <extracomment>Settings tab: sync with a CalDAV server</extracomment>
+        <translation>Sincronización</translation>
+    </message>
+    <message id="settings.sync.caption">
+        <source>Keep your tasks in step with a CalDAV server you already use (Nextcloud, Radicale, Baïkal and others), and through it with your other devices.</source>
+        <extracomment>Settings, Sync: what the tab is for</extracomment>
+        <translation>Mantén tus tareas al día con un servidor CalDAV que ya uses (Nextcloud, Radicale, Baïkal y otros) y, a través de él, con tus otros dispositivos.</translation>
+    </message>
+    <message id="settings.sync.now">
+        <source>Sync now</source>
+        <extracomment>Settings, Sync: button that starts a pass at once</extracomment>
+        <translation>Sincronizar ahora</translation>
+    </message>
+    <message id="settings.sync.turnOff">
+        <source>Turn off sync…</source>
+        <extracomment>Settings, Sync: button that turns sync off (asks what to do with the synced tasks)</extracomment>
+        <translation>Desactivar la sincronización…</translation>
+    </message>
+    <message id="settings.sync.off.question">
+        <source>What should happen to the tasks that are synced with the server? The server keeps its copies either way.</source>
+        <extracomment>Settings, Sync: the question when sync is turned off</extracomment>
+        <translation>¿Qué debe pasar con las tareas sincronizadas con el servidor? El servidor conserva sus copias en cualquier caso.</translation>
+    </message>
+    <message id="settings.sync.off.keep">
+        <source>Keep them here</source>
+        <extracomment>Settings, Sync: turn sync off and keep the synced tasks on this computer</extracomment>
+        <translation>Conservarlas aquí</translation>
+    </message>
+    <message id="settings.sync.off.remove">
+        <source>Remove them from this computer</source>
+        <extracomment>Settings, Sync: turn sync off and delete the synced tasks on this computer (not on the server)</extracomment>
+        <translation>Quitarlas de este equipo</translation>
+    </message>
+    <message id="settings.sync.off.cancel">
+        <source>Cancel</source>
+        <extracomment>Settings, Sync: keep sync on after all</extracomment>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="settings.sync.account">
+        <source>Account</source>
+        <extracomment>Settings, Sync: heading of the account fields</extracomment>
+        <translation>Cuenta</translation>
+    </message>
+    <message id="settings.sync.server">
+        <source>Server address</source>
+        <extracomment>Settings, Sync: label of the server address field</extracomment>
+        <translation>Dirección del servidor</translation>
+    </message>
+    <message id="settings.sync.user">
+        <source>User name</source>
+        <extracomment>Settings, Sync: label of the user name field</extracomment>
+        <translation>Nombre de usuario</translation>
+    </message>
+    <message id="settings.sync.password">
+        <source>Password</source>
+        <extracomment>Settings, Sync: label of the password field</extracomment>
+        <translation>Contraseña</translation>
+    </message>
+    <message id="settings.sync.password.kept">
+        <source>Kept in the keyring; type to change it</source>
+        <extracomment>Settings, Sync: placeholder of the password field while sync is on (the keyring has it)</extracomment>
+        <translation>Guardada en el llavero; escribe para cambiarla</translation>
+    </message>
+    <message id="settings.sync.find">
+        <source>Find calendars</source>
+        <extracomment>Settings, Sync: button that asks the server which calendars can hold tasks</extracomment>
+        <translation>Buscar calendarios</translation>
+    </message>
+    <message id="settings.sync.calendar">
+        <source>Calendar for tasks</source>
+        <extracomment>Settings, Sync: label of the choice of calendar</extracomment>
+        <translation>Calendario para tareas</translation>
+    </message>
+    <message id="settings.sync.save">
+        <source>Save and sync</source>
+        <extracomment>Settings, Sync: button that stores changed account details while sync is on</extracomment>
+        <translation>Guardar y sincronizar</translation>
+    </message>
+    <message id="settings.sync.turnOn">
+        <source>Turn on sync</source>
+        <extracomment>Settings, Sync: button that stores the password in the keyring and turns sync on</extracomment>
+        <translation>Activar la sincronización</translation>
+    </message>
+    <message id="cli.sync.description">
+        <source>Asks the running Tarnwell to sync with the CalDAV server now, waits for the pass to end and prints its outcome.</source>
+        <extracomment>`tarnwell sync --help`: what the command does</extracomment>
+        <translation>Pide al Tarnwell en marcha que sincronice ahora con el servidor CalDAV, espera a que termine y muestra el resultado.</translation>
+    </message>
+    <message id="cli.sync.statusOption">
+        <source>Print the account, the state, the last sync and the last error instead.</source>
+        <extracomment>`tarnwell sync --help`: the --status option</extracomment>
+        <translation>Muestra en su lugar la cuenta, el estado, la última sincronización y el último error.</translation>
+    </message>
+    <message id="cli.error.syncNeedsAgent">
+        <source>Tarnwell is not running, and sync runs inside it. Start it with “tarnwell”.</source>
+        <extracomment>`tarnwell sync` without a running agent</extracomment>
+        <translation>Tarnwell no está en marcha y la sincronización se hace dentro de él. Inícialo con «tarnwell».</translation>
+    </message>
+    <message id="cli.sync.done">
+        <source>Synced: %1 in, %2 out, %3 removed.</source>
+        <extracomment>After `tarnwell sync`. %1: tasks taken from the server, %2: tasks sent to it, %3: deletions carried over</extracomment>
+        <translation>Sincronizado: %1 recibidas, %2 enviadas, %3 eliminadas.</translation>
+    </message>
+    <message id="cli.sync.account">
+        <source>Server: %1 (as %2)</source>
+        <extracomment>`tarnwell sync --status`. %1: the server address, %2: the user name</extracomment>
+        <translation>Servidor: %1 (como %2)</translation>
+    </message>
+    <message id="cli.sync.collection">
+        <source>Calendar: %1</source>
+        <extracomment>`tarnwell sync --status`. %1: the address of the chosen calendar</extracomment>
+        <translation>Calendario: %1</translation>
+    </message>
+    <message id="cli.sync.state.idle">
+        <source>State: up to date</source>
+        <extracomment>`tarnwell sync --status`: sync is on and the last pass went through</extracomment>
+        <translation>Estado: al día</translation>
+    </message>
+    <message id="cli.sync.state.syncing">
+        <source>State: syncing</source>
+        <extracomment>`tarnwell sync --status`: a pass is running now</extracomment>
+        <translation>Estado: sincronizando</translation>
+    </message>
+    <message id="cli.sync.state.error">
+        <source>State: the last sync failed</source>
+        <extracomment>`tarnwell sync --status`: sync is on and the last pass failed</extracomment>
+        <translation>Estado: la última sincronización falló</translation>
+    </message>
+    <message id="cli.sync.state.unavailable">
+        <source>State: sync is not available in this build</source>
+        <extracomment>`tarnwell sync --status`: this build cannot sync</extracomment>
+        <translation>Estado: la sincronización no está disponible en esta versión</translation>
+    </message>
+    <message id="cli.sync.state.notRunning">
+        <source>State: Tarnwell is not running</source>
+        <extracomment>`tarnwell sync --status` without a running agent</extracomment>
+        <translation>Estado: Tarnwell no está en marcha</translation>
+    </message>
+    <message id="cli.sync.state.off">
+        <source>State: off</source>
+        <extracomment>`tarnwell sync --status`: no account, or sync turned off</extracomment>
+        <translation>Estado: desactivada</translation>
+    </message>
+    <message id="cli.sync.last.never">
+        <source>Last sync: never</source>
+        <extracomment>`tarnwell sync --status`: no pass ever went through</extracomment>
+        <translation>Última sincronización: nunca</translation>
+    </message>
+    <message id="cli.sync.last">
+        <source>Last sync: %1</source>
+        <extracomment>`tarnwell sync --status`. %1: date and time of the last pass that went through</extracomment>
+        <translation>Última sincronización: %1</translation>
+    </message>
+    <message id="cli.sync.lastError">
+        <source>Last error: %1</source>
+        <extracomment>`tarnwell sync --status`. %1: what went wrong, as a sentence</extracomment>
+        <translation>Último error: %1</translation>
+    </message>
+    <message id="sync.problem.notAvailable">
+        <source>Sync is not available in this build of Tarnwell.</source>
+        <extracomment>Sync: this build of Tarnwell was made without the part that syncs</extracomment>
+        <translation>La sincronización no está disponible en esta versión de Tarnwell.</translation>
+    </message>
+    <message id="sync.problem.off">
+        <source>Sync is off. Set it up in Settings, Sync.</source>
+        <extracomment>Sync: asked to sync while no account is set up or sync is turned off</extracomment>
+        <translation>La sincronización está desactivada. Configúrala en Ajustes, Sincronización.</translation>
+    </message>
+    <message id="sync.problem.noSecretService">
+        <source>No keyring is running on this desktop, so Tarnwell has nowhere safe to keep the password. Sync stays off.</source>
+        <extracomment>Sync: the desktop has no keyring (Secret Service) to keep the password in</extracomment>
+        <translation>No hay ningún llavero en este escritorio, así que Tarnwell no tiene dónde guardar la contraseña con seguridad. La sincronización sigue desactivada.</translation>
+    </message>
+    <message id="sync.problem.noPassword">
+        <source>The keyring holds no password for this account. Enter it in Settings, Sync.</source>
+        <extracomment>Sync: the keyring has no password for the account</extracomment>
+        <translation>El llavero no tiene ninguna contraseña para esta cuenta. Escríbela en Ajustes, Sincronización.</translation>
+    </message>
+    <message id="sync.problem.secretDenied">
+        <source>The keyring did not give out the password (it may be locked).</source>
+        <extracomment>Sync: the keyring stayed locked or refused to give out the password</extracomment>
+        <translation>El llavero no entregó la contraseña (puede que esté bloqueado).</translation>
+    </message>
+    <message id="sync.problem.cancelled">
+        <source>The sync was stopped before it finished.</source>
+        <extracomment>Sync: the pass was stopped because Tarnwell quit or sync was turned off</extracomment>
+        <translation>La sincronización se detuvo antes de terminar.</translation>
+    </message>
+    <message id="sync.problem.network">
+        <source>The server cannot be reached. Tarnwell tries again later.</source>
+        <extracomment>Sync: no answer from the server (down, offline, wrong name)</extracomment>
+        <translation>No se puede contactar con el servidor. Tarnwell lo volverá a intentar más tarde.</translation>
+    </message>
+    <message id="sync.problem.certificate">
+        <source>The server's certificate is not trusted, so nothing was sent to it.</source>
+        <extracomment>Sync: the server's TLS certificate is not trusted</extracomment>
+        <translation>El certificado del servidor no es de confianza, así que no se le envió nada.</translation>
+    </message>
+    <message id="sync.problem.unauthorized">
+        <source>The server did not accept the user name or password.</source>
+        <extracomment>Sync: the server refused the user name or password</extracomment>
+        <translation>El servidor no aceptó el nombre de usuario o la contraseña.</translation>
+    </message>
+    <message id="sync.problem.notCalDav">
+        <source>This address answers, but not as a CalDAV server.</source>
+        <extracomment>Sync: the address answers, but it is not a CalDAV server</extracomment>
+        <translation>Esta dirección responde, pero no como servidor CalDAV.</translation>
+    </message>
+    <message id="sync.problem.noTaskCollection">
+        <source>The server has no calendar that can hold tasks.</source>
+        <extracomment>Sync: a CalDAV server without any calendar that can hold tasks (VTODO)</extracomment>
+        <translation>El servidor no tiene ningún calendario que pueda contener tareas.</translation>
+    </message>
+    <message id="sync.problem.server">
+        <source>The server refused the sync. Tarnwell tries again later.</source>
+        <extracomment>Sync: the server refused a request for another reason</extracomment>
+        <translation>El servidor rechazó la sincronización. Tarnwell lo volverá a intentar más tarde.</translation>
+    </message>
+    <message id="sync.problem.malformed">
+        <source>The server's answer could not be read. Tarnwell tries again later.</source>
+        <extracomment>Sync: the server's answer could not be read</extracomment>
+        <translation>No se pudo leer la respuesta del servidor. Tarnwell lo volverá a intentar más tarde.</translation>
+    </message>
+    <message id="settings.sync.state.off">
+        <source>Sync is off. Tasks stay on this computer only.</source>
+        <extracomment>Settings, Sync: the state line while sync is off</extracomment>
+        <translation>La sincronización está desactivada. Las tareas solo están en este equipo.</translation>
+    </message>
+    <message id="settings.sync.state.idle">
+        <source>Sync is on. Changes go to the server a few seconds after you make them.</source>
+        <extracomment>Settings, Sync: the state line while sync is on and the last pass went through</extracomment>
+        <translation>La sincronización está activada. Los cambios llegan al servidor unos segundos después.</translation>
+    </message>
+    <message id="settings.sync.state.syncing">
+        <source>Syncing…</source>
+        <extracomment>Settings, Sync: the state line while a pass runs</extracomment>
+        <translation>Sincronizando…</translation>
+    </message>
+    <message id="settings.sync.state.error">
+        <source>Sync is on, but the last sync failed.</source>
+        <extracomment>Settings, Sync: the state line when the last pass failed (the reason is shown under it)</extracomment>
+        <translation>La sincronización está activada, pero la última falló.</translation>
+    </message>
+    <message id="settings.sync.last.never">
+        <source>Not synced yet</source>
+        <extracomment>Settings, Sync: no pass has gone through yet</extracomment>
+        <translation>Aún sin sincronizar</translation>
+    </message>
+    <message id="settings.sync.last">
+        <source>Last synced %1</source>
+        <extracomment>Settings, Sync: %1 is the date and time of the last pass that went through</extracomment>
+        <translation>Última sincronización: %1</translation>
+    </message>
+    <message id="settings.sync.password.caption">
+        <source>Kept in the desktop's keyring (%1), never in Tarnwell's files.</source>
+        <extracomment>Settings, Sync: under the password field. %1 names the keyring ("Secret Service", "KWallet")</extracomment>
+        <translation>Se guarda en el llavero del escritorio (%1), nunca en los archivos de Tarnwell.</translation>
+    </message>
+    <message id="settings.sync.needAddress">
+        <source>Enter the server's address and your user name first.</source>
+        <extracomment>Settings, Sync: "Find calendars" without a usable address or user name</extracomment>
+        <translation>Escribe primero la dirección del servidor y tu nombre de usuario.</translation>
+    </message>
+    <message id="settings.sync.finding">
+        <source>Looking for calendars…</source>
+        <extracomment>Settings, Sync: while the server is asked for its calendars</extracomment>
+        <translation>Buscando calendarios…</translation>
+    </message>
+    <message id="settings.sync.found" numerus="yes">
+        <source>%n calendar(s) for tasks found. Choose one below.</source>
+        <extracomment>Settings, Sync: after "Find calendars". %n: how many calendars hold tasks</extracomment>
+        <translation>
+            <numerusform>Se encontró %n calendario para tareas. Elige uno abajo.</numerusform>
+            <numerusform>Se encontraron %n calendarios para tareas. Elige uno abajo.</numerusform>
+        </translation>
+    </message>
+    <message id="settings.sync.needCalendar">
+        <source>Find the server's calendars and choose one first.</source>
+        <extracomment>Settings, Sync: "Turn on sync" before a calendar was chosen</extracomment>
+        <translation>Busca primero los calendarios del servidor y elige uno.</translation>
+    </message>
 </context>
 </TS>

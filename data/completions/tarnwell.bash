@@ -3,7 +3,7 @@ _tarnwell()
 {
     local cur prev words cword
     _init_completion || return
-    local commands="add status list done start pause toggle export import backups restore"
+    local commands="add status list done start pause toggle export import backups restore sync"
     if [[ $cword -eq 1 ]]; then
         COMPREPLY=($(compgen -W "$commands --help --version --ui-test tarnwell://quickadd" -- "$cur"))
         return
@@ -18,6 +18,7 @@ _tarnwell()
         add) options+=" --title --minutes --urgent" ;;
         status) options+=" --json --follow" ;;
         list) options+=" --json --day" ;;
+        sync) options+=" --status --json" ;;
         export) options+=" --format --from --to --output" ;;
         import) _filedir json; return ;;
         restore) _filedir sqlite; return ;;

@@ -1,5 +1,5 @@
 # fish completion for tarnwell
-set -l commands add status list done start pause toggle export import backups restore
+set -l commands add status list done start pause toggle export import backups restore sync
 complete -c tarnwell -f
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a add -d 'Add a task to today'
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a status -d 'The task in hand and its timer'
@@ -12,13 +12,15 @@ complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a export -d
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a import -d 'Read a JSON export back'
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a backups -d 'List the daily copies of your data'
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a restore -d 'Put a daily copy back'
+complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -a sync -d 'Sync with the CalDAV server now'
 complete -c tarnwell -l help -d 'Show help'
 complete -c tarnwell -n "not __fish_seen_subcommand_from $commands" -l version -d 'Show the version'
 complete -c tarnwell -n "__fish_seen_subcommand_from add" -l title -r -d 'Title, taken as it is'
 complete -c tarnwell -n "__fish_seen_subcommand_from add" -l minutes -r -d 'Planned minutes'
 complete -c tarnwell -n "__fish_seen_subcommand_from add" -l urgent -d 'Put the task first'
-complete -c tarnwell -n "__fish_seen_subcommand_from status list" -l json -d 'Print JSON'
+complete -c tarnwell -n "__fish_seen_subcommand_from status list sync" -l json -d 'Print JSON'
 complete -c tarnwell -n "__fish_seen_subcommand_from status" -l follow -d 'Print again on every change'
+complete -c tarnwell -n "__fish_seen_subcommand_from sync" -l status -d 'Print the account and the last sync'
 complete -c tarnwell -n "__fish_seen_subcommand_from list" -l day -r -d 'Day, YYYY-MM-DD'
 complete -c tarnwell -n "__fish_seen_subcommand_from export" -l format -r -a 'json csv ics' -d 'Format'
 complete -c tarnwell -n "__fish_seen_subcommand_from export" -l from -r -d 'First day'

@@ -21,6 +21,7 @@
 #include "platform/IdleTimeSources.h"
 #include "platform/LinuxSessionEvents.h"
 #include "platform/HotkeyBackendChooser.h"
+#include "platform/KeychainSecretStore.h"
 #include "platform/LazyChimeLibrary.h"
 #include "platform/SessionBus.h"
 #include "persistence/StoreBackup.h"
@@ -35,8 +36,13 @@
 #include "services/RolloverService.h"
 #include "services/ReviewStatistics.h"
 #include "services/RoutineService.h"
+#include "services/SyncService.h"
 #include "services/TaskCompletionFlow.h"
+#include "persistence/AppSettings.h"
 #include "settings/AppSettingsStore.h"
+#include "settings/SyncAccountStore.h"
+#include "sync/CalDavClient.h"
+#include "sync/SyncEngine.h"
 #include "views/AwayBanner.h"
 #include "views/OnboardingCoordinator.h"
 #include "views/PopoverKeyMonitor.h"
@@ -52,8 +58,10 @@
 #include "widget/WidgetSurface.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 #include <QGuiApplication>
 #include <QHash>
+#include <QNetworkAccessManager>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QFileInfo>
@@ -61,6 +69,11 @@
 #include <QTimer>
 
 namespace tarnwell {
+
+std::unique_ptr<sync::SyncPass> makeSyncPass(const SyncPassParts &parts)
+{
+    return std::make_unique<sync::SyncEngine>(parts.store, parts.days, parts.network, parts.clock);
+}
 
 AppDelegate::AppDelegate(Options options, platform::SessionBus &sessionBus, QObject *parent)
     : QObject(parent)
@@ -157,12 +170,40 @@ void AppDelegate::applicationDidFinishLaunching()
     m_reviewStatistics = std::make_unique<ReviewStatistics>(m_store->viewContext(), m_calendar);
     m_reviewModel = std::make_unique<ReviewModel>(*m_reviewStatistics, m_calendar, m_clock);
     m_reviewWindow = std::make_unique<ReviewWindowController>(*m_reviewModel, *m_ui);
+    // Sync: the account row, the keyring for its password, the engine (when
+    // this build has one), and the service that decides when passes run.
+    m_network = std::make_unique<QNetworkAccessManager>();
+    m_secrets = platform::chooseSecretStore(m_sessionBus.connection());
+    m_syncAccounts = std::make_unique<SyncAccountStore>(m_store->viewContext());
+    m_syncPass = makeSyncPass({m_store->viewContext(), *m_days, *m_network, m_clock});
+    m_sync = std::make_unique<SyncService>(
+        SyncService::Services{*m_syncAccounts, m_secrets.get(), m_syncPass.get(), m_clock});
+    connect(&m_store->viewContext(), &StoreContext::objectsDidChange, m_sync.get(), [this](const ChangeSet &changes) {
+        // The settings row is this computer's own; everything else is synced.
+        const auto synced = [](const QList<ManagedObject *> &objects) {
+            return std::any_of(objects.begin(), objects.end(), [](const ManagedObject *object) {
+                return &object->entity() != &AppSettings::description();
+            });
+        };
+        if (synced(changes.inserted) || synced(changes.updated) || synced(changes.deleted))
+            m_sync->noteLocalChange();
+    });
     m_settingsWindow = std::make_unique<SettingsWindowController>(SettingsWindowController::Services{
         *m_settings, *m_sounds, *m_routineRepository, *m_ui,
         [this] { return m_hotkeyBackend ? m_hotkeyBackend->name() : QString(); },
         [this]() -> std::optional<HotkeyConflict> { return m_hotkeys ? m_hotkeys->reload() : std::nullopt; },
         [this] { return probeDesktop(); }, QStringLiteral(TARNWELL_VERSION),
-        QFileInfo(PersistenceController::defaultStorePath()).absolutePath()});
+        QFileInfo(PersistenceController::defaultStorePath()).absolutePath(), m_sync.get(),
+        [this](const QUrl &server, const QString &user, const QString &password,
+               const SyncSettingsModel::Discovered &done) {
+            auto *client = new sync::CalDavClient(*m_network, this);
+            client->setCredentials(user, password);
+            client->discover(
+                server, [client, done](const sync::CalDavStatus &status, const QList<sync::CalDavCollection> &found) {
+                    client->deleteLater();
+                    done(status, found);
+                });
+        }});
     // The routines live in the settings now; the popover's "Manage routines…" opens that tab.
     connect(m_popoverModel.get(), &PopoverModel::manageRoutinesRequested, this, &AppDelegate::showRoutines);
     connect(m_popover.get(), &PopoverManager::settingsRequested, this, [this] { showSettings(); });
@@ -273,6 +314,9 @@ void AppDelegate::installMainInterface()
         m_popoverModel->refresh();
     });
     m_dayChange->start();
+
+    // 9. Sync: the pass at start, then after changes and every few minutes.
+    m_sync->start();
 
     qCInfo(lcServices).noquote() << QStringLiteral("Interface installed");
     Q_EMIT interfaceInstalled();
@@ -481,6 +525,10 @@ void AppDelegate::applicationWillTerminate()
     if (m_terminated || !m_launched)
         return;
     m_terminated = true;
+    // A running sync pass is abandoned first: it must not write while the
+    // rest is taken down.
+    if (m_sync)
+        m_sync->shutdown();
     // The reverse of installing. Each line is logged only for what existed.
     if (m_hotkeys) {
         m_hotkeys->unregisterAll();
@@ -508,6 +556,11 @@ void AppDelegate::applicationWillTerminate()
     m_notificationRouter.reset();
     m_routinesWindow.reset();
     m_settingsWindow.reset();
+    m_sync.reset();
+    m_syncPass.reset();
+    m_syncAccounts.reset();
+    m_secrets.reset();
+    m_network.reset();
     m_reviewWindow.reset();
     m_reviewModel.reset();
     m_reviewStatistics.reset();

@@ -12,6 +12,7 @@
 #include <optional>
 
 class QDBusConnection;
+class QNetworkAccessManager;
 class QSettings;
 
 namespace tarnwell {
@@ -49,12 +50,31 @@ class RoutinesWindowController;
 class ReviewModel;
 class ReviewStatistics;
 class ReviewWindowController;
+class SecretStore;
 class SettingsWindowController;
+class StoreContext;
+class SyncAccountStore;
+class SyncService;
 class TaskRepository;
 class ThemeController;
 class Translations;
 class UiEngine;
 class WidgetSurface;
+
+namespace sync {
+class SyncPass;
+}
+
+// What the sync engine is made from.
+struct SyncPassParts
+{
+    StoreContext &store;
+    DayRepository &days;
+    QNetworkAccessManager &network;
+    Clock clock;
+};
+// The one place the sync engine is made.
+std::unique_ptr<sync::SyncPass> makeSyncPass(const SyncPassParts &parts);
 
 namespace platform {
 class AppearancePortal;
@@ -112,6 +132,8 @@ public:
     HotkeyManager *hotkeyManager() const { return m_hotkeys.get(); }
     // What the bus interface org.tarnwell.Tarnwell1 drives; none before launch.
     TaskAutomation *automation() const { return m_automation.get(); }
+    // What `tarnwell sync` drives over the bus; none before launch.
+    SyncService *syncService() const { return m_sync.get(); }
 
 Q_SIGNALS:
     void interfaceInstalled();
@@ -163,6 +185,11 @@ private:
     std::unique_ptr<ReviewStatistics> m_reviewStatistics;
     std::unique_ptr<ReviewModel> m_reviewModel;
     std::unique_ptr<ReviewWindowController> m_reviewWindow;
+    std::unique_ptr<QNetworkAccessManager> m_network;
+    std::unique_ptr<SecretStore> m_secrets;
+    std::unique_ptr<SyncAccountStore> m_syncAccounts;
+    std::unique_ptr<sync::SyncPass> m_syncPass;
+    std::unique_ptr<SyncService> m_sync;
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<TaskAutomation> m_automation;
     std::unique_ptr<LoginItemService> m_loginItems;

@@ -144,6 +144,7 @@ int main(int argc, char *argv[])
     QTimer::singleShot(0, &delegate, [&] {
         delegate.applicationDidFinishLaunching();
         bus.setAutomation(delegate.automation());
+        bus.setSync(delegate.syncService());
     });
     return app.exec();
 }

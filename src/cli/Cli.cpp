@@ -18,6 +18,8 @@
 #include "persistence/StoreError.h"
 #include "persistence/Task.h"
 #include "persistence/TaskRepository.h"
+#include "services/SyncService.h"
+#include "settings/SyncAccountStore.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -109,10 +111,10 @@ Cli::~Cli() = default;
 
 const QStringList &Cli::subcommands()
 {
-    static const QStringList names{QStringLiteral("add"),     QStringLiteral("status"), QStringLiteral("list"),
-                                   QStringLiteral("done"),    QStringLiteral("start"),  QStringLiteral("pause"),
-                                   QStringLiteral("toggle"),  QStringLiteral("export"), QStringLiteral("import"),
-                                   QStringLiteral("backups"), QStringLiteral("restore")};
+    static const QStringList names{QStringLiteral("add"),     QStringLiteral("status"),  QStringLiteral("list"),
+                                   QStringLiteral("done"),    QStringLiteral("start"),   QStringLiteral("pause"),
+                                   QStringLiteral("toggle"),  QStringLiteral("export"),  QStringLiteral("import"),
+                                   QStringLiteral("backups"), QStringLiteral("restore"), QStringLiteral("sync")};
     return names;
 }
 
@@ -169,6 +171,8 @@ int Cli::run(const QStringList &arguments)
             return backups(arguments);
         if (command == QLatin1String("restore"))
             return restore(arguments);
+        if (command == QLatin1String("sync"))
+            return syncCommand(arguments);
         return drive(command, arguments);
     } catch (const ArgumentError &error) {
         return fail(invalid, error.message());
@@ -572,6 +576,80 @@ int Cli::restore(const QStringList &arguments)
     store();
     m_out << CliTexts::restored(backup, aside) << Qt::endl;
     return ok;
+}
+
+void Cli::printSyncStatus(const QJsonObject &status)
+{
+    const QString state = status.value(QStringLiteral("state")).toString();
+    if (status.contains(QStringLiteral("server")))
+        m_out << CliTexts::syncAccount(status.value(QStringLiteral("server")).toString(),
+                                       status.value(QStringLiteral("user")).toString())
+              << Qt::endl;
+    if (status.contains(QStringLiteral("collection")))
+        m_out << CliTexts::syncCollection(status.value(QStringLiteral("collection")).toString()) << Qt::endl;
+    m_out << CliTexts::syncState(state) << Qt::endl;
+    const QDateTime last = QDateTime::fromString(status.value(QStringLiteral("lastSync")).toString(), Qt::ISODate);
+    m_out << CliTexts::syncLast(last.isValid() ? QLocale().toString(last.toLocalTime(), QLocale::ShortFormat)
+                                               : QString())
+          << Qt::endl;
+    if (status.contains(QStringLiteral("lastErrorText")) && state != QLatin1String("unavailable"))
+        m_out << CliTexts::syncLastError(status.value(QStringLiteral("lastErrorText")).toString()) << Qt::endl;
+}
+
+int Cli::syncCommand(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    prepare(parser, arguments.value(0), CliTexts::syncDescription());
+    const QCommandLineOption statusOption(QStringLiteral("status"), CliTexts::syncStatusOption());
+    const QCommandLineOption json(QStringLiteral("json"), CliTexts::jsonOption());
+    parser.addOptions({statusOption, json});
+    if (const int code = parse(parser, arguments); code >= 0)
+        return code;
+    if (!words(parser).isEmpty())
+        return fail(
+            usage,
+            CliTexts::usageError(CliTexts::unexpectedArguments(words(parser).join(u' ')), QStringLiteral("sync")));
+
+    if (parser.isSet(statusOption)) {
+        QJsonObject status;
+        if (m_agentRunning) {
+            const QDBusMessage reply = m_agent->call(QStringLiteral("SyncStatus"));
+            if (reply.type() != QDBusMessage::ReplyMessage)
+                return busFailure(reply);
+            status = QJsonDocument::fromJson(reply.arguments().value(0).toString().toUtf8()).object();
+        } else {
+            // The account as the store keeps it; what runs is the agent's to say.
+            m_store = std::make_unique<LocalStore>(false);
+            const SyncAccountStore accounts(m_store->controller->viewContext());
+            status =
+                SyncService::statusJson(accounts, QStringLiteral("notRunning"), problemFromKey(accounts.lastError()));
+        }
+        if (parser.isSet(json))
+            m_out << compact(status) << Qt::endl;
+        else
+            printSyncStatus(status);
+        return ok;
+    }
+
+    if (!m_agentRunning)
+        return fail(noAgent, CliTexts::syncNeedsAgent());
+    // The answer comes when the pass has ended.
+    constexpr int longestPassMs = 30 * 60 * 1000;
+    const QDBusMessage reply = m_agent->call(QStringLiteral("Sync"), {}, longestPassMs);
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return busFailure(reply);
+    const QJsonObject report = QJsonDocument::fromJson(reply.arguments().value(0).toString().toUtf8()).object();
+    const bool synced = report.value(QStringLiteral("ok")).toBool();
+    if (parser.isSet(json))
+        m_out << compact(report) << Qt::endl;
+    else if (synced)
+        m_out << CliTexts::synced(report.value(QStringLiteral("pulled")).toInt(),
+                                  report.value(QStringLiteral("pushed")).toInt(),
+                                  report.value(QStringLiteral("removed")).toInt())
+              << Qt::endl;
+    if (synced)
+        return ok;
+    return fail(syncFailed, report.value(QStringLiteral("message")).toString());
 }
 
 } // namespace tarnwell::cli

@@ -6,6 +6,7 @@
 #include <memory>
 
 class QCommandLineParser;
+class QJsonObject;
 class QDBusMessage;
 
 namespace tarnwell::cli {
@@ -27,6 +28,7 @@ public:
         storeFailed = 4, // the store could not be opened, read or written
         noAgent = 5, // the command needs the running agent
         noTask = 6, // no task in hand, or no open task with that id
+        syncFailed = 7, // the sync pass did not go through, or sync is off
     };
 
     Cli(QTextStream &out, QTextStream &err);
@@ -45,6 +47,8 @@ private:
     int importFile(const QStringList &arguments);
     int backups(const QStringList &arguments);
     int restore(const QStringList &arguments);
+    int syncCommand(const QStringList &arguments);
+    void printSyncStatus(const QJsonObject &status);
 
     // -1: go on; otherwise the exit code (usage error, or --help shown).
     int parse(QCommandLineParser &parser, const QStringList &arguments);

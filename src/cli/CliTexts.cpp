@@ -214,6 +214,93 @@ QString restoreWhileRunning()
     return qtTrId("cli.restore.running");
 }
 
+QString syncDescription()
+{
+    //: `tarnwell sync --help`: what the command does
+    //% "Asks the running Tarnwell to sync with the CalDAV server now, waits for the pass to end and prints its outcome."
+    return qtTrId("cli.sync.description");
+}
+
+QString syncStatusOption()
+{
+    //: `tarnwell sync --help`: the --status option
+    //% "Print the account, the state, the last sync and the last error instead."
+    return qtTrId("cli.sync.statusOption");
+}
+
+QString syncNeedsAgent()
+{
+    //: `tarnwell sync` without a running agent
+    //% "Tarnwell is not running, and sync runs inside it. Start it with “tarnwell”."
+    return qtTrId("cli.error.syncNeedsAgent");
+}
+
+QString synced(int pulled, int pushed, int removed)
+{
+    //: After `tarnwell sync`. %1: tasks taken from the server, %2: tasks sent to it, %3: deletions carried over
+    //% "Synced: %1 in, %2 out, %3 removed."
+    return qtTrId("cli.sync.done").arg(pulled).arg(pushed).arg(removed);
+}
+
+QString syncAccount(const QString &server, const QString &user)
+{
+    //: `tarnwell sync --status`. %1: the server address, %2: the user name
+    //% "Server: %1 (as %2)"
+    return qtTrId("cli.sync.account").arg(server, user);
+}
+
+QString syncCollection(const QString &collection)
+{
+    //: `tarnwell sync --status`. %1: the address of the chosen calendar
+    //% "Calendar: %1"
+    return qtTrId("cli.sync.collection").arg(collection);
+}
+
+QString syncState(const QString &state)
+{
+    if (state == QLatin1String("idle"))
+        //: `tarnwell sync --status`: sync is on and the last pass went through
+        //% "State: up to date"
+        return qtTrId("cli.sync.state.idle");
+    if (state == QLatin1String("syncing"))
+        //: `tarnwell sync --status`: a pass is running now
+        //% "State: syncing"
+        return qtTrId("cli.sync.state.syncing");
+    if (state == QLatin1String("error"))
+        //: `tarnwell sync --status`: sync is on and the last pass failed
+        //% "State: the last sync failed"
+        return qtTrId("cli.sync.state.error");
+    if (state == QLatin1String("unavailable"))
+        //: `tarnwell sync --status`: this build cannot sync
+        //% "State: sync is not available in this build"
+        return qtTrId("cli.sync.state.unavailable");
+    if (state == QLatin1String("notRunning"))
+        //: `tarnwell sync --status` without a running agent
+        //% "State: Tarnwell is not running"
+        return qtTrId("cli.sync.state.notRunning");
+    //: `tarnwell sync --status`: no account, or sync turned off
+    //% "State: off"
+    return qtTrId("cli.sync.state.off");
+}
+
+QString syncLast(const QString &when)
+{
+    if (when.isEmpty())
+        //: `tarnwell sync --status`: no pass ever went through
+        //% "Last sync: never"
+        return qtTrId("cli.sync.last.never");
+    //: `tarnwell sync --status`. %1: date and time of the last pass that went through
+    //% "Last sync: %1"
+    return qtTrId("cli.sync.last").arg(when);
+}
+
+QString syncLastError(const QString &text)
+{
+    //: `tarnwell sync --status`. %1: what went wrong, as a sentence
+    //% "Last error: %1"
+    return qtTrId("cli.sync.lastError").arg(text);
+}
+
 QString noSuchBackup(const QString &given)
 {
     //: `tarnwell restore` with a day or file that is not a copy. %1: what was given

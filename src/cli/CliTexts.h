@@ -38,6 +38,17 @@ QString fileArgument();
 QString backupsDescription();
 QString restoreDescription();
 QString restoreArgument();
+QString syncDescription();
+QString syncStatusOption();
+QString syncNeedsAgent();
+QString synced(int pulled, int pushed, int removed);
+QString syncAccount(const QString &server, const QString &user);
+QString syncCollection(const QString &collection);
+// `state` as the bus names it: idle, syncing, error, off, unavailable, notRunning.
+QString syncState(const QString &state);
+// `when` is empty for never.
+QString syncLast(const QString &when);
+QString syncLastError(const QString &text);
 QString noBackups();
 QString restoreWhileRunning();
 QString noSuchBackup(const QString &given);

@@ -5,8 +5,10 @@
 #include "kit/Logging.h"
 #include "persistence/RepositoryError.h"
 #include "persistence/StoreError.h"
+#include "services/SyncService.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QJsonDocument>
 
 namespace tarnwell::platform {
@@ -35,6 +37,15 @@ void AutomationBus::setAutomation(TaskAutomation *automation)
     m_automation = automation;
     if (automation)
         connect(automation, &TaskAutomation::changed, this, &AutomationBus::Changed);
+}
+
+void AutomationBus::setSync(SyncService *sync)
+{
+    if (m_sync)
+        disconnect(m_sync, nullptr, this, nullptr);
+    m_sync = sync;
+    if (sync)
+        connect(sync, &SyncService::stateChanged, this, &AutomationBus::SyncChanged);
 }
 
 template<typename Result, typename Work>
@@ -124,6 +135,38 @@ int AutomationBus::Import(const QByteArray &document, int &tasks, int &routines,
         skipped = summary.skipped;
         return summary.days;
     });
+}
+
+QString AutomationBus::Sync()
+{
+    if (!m_sync) {
+        if (calledFromDBus())
+            sendErrorReply(errorName("NotReady"), qtTrId("automation.error.notReady"));
+        return {};
+    }
+    if (!calledFromDBus()) {
+        m_sync->syncNow();
+        return {};
+    }
+    // Answered when the pass has ended, however long that takes.
+    setDelayedReply(true);
+    const QDBusMessage request = message();
+    QDBusConnection bus = connection();
+    m_sync->syncNow([request, bus](const SyncReport &report) mutable {
+        bus.send(
+            request.createReply(QString::fromUtf8(QJsonDocument(reportJson(report)).toJson(QJsonDocument::Compact))));
+    });
+    return {};
+}
+
+QString AutomationBus::SyncStatus()
+{
+    if (!m_sync) {
+        if (calledFromDBus())
+            sendErrorReply(errorName("NotReady"), qtTrId("automation.error.notReady"));
+        return {};
+    }
+    return QString::fromUtf8(QJsonDocument(m_sync->statusJson()).toJson(QJsonDocument::Compact));
 }
 
 } // namespace tarnwell::platform

@@ -7,8 +7,9 @@
 #include <QPointer>
 
 namespace tarnwell {
+class SyncService;
 class TaskAutomation;
-}
+} // namespace tarnwell
 
 namespace tarnwell::platform {
 
@@ -28,7 +29,12 @@ namespace tarnwell::platform {
 // Start(), Pause(), Toggle() -> s title: the timer of the task in hand.
 // Export(s format, s from, s to) -> ay: json, csv or ics; days "" = open.
 // Import(ay json) -> (i days, i tasks, i routines, i skipped): all or nothing.
+// Sync() -> s: asks for a sync pass and answers when it has ended, with JSON
+//   of its outcome ({"ok", "error", "message", "pulled", "pushed", "removed"}).
+// SyncStatus() -> s: JSON of the account, the state, the last sync and the
+//   last error (as `tarnwell sync --status --json`).
 // Changed: the queue, the task in hand or its timer changed.
+// SyncChanged: the sync state, the last sync time or the last error changed.
 //
 // Errors (org.tarnwell.Tarnwell1.Error.*): InvalidArgument, Validation (a
 // title rule), NoTaskInHand, TaskNotFound, Import, Store, NotReady (the agent
@@ -47,6 +53,7 @@ public:
     ~AutomationBus() override;
 
     void setAutomation(TaskAutomation *automation);
+    void setSync(SyncService *sync);
 
     // The interface's methods (called by the generated adaptor).
     QString AddTask(const QString &title, int durationMinutes, bool urgent);
@@ -59,15 +66,19 @@ public:
     QString Toggle();
     QByteArray Export(const QString &format, const QString &from, const QString &to);
     int Import(const QByteArray &document, int &tasks, int &routines, int &skipped);
+    QString Sync();
+    QString SyncStatus();
 
 Q_SIGNALS:
     void Changed();
+    void SyncChanged();
 
 private:
     template<typename Result, typename Work>
     Result answer(Work work);
 
     QPointer<TaskAutomation> m_automation;
+    QPointer<SyncService> m_sync;
 };
 
 } // namespace tarnwell::platform

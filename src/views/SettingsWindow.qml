@@ -7,7 +7,7 @@ import Tarnwell.Views
 // The settings: the tabs down the left (Up and Down move between them,
 // Ctrl+Page Down and Ctrl+Page Up from anywhere), the chosen tab on the right.
 // Every control writes through its tab's model at once; there is nothing to
-// save. Escape closes an open form of the Routines tab first, then the window.
+// save. Escape closes an open form of the Routines tab (or the Sync tab's question) first, then the window.
 ThemedWindow {
     id: root
     objectName: "settingsRoot"
@@ -15,6 +15,7 @@ ThemedWindow {
     required property ReminderSettingsModel reminders
     required property HotkeySettingsModel hotkeys
     required property RoutinesModel routines
+    required property SyncSettingsModel sync
     required property PermissionsModel permissions
     required property AboutModel about
     required property SettingsWindowController controller
@@ -40,6 +41,7 @@ ThemedWindow {
         //% "Hotkeys"
         { name: "hotkeys", icon: "keyboard", title: qsTrId("settings.tab.hotkeys") },
         { name: "routines", icon: "routine", title: qsTrId("settings.routines.title") },
+        { name: "sync", icon: "sync", title: qsTrId("settings.tab.sync") },
         //: Settings tab: what works on this desktop
         //% "Permissions"
         { name: "permissions", icon: "shield", title: qsTrId("settings.tab.permissions") },
@@ -55,7 +57,8 @@ ThemedWindow {
     Shortcut {
         sequence: "Escape"
         onActivated: {
-            if (!(root.currentTab === 3 && routinesPane.handleEscape()))
+            if (!(root.currentTab === 3 && routinesPane.handleEscape())
+                    && !(root.currentTab === 4 && syncPane.handleEscape()))
                 root.controller.hide()
         }
     }
@@ -699,10 +702,17 @@ ThemedWindow {
                 }
             }
 
+            // ---- Sync
+            SyncPane {
+                id: syncPane
+                objectName: "page-sync"
+                sync: root.sync
+            }
+
             // ---- Permissions
             Page {
                 objectName: "page-permissions"
-                heading: root.tabs[4].title
+                heading: root.tabs[5].title
                 TextBlock {
                     Layout.fillWidth: true
                     role: "secondary"
@@ -795,7 +805,7 @@ ThemedWindow {
             // ---- About
             Page {
                 objectName: "page-about"
-                heading: root.tabs[5].title
+                heading: root.tabs[6].title
                 RowLayout {
                     spacing: Tokens.spaceM
                     ColumnLayout {

@@ -11,8 +11,9 @@ namespace tarnwell {
 
 const QStringList &SettingsWindowController::tabNames()
 {
-    static const QStringList names{QStringLiteral("general"),  QStringLiteral("reminders"),   QStringLiteral("hotkeys"),
-                                   QStringLiteral("routines"), QStringLiteral("permissions"), QStringLiteral("about")};
+    static const QStringList names{
+        QStringLiteral("general"), QStringLiteral("reminders"),   QStringLiteral("hotkeys"), QStringLiteral("routines"),
+        QStringLiteral("sync"),    QStringLiteral("permissions"), QStringLiteral("about")};
     return names;
 }
 
@@ -41,6 +42,7 @@ void SettingsWindowController::makeModels()
     m_permissions = new PermissionsModel(m_services.probePermissions, this);
     m_about = new AboutModel(m_services.version, m_services.dataFolder, this);
     m_routines = new RoutinesModel(m_services.routines, this);
+    m_sync = new SyncSettingsModel(m_services.sync, m_services.discoverCalendars, this);
 }
 
 void SettingsWindowController::show(const QString &tab)
@@ -53,6 +55,7 @@ void SettingsWindowController::show(const QString &tab)
                                         {QStringLiteral("reminders"), QVariant::fromValue<QObject *>(m_reminders)},
                                         {QStringLiteral("hotkeys"), QVariant::fromValue<QObject *>(m_hotkeys)},
                                         {QStringLiteral("routines"), QVariant::fromValue<QObject *>(m_routines)},
+                                        {QStringLiteral("sync"), QVariant::fromValue<QObject *>(m_sync)},
                                         {QStringLiteral("permissions"), QVariant::fromValue<QObject *>(m_permissions)},
                                         {QStringLiteral("about"), QVariant::fromValue<QObject *>(m_about)},
                                         {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
@@ -98,6 +101,8 @@ void SettingsWindowController::retranslate()
         m_hotkeys->retranslate();
     if (m_permissions)
         m_permissions->refresh();
+    if (m_sync)
+        m_sync->retranslate();
 }
 
 } // namespace tarnwell

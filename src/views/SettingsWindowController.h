@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SettingsModels.h"
+#include "SyncSettingsModel.h"
 
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
@@ -16,8 +17,8 @@ class RoutinesModel;
 class SoundService;
 class UiEngine;
 
-// The settings window: General, Reminders, Hotkeys, Routines, Permissions
-// and About, one tab each, over one small model a tab. The models are made
+// The settings window: General, Reminders, Hotkeys, Routines, Sync,
+// Permissions and About, one tab each, over one small model a tab. The models are made
 // at the first show; Escape closes an open form first, then the window.
 class SettingsWindowController : public QObject
 {
@@ -38,6 +39,9 @@ public:
         PermissionsModel::Probe probePermissions;
         QString version;
         QString dataFolder;
+        // The Sync tab's: none (a test, a build without sync) shows it as not available.
+        SyncService *sync = nullptr;
+        SyncSettingsModel::Discover discoverCalendars = {};
     };
     // The tabs, in their order; a link's section names one ("hotkeys").
     static const QStringList &tabNames();
@@ -58,6 +62,7 @@ public:
     HotkeySettingsModel *hotkeys() const { return m_hotkeys; }
     PermissionsModel *permissions() const { return m_permissions; }
     RoutinesModel *routines() const { return m_routines; }
+    SyncSettingsModel *sync() const { return m_sync; }
 
 Q_SIGNALS:
     void shown();
@@ -72,6 +77,7 @@ private:
     PermissionsModel *m_permissions = nullptr;
     AboutModel *m_about = nullptr;
     RoutinesModel *m_routines = nullptr;
+    SyncSettingsModel *m_sync = nullptr;
     QPointer<QQuickWindow> m_window;
 };
 
