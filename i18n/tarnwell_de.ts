@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de">
 <context>
-    <name />
+    <name></name>
     <message id="onboarding.window.title">
         <source>Welcome to Tarnwell</source>
         <extracomment>Title of the first-run window</extracomment>
@@ -68,7 +68,7 @@
     </message>
     <message id="error.repository.reorderMismatch">
         <source>The list changed while you were reordering it. Please try again.</source>
-        <extracomment>Shown when reorderTasks receives an order list that does not match the day's task ids</extracomment>
+        <extracomment>Shown when reorderTasks receives an order list that does not match the day&apos;s task ids</extracomment>
         <translation>Die Liste hat sich geändert, während du sie umsortiert hast. Bitte versuche es noch einmal.</translation>
     </message>
     <message id="error.repository.dayNotFound">
@@ -78,7 +78,7 @@
     </message>
     <message id="menubar.menu.open">
         <source>Open Today</source>
-        <extracomment>Status item menu: open the day's queue</extracomment>
+        <extracomment>Status item menu: open the day&apos;s queue</extracomment>
         <translation>Heute öffnen</translation>
     </message>
     <message id="menubar.menu.quickAdd">
@@ -102,12 +102,12 @@
         <translation>Tarnwell beenden</translation>
     </message>
     <message id="menubar.dayDone">
-        <source>Done for today. That's plenty.</source>
+        <source>Done for today. That&apos;s plenty.</source>
         <extracomment>Menu bar label</extracomment>
         <translation>Fertig für heute. Das reicht völlig.</translation>
     </message>
     <message id="menubar.empty">
-        <source>What's next?</source>
+        <source>What&apos;s next?</source>
         <extracomment>Menu bar label</extracomment>
         <translation>Was kommt als Nächstes?</translation>
     </message>
@@ -143,7 +143,7 @@
     </message>
     <message id="activeTask.countdown.left">
         <source>left</source>
-        <extracomment>Countdown on the now card, shown after the remaining time (as in "12:30 left")</extracomment>
+        <extracomment>Countdown on the now card, shown after the remaining time (as in &quot;12:30 left&quot;)</extracomment>
         <translation>übrig</translation>
     </message>
     <message id="activeTask.countdown.endsAt">
@@ -153,7 +153,7 @@
     </message>
     <message id="activeTask.countdown.over">
         <source>over</source>
-        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in "+01:15 over")</extracomment>
+        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in &quot;+01:15 over&quot;)</extracomment>
         <translation>überzogen</translation>
     </message>
     <message id="completion.title">
@@ -173,7 +173,7 @@
     </message>
     <message id="completion.queueEmpty">
         <source>Nothing else planned for today.</source>
-        <extracomment>Next-up screen: shown when no task is left in today's queue</extracomment>
+        <extracomment>Next-up screen: shown when no task is left in today&apos;s queue</extracomment>
         <translation>Für heute ist nichts mehr geplant.</translation>
     </message>
     <message id="completion.start">
@@ -221,7 +221,7 @@
     </message>
     <message id="dayPlan.summary">
         <source>Day plan: %1</source>
-        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line's parts, comma separated</extracomment>
+        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line&apos;s parts, comma separated</extracomment>
         <translation>Tagesplan: %1</translation>
     </message>
     <message id="dayPlan.overflowCount" numerus="yes">
@@ -241,7 +241,7 @@
         </translation>
     </message>
     <message id="dayPlan.moveOverflow">
-        <source>Move what doesn't fit to tomorrow</source>
+        <source>Move what doesn&apos;t fit to tomorrow</source>
         <extracomment>Day plan footer: button that moves the tasks that do not fit the workday to tomorrow</extracomment>
         <translation>Was nicht passt, auf morgen verschieben</translation>
     </message>
@@ -257,7 +257,7 @@
     </message>
     <message id="routine.menu.saveQueue">
         <source>Save queue as routine…</source>
-        <extracomment>Routine menu: saves the day's queue as a new routine</extracomment>
+        <extracomment>Routine menu: saves the day&apos;s queue as a new routine</extracomment>
         <translation>Aufgabenliste als Routine speichern…</translation>
     </message>
     <message id="routine.menu.manage">
@@ -305,7 +305,7 @@
     </message>
     <message id="toast.routineSaved">
         <source>Saved routine %1</source>
-        <extracomment>Toast: the day's queue was saved as a routine; %1 = routine name</extracomment>
+        <extracomment>Toast: the day&apos;s queue was saved as a routine; %1 = routine name</extracomment>
         <translation>Routine %1 gespeichert</translation>
     </message>
     <message id="repeat.menu">
@@ -431,12 +431,12 @@
     </message>
     <message id="popover.row.due">
         <source>due %1</source>
-        <extracomment>Task row: the task's due date; %1 = a short date</extracomment>
+        <extracomment>Task row: the task&apos;s due date; %1 = a short date</extracomment>
         <translation>fällig am %1</translation>
     </message>
     <message id="popover.row.actions">
         <source>Task actions</source>
-        <extracomment>Task row: button that opens the task's actions</extracomment>
+        <extracomment>Task row: button that opens the task&apos;s actions</extracomment>
         <translation>Aufgabenaktionen</translation>
     </message>
     <message id="popover.row.startNow">
@@ -461,7 +461,7 @@
     </message>
     <message id="popover.row.edit">
         <source>Edit…</source>
-        <extracomment>Task row action: open the task's editor</extracomment>
+        <extracomment>Task row action: open the task&apos;s editor</extracomment>
         <translation>Bearbeiten…</translation>
     </message>
     <message id="popover.row.delete">
@@ -496,17 +496,17 @@
     </message>
     <message id="popover.day.today">
         <source>Today</source>
-        <extracomment>Name of the current day: the popover's day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the current day: the popover&apos;s day heading and the quick-add day chip</extracomment>
         <translation>Heute</translation>
     </message>
     <message id="popover.day.tomorrow">
         <source>Tomorrow</source>
-        <extracomment>Name of the day after the current one: the popover's day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the day after the current one: the popover&apos;s day heading and the quick-add day chip</extracomment>
         <translation>Morgen</translation>
     </message>
     <message id="popover.day.yesterday">
         <source>Yesterday</source>
-        <extracomment>Name of the day before the current one: the popover's day heading</extracomment>
+        <extracomment>Name of the day before the current one: the popover&apos;s day heading</extracomment>
         <translation>Gestern</translation>
     </message>
     <message id="activeTask.extend." numerus="yes">
@@ -519,7 +519,7 @@
     </message>
     <message id="activeTask.action.extend.tooltip" numerus="yes">
         <source>Add %n minute(s) to the plan</source>
-        <extracomment>Tooltip of the task card's extend chip; %n = the minutes it adds</extracomment>
+        <extracomment>Tooltip of the task card&apos;s extend chip; %n = the minutes it adds</extracomment>
         <translation>
             <numerusform>%n Minute zur Planung hinzufügen</numerusform>
             <numerusform>%n Minuten zur Planung hinzufügen</numerusform>
@@ -532,7 +532,7 @@
     </message>
     <message id="popover.toast.movedToTomorrow">
         <source>Moved “%1” to tomorrow</source>
-        <extracomment>Toast after a task was moved to the next day; %1 = the task's title</extracomment>
+        <extracomment>Toast after a task was moved to the next day; %1 = the task&apos;s title</extracomment>
         <translation>„%1“ auf morgen verschoben</translation>
     </message>
     <message id="popover.toast.movedOverflow" numerus="yes">
@@ -545,7 +545,7 @@
     </message>
     <message id="popover.toast.deleted">
         <source>Deleted “%1”</source>
-        <extracomment>Toast after a task was deleted; %1 = the task's title</extracomment>
+        <extracomment>Toast after a task was deleted; %1 = the task&apos;s title</extracomment>
         <translation>„%1“ gelöscht</translation>
     </message>
     <message id="settings.routines.title">
@@ -569,13 +569,13 @@
         <translation>Noch keine Routinen</translation>
     </message>
     <message id="settings.routines.emptyCaption">
-        <source>Make one with New routine, or save a day's queue from the popover's routine menu.</source>
+        <source>Make one with New routine, or save a day&apos;s queue from the popover&apos;s routine menu.</source>
         <extracomment>Routines settings tab: how to make a routine, under the empty message</extracomment>
         <translation>Lege eine mit „Neue Routine“ an oder speichere die Aufgabenliste eines Tages über das Routinenmenü im Popover.</translation>
     </message>
     <message id="settings.routines.name">
         <source>Name</source>
-        <extracomment>Routines settings tab: label of the routine's name field</extracomment>
+        <extracomment>Routines settings tab: label of the routine&apos;s name field</extracomment>
         <translation>Name</translation>
     </message>
     <message id="settings.routines.removeTask">
@@ -605,12 +605,12 @@
     </message>
     <message id="settings.routines.nameRequired">
         <source>A routine needs a name.</source>
-        <extracomment>Routines window: shown in place when a routine's name is left empty</extracomment>
+        <extracomment>Routines window: shown in place when a routine&apos;s name is left empty</extracomment>
         <translation>Eine Routine braucht einen Namen.</translation>
     </message>
     <message id="settings.routines.minutesInvalid">
         <source>Write the minutes as 45, 45m or 1h30.</source>
-        <extracomment>Routines window: shown in place when a task template's minutes are not a duration</extracomment>
+        <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
         <translation>Gib die Minuten als 45, 45m oder 1h30 ein.</translation>
     </message>
     <message id="onboarding.anywhere.title">
@@ -619,7 +619,7 @@
         <translation>Von überall hinzufügen</translation>
     </message>
     <message id="onboarding.anywhere.body">
-        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop's settings, and the quick-add window opens from any application.</source>
+        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop&apos;s settings, and the quick-add window opens from any application.</source>
         <extracomment>First-run page text about adding a task from any application; keep the command as it is</extracomment>
         <translation>Gib dem Befehl „tarnwell tarnwell://quickadd“ in den Einstellungen deines Desktops ein Tastenkürzel, und das Schnellerfassungsfenster öffnet sich aus jeder Anwendung heraus.</translation>
     </message>
@@ -707,7 +707,7 @@
     </message>
     <message id="activeTask.autoPaused.note">
         <source>The timer paused while you were away.</source>
-        <extracomment>Explains a pause the app performed on the user's behalf</extracomment>
+        <extracomment>Explains a pause the app performed on the user&apos;s behalf</extracomment>
         <translation>Der Timer wurde angehalten, während du weg warst.</translation>
     </message>
     <message id="activeTask.autoPaused.resume">
@@ -717,12 +717,12 @@
     </message>
     <message id="settings.hotkeys.togglePopover">
         <source>Open or close Tarnwell</source>
-        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
         <translation>Tarnwell öffnen oder schließen</translation>
     </message>
     <message id="settings.hotkeys.quickAdd">
         <source>Quick add a task</source>
-        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
         <translation>Schnell eine Aufgabe hinzufügen</translation>
     </message>
     <message id="settings.hotkeys.builtIn.complete">
@@ -761,33 +761,33 @@
         <translation>Beide Tastenkürzel sind auf %1 gesetzt. Wähle für eines davon eine andere Kombination.</translation>
     </message>
     <message id="error.hotkey.unparseable">
-        <source>"%1" is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
-        <extracomment>Shown when a hotkey string can't be parsed into a combination</extracomment>
+        <source>&quot;%1&quot; is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
+        <extracomment>Shown when a hotkey string can&apos;t be parsed into a combination</extracomment>
         <translation>„%1“ ist keine Tastenkombination. Verwende Sondertasten und einen Buchstaben, eine Ziffer oder eine benannte Taste, zum Beispiel cmd+shift+j.</translation>
     </message>
     <message id="error.hotkey.takenBySystem">
-        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop's keyboard settings.</source>
-        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination ("Super+Shift+J"), %2 what it was meant to do ("Quick add a task")</extracomment>
+        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop&apos;s keyboard settings.</source>
+        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination (&quot;Super+Shift+J&quot;), %2 what it was meant to do (&quot;Quick add a task&quot;)</extracomment>
         <translation>%1 wird schon vom Desktop oder einem anderen Programm verwendet und kann daher nicht das Tastenkürzel für „%2“ sein. Wähle eine andere Kombination oder gib sie in den Tastatureinstellungen des Desktops frei.</translation>
     </message>
     <message id="hotkey.modifier.super">
         <source>Super+</source>
-        <extracomment>The Super (logo, "Windows") key in a shown key combination, with its joining "+"</extracomment>
+        <extracomment>The Super (logo, &quot;Windows&quot;) key in a shown key combination, with its joining &quot;+&quot;</extracomment>
         <translation>Super+</translation>
     </message>
     <message id="hotkey.modifier.shift">
         <source>Shift+</source>
-        <extracomment>The Shift key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
+        <extracomment>The Shift key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
         <translation>Umschalt+</translation>
     </message>
     <message id="hotkey.modifier.alt">
         <source>Alt+</source>
-        <extracomment>The Alt key in a shown key combination, with its joining "+"</extracomment>
+        <extracomment>The Alt key in a shown key combination, with its joining &quot;+&quot;</extracomment>
         <translation>Alt+</translation>
     </message>
     <message id="hotkey.modifier.ctrl">
         <source>Ctrl+</source>
-        <extracomment>The Control key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
+        <extracomment>The Control key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
         <translation>Strg+</translation>
     </message>
     <message id="hotkey.key.return">
@@ -817,7 +817,7 @@
     </message>
     <message id="hotkey.kde.component">
         <source>Tarnwell</source>
-        <extracomment>Name of the program's group in KDE's shortcut settings</extracomment>
+        <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
         <translation>Tarnwell</translation>
     </message>
     <message id="agent.error.noDisplay">
@@ -881,9 +881,9 @@ Exit-Codes: 0 erledigt, 1 Fehler, 2 Aufruffehler, 3 ungültige Eingabe, 4 Speich
         <translation>JSON statt Text ausgeben.</translation>
     </message>
     <message id="cli.add.description">
-        <source>Adds a task to today. Give one quick-add line ("Write report · 45m !", "Call Bob ~ 15m tomorrow"), or --title with --minutes and --urgent.</source>
+        <source>Adds a task to today. Give one quick-add line (&quot;Write report · 45m !&quot;, &quot;Call Bob ~ 15m tomorrow&quot;), or --title with --minutes and --urgent.</source>
         <extracomment>`tarnwell add --help`</extracomment>
-        <translation>Fügt eine Aufgabe für heute hinzu. Eine Schnelleingabe-Zeile angeben ("Bericht schreiben · 45m !", "Bob anrufen ~ 15m morgen") oder --title mit --minutes und --urgent.</translation>
+        <translation>Fügt eine Aufgabe für heute hinzu. Eine Schnelleingabe-Zeile angeben (&quot;Bericht schreiben · 45m !&quot;, &quot;Bob anrufen ~ 15m morgen&quot;) oder --title mit --minutes und --urgent.</translation>
     </message>
     <message id="cli.add.arg.line">
         <source>The task as one quick-add line.</source>
@@ -906,7 +906,7 @@ Exit-Codes: 0 erledigt, 1 Fehler, 2 Aufruffehler, 3 ungültige Eingabe, 4 Speich
         <translation>Die Aufgabe an den Anfang der Liste setzen.</translation>
     </message>
     <message id="cli.status.description">
-        <source>Shows the task in hand, its timer and countdown, and the rest of today's queue.</source>
+        <source>Shows the task in hand, its timer and countdown, and the rest of today&apos;s queue.</source>
         <extracomment>`tarnwell status --help`</extracomment>
         <translation>Zeigt die Aufgabe in Arbeit, ihren Timer und Countdown und den Rest der heutigen Liste.</translation>
     </message>
@@ -1024,7 +1024,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="cli.error.agentUnreachable">
         <source>The running Tarnwell did not answer: %1</source>
-        <extracomment>The running agent did not answer over D-Bus; %1 is the bus's message</extracomment>
+        <extracomment>The running agent did not answer over D-Bus; %1 is the bus&apos;s message</extracomment>
         <translation>Das laufende Tarnwell hat nicht geantwortet: %1</translation>
     </message>
     <message id="cli.error.cannotRead">
@@ -1039,17 +1039,17 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="cli.done.confirmation">
         <source>Completed “%1”.</source>
-        <extracomment>After `tarnwell done`; %1 is the task's title</extracomment>
+        <extracomment>After `tarnwell done`; %1 is the task&apos;s title</extracomment>
         <translation>„%1“ abgeschlossen.</translation>
     </message>
     <message id="cli.start.confirmation">
         <source>Focusing on “%1”.</source>
-        <extracomment>After the timer was started from the command line; %1 is the task's title</extracomment>
+        <extracomment>After the timer was started from the command line; %1 is the task&apos;s title</extracomment>
         <translation>Fokus auf „%1“.</translation>
     </message>
     <message id="cli.pause.confirmation">
         <source>Paused “%1”.</source>
-        <extracomment>After the timer was paused from the command line; %1 is the task's title</extracomment>
+        <extracomment>After the timer was paused from the command line; %1 is the task&apos;s title</extracomment>
         <translation>„%1“ angehalten.</translation>
     </message>
     <message id="cli.import.confirmation">
@@ -1058,8 +1058,8 @@ Try “tarnwell %2 --help”.</source>
         <translation>%1 Tage, %2 Aufgaben und %3 Routinen importiert (%4 schon vorhanden).</translation>
     </message>
     <message id="cli.status.empty">
-        <source>Nothing in hand: today's queue is empty.</source>
-        <extracomment>`tarnwell status` when today's queue is empty</extracomment>
+        <source>Nothing in hand: today&apos;s queue is empty.</source>
+        <extracomment>`tarnwell status` when today&apos;s queue is empty</extracomment>
         <translation>Keine Aufgabe in Arbeit: Die heutige Liste ist leer.</translation>
     </message>
     <message id="cli.status.focusing">
@@ -1111,7 +1111,7 @@ Try “tarnwell %2 --help”.</source>
         <translation>Aufgabe zu Tarnwell hinzufügen</translation>
     </message>
     <message id="intent.addTask.description">
-        <source>Adds a task to the end of today's queue, or to the top when it is urgent.</source>
+        <source>Adds a task to the end of today&apos;s queue, or to the top when it is urgent.</source>
         <extracomment>Description of the Add Task action</extracomment>
         <translation>Fügt eine Aufgabe am Ende der heutigen Liste hinzu, oder ganz oben, wenn sie dringend ist.</translation>
     </message>
@@ -1122,22 +1122,22 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="intent.addTask.param.title">
         <source>Title</source>
-        <extracomment>Name of the Add Task action's title parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s title parameter</extracomment>
         <translation>Titel</translation>
     </message>
     <message id="intent.addTask.param.duration">
         <source>Planned minutes</source>
-        <extracomment>Name of the Add Task action's planned-minutes parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s planned-minutes parameter</extracomment>
         <translation>Geplante Minuten</translation>
     </message>
     <message id="intent.addTask.param.urgent">
         <source>Urgent</source>
-        <extracomment>Name of the Add Task action's urgent parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s urgent parameter</extracomment>
         <translation>Dringend</translation>
     </message>
     <message id="intent.addTask.confirmation">
         <source>Added “%1” to Tarnwell.</source>
-        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task's title</extracomment>
+        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task&apos;s title</extracomment>
         <translation>„%1“ wurde zu Tarnwell hinzugefügt.</translation>
     </message>
     <message id="error.argument.tooLong">
@@ -1176,8 +1176,8 @@ Try “tarnwell %2 --help”.</source>
         <translation>Das Anfangsdatum %1 liegt nach dem Enddatum %2.</translation>
     </message>
     <message id="automation.error.noTaskInHand">
-        <source>There is no task in hand: today's queue is empty.</source>
-        <extracomment>A script or the command line asked to drive the task in hand, but today's queue is empty</extracomment>
+        <source>There is no task in hand: today&apos;s queue is empty.</source>
+        <extracomment>A script or the command line asked to drive the task in hand, but today&apos;s queue is empty</extracomment>
         <translation>Keine Aufgabe in Arbeit: Die heutige Liste ist leer.</translation>
     </message>
     <message id="automation.error.taskNotFound">
@@ -1202,7 +1202,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="error.import.notJson">
         <source>Line %1: this is not valid JSON (%2).</source>
-        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser's message</extracomment>
+        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser&apos;s message</extracomment>
         <translation>Zeile %1: Das ist kein gültiges JSON (%2).</translation>
     </message>
     <message id="error.import.notExport">
@@ -1284,7 +1284,7 @@ Try “tarnwell %2 --help”.</source>
         <translation>Zeigt die aktuelle Aufgabe und ihren Countdown auf dem Desktop oder in einer Statusleiste.</translation>
     </message>
     <message id="widget.cli.placement">
-        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop's autostart to have it at every login.</source>
+        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop&apos;s autostart to have it at every login.</source>
         <extracomment>tarnwell-widget --help: how to place the desktop window; keep the option names and the class name as they are</extracomment>
         <translation>Ohne Option öffnet sich ein kleines Fenster auf dem Desktop. Ziehen Sie es, um es zu verschieben, oder starten Sie es mit --position X,Y. In einem kachelnden Fenstermanager lassen Sie Fenster der Klasse tarnwell-widget schweben. Nehmen Sie den Befehl in den Autostart Ihres Desktops auf, um das Fenster bei jeder Anmeldung zu haben.</translation>
     </message>
@@ -1345,7 +1345,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="store.openFailed.body">
         <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
-        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file's path, %2: the reason (English, from the database)</extracomment>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
         <translation>%1 konnte nicht geöffnet werden (%2). Die Datei wurde nicht verändert. Tarnwell wird jetzt beendet.</translation>
     </message>
     <message id="cli.backups.description">
@@ -1435,17 +1435,17 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="review.legend.planned">
         <source>Planned (median)</source>
-        <extracomment>Review: chart legend for the planned minutes' bar</extracomment>
+        <extracomment>Review: chart legend for the planned minutes&apos; bar</extracomment>
         <translation>Geplant (Median)</translation>
     </message>
     <message id="review.legend.actual">
         <source>Measured (median)</source>
-        <extracomment>Review: chart legend for the measured minutes' bar</extracomment>
+        <extracomment>Review: chart legend for the measured minutes&apos; bar</extracomment>
         <translation>Gemessen (Median)</translation>
     </message>
     <message id="review.bucket.figures">
         <source>%1 tasks · planned %2 · measured %3 (medians)</source>
-        <extracomment>Review: a group's figures; %1 = number of tasks, %2 = median planned ("25m"), %3 = median measured ("35m")</extracomment>
+        <extracomment>Review: a group&apos;s figures; %1 = number of tasks, %2 = median planned (&quot;25m&quot;), %3 = median measured (&quot;35m&quot;)</extracomment>
         <translation>%1 Aufgaben · geplant %2 · gemessen %3 (Mediane)</translation>
     </message>
     <message id="review.offenders">
@@ -1530,7 +1530,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.general.workdayEnd.time">
         <source>Workday ends at</source>
-        <extracomment>Settings, General: label of the field with the workday end's time</extracomment>
+        <extracomment>Settings, General: label of the field with the workday end&apos;s time</extracomment>
         <translation>Arbeitstag endet um</translation>
     </message>
     <message id="settings.general.dayPlan.title">
@@ -1550,7 +1550,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.general.trayTitle">
         <source>Title length in the tray</source>
-        <extracomment>Settings, General: how many characters of the task's title the tray shows</extracomment>
+        <extracomment>Settings, General: how many characters of the task&apos;s title the tray shows</extracomment>
         <translation>Titellänge in der Leiste</translation>
     </message>
     <message id="settings.general.trayTitle.none">
@@ -1565,7 +1565,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.general.minimalIdle">
         <source>Only the icon while no task is in hand</source>
-        <extracomment>Settings, General: switch that hides the tray's text while no task is in hand</extracomment>
+        <extracomment>Settings, General: switch that hides the tray&apos;s text while no task is in hand</extracomment>
         <translation>Nur das Symbol, solange keine Aufgabe läuft</translation>
     </message>
     <message id="settings.general.idle">
@@ -1615,12 +1615,12 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.reminders.overtime">
         <source>More time adds</source>
-        <extracomment>Settings, Reminders: label of the menu with the minutes the "+N" button adds</extracomment>
+        <extracomment>Settings, Reminders: label of the menu with the minutes the &quot;+N&quot; button adds</extracomment>
         <translation>„Mehr Zeit“ gibt</translation>
     </message>
     <message id="settings.reminders.overtime.minutes">
         <source>%1 minutes</source>
-        <extracomment>Settings, Reminders: option of the minutes "+N" adds; %1 = minutes</extracomment>
+        <extracomment>Settings, Reminders: option of the minutes &quot;+N&quot; adds; %1 = minutes</extracomment>
         <translation>%1 Minuten</translation>
     </message>
     <message id="settings.reminders.sound.title">
@@ -1638,16 +1638,6 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>Settings, Reminders: how loud the chimes are</extracomment>
         <translation>Die Warnung klingt leiser als das Ende.</translation>
     </message>
-    <message id="settings.reminders.chime">
-        <source>Chime</source>
-        <extracomment>Settings, Reminders: label of the chime menu</extracomment>
-        <translation>Klang</translation>
-    </message>
-    <message id="settings.reminders.preview">
-        <source>Play the chime</source>
-        <extracomment>Settings, Reminders: button that plays the chosen chime</extracomment>
-        <translation>Klang abspielen</translation>
-    </message>
     <message id="settings.hotkeys.caption">
         <source>These work everywhere. To change one, choose it and press the new keys, with Super, Ctrl or Alt.</source>
         <extracomment>Settings, Hotkeys: how to change a hot key</extracomment>
@@ -1664,12 +1654,12 @@ Try “tarnwell %2 --help”.</source>
         <translation>Standard</translation>
     </message>
     <message id="settings.hotkeys.backend.portal">
-        <source>Global hot keys go through the desktop's shortcuts portal; it may ask you to confirm them.</source>
+        <source>Global hot keys go through the desktop&apos;s shortcuts portal; it may ask you to confirm them.</source>
         <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
         <translation>Globale Tastenkürzel laufen über das Kürzel-Portal des Desktops; es fragt eventuell nach einer Bestätigung.</translation>
     </message>
     <message id="settings.hotkeys.backend.kglobalaccel">
-        <source>Global hot keys go through KDE's shortcut service; they also show in System Settings.</source>
+        <source>Global hot keys go through KDE&apos;s shortcut service; they also show in System Settings.</source>
         <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
         <translation>Globale Tastenkürzel laufen über den Kürzeldienst von KDE; sie erscheinen auch in den Systemeinstellungen.</translation>
     </message>
@@ -1679,13 +1669,13 @@ Try “tarnwell %2 --help”.</source>
         <translation>Globale Tastenkürzel werden direkt vom X-Server abgefangen.</translation>
     </message>
     <message id="settings.hotkeys.backend.none">
-        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop's keyboard settings that run these commands instead:</source>
+        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop&apos;s keyboard settings that run these commands instead:</source>
         <extracomment>Settings, Hotkeys: no way to register global hot keys on this desktop</extracomment>
         <translation>Dieser Desktop lässt kein Programm globale Tastenkürzel setzen. Legen Sie stattdessen in den Tastatureinstellungen des Desktops Kürzel an, die diese Befehle ausführen:</translation>
     </message>
     <message id="settings.hotkeys.builtIn.title">
         <source>While the popover is open</source>
-        <extracomment>Settings, Hotkeys: heading of the list of the popover's fixed shortcuts</extracomment>
+        <extracomment>Settings, Hotkeys: heading of the list of the popover&apos;s fixed shortcuts</extracomment>
         <translation>Solange das Fenster offen ist</translation>
     </message>
     <message id="settings.permissions.caption">
@@ -1715,7 +1705,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.about.version">
         <source>Version %1</source>
-        <extracomment>Settings, About: the program's version; %1 = a version number</extracomment>
+        <extracomment>Settings, About: the program&apos;s version; %1 = a version number</extracomment>
         <translation>Version %1</translation>
     </message>
     <message id="settings.about.licence">
@@ -1790,37 +1780,37 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="review.verdict.onTheMark">
         <source>Your plans for %1 hold well.</source>
-        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group ("tasks up to 15 minutes")</extracomment>
+        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group (&quot;tasks up to 15 minutes&quot;)</extracomment>
         <translation>Ihre Pläne für %1 gehen gut auf.</translation>
     </message>
     <message id="review.verdict.under">
         <source>You underestimate %1 by %2 %.</source>
-        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group ("tasks of 16 to 30 minutes"), %2 = percent, a whole number</extracomment>
+        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group (&quot;tasks of 16 to 30 minutes&quot;), %2 = percent, a whole number</extracomment>
         <translation>Sie unterschätzen %1 um %2 %.</translation>
     </message>
     <message id="review.verdict.over">
         <source>You overestimate %1 by %2 %.</source>
-        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group ("tasks over 45 minutes"), %2 = percent, a whole number</extracomment>
+        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group (&quot;tasks over 45 minutes&quot;), %2 = percent, a whole number</extracomment>
         <translation>Sie überschätzen %1 um %2 %.</translation>
     </message>
     <message id="review.ratio">
         <source>×%1</source>
-        <extracomment>Review: the median of measured time over planned time, as a multiple ("×1.4")</extracomment>
+        <extracomment>Review: the median of measured time over planned time, as a multiple (&quot;×1.4&quot;)</extracomment>
         <translation>×%1</translation>
     </message>
     <message id="review.overrun">
         <source>+%1</source>
-        <extracomment>Review: how far a task ran past its plan; %1 = a duration ("25m")</extracomment>
+        <extracomment>Review: how far a task ran past its plan; %1 = a duration (&quot;25m&quot;)</extracomment>
         <translation>+%1</translation>
     </message>
     <message id="review.summary.empty">
         <source>No completed task with a plan and measured time in this period.</source>
-        <extracomment>Review: under the period's title when it has no completed task with a plan and measured time</extracomment>
+        <extracomment>Review: under the period&apos;s title when it has no completed task with a plan and measured time</extracomment>
         <translation>In diesem Zeitraum wurde keine Aufgabe mit Plan und gemessener Zeit erledigt.</translation>
     </message>
     <message id="review.summary">
         <source>Completed tasks with a plan and measured time: %1</source>
-        <extracomment>Review: under the period's title; %1 = how many completed tasks had a plan and measured time</extracomment>
+        <extracomment>Review: under the period&apos;s title; %1 = how many completed tasks had a plan and measured time</extracomment>
         <translation>Erledigte Aufgaben mit Plan und gemessener Zeit: %1</translation>
     </message>
     <message id="review.unplanned">
@@ -1835,7 +1825,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.general.language.system">
         <source>Same as the desktop</source>
-        <extracomment>Settings, General: language option that follows the desktop's language</extracomment>
+        <extracomment>Settings, General: language option that follows the desktop&apos;s language</extracomment>
         <translation>Wie der Desktop</translation>
     </message>
     <message id="settings.general.workdayEnd.invalid">
@@ -1849,7 +1839,7 @@ Try “tarnwell %2 --help”.</source>
         <translation>Symbol in der Leiste</translation>
     </message>
     <message id="settings.permissions.tray.working">
-        <source>The panel shows Tarnwell's icon with the task in hand and its countdown.</source>
+        <source>The panel shows Tarnwell&apos;s icon with the task in hand and its countdown.</source>
         <extracomment>Settings, Permissions: the panel shows our tray icon</extracomment>
         <translation>Die Leiste zeigt das Tarnwell-Symbol mit der aktuellen Aufgabe und ihrem Countdown.</translation>
     </message>
@@ -1884,7 +1874,7 @@ Try “tarnwell %2 --help”.</source>
         <translation>Es läuft kein Benachrichtigungsdienst; das Ende eines Plans ist nur zu hören (der Klang) und in der Leiste zu sehen.</translation>
     </message>
     <message id="settings.permissions.notifications.fix">
-        <source>Start your desktop's notification service (on minimal desktops, for example dunst or mako).</source>
+        <source>Start your desktop&apos;s notification service (on minimal desktops, for example dunst or mako).</source>
         <extracomment>Settings, Permissions: how to get notifications</extracomment>
         <translation>Starten Sie den Benachrichtigungsdienst Ihres Desktops (auf schlanken Desktops zum Beispiel dunst oder mako).</translation>
     </message>
@@ -1894,11 +1884,11 @@ Try “tarnwell %2 --help”.</source>
         <translation>Abwesenheit</translation>
     </message>
     <message id="settings.permissions.idle.working">
-        <source />
+        <source></source>
         <translation>Eine Zeit ohne Tastatur und Maus bei laufendem Timer wird bemerkt und zum Abziehen angeboten.</translation>
     </message>
     <message id="settings.permissions.idle.missing">
-        <source />
+        <source></source>
         <translation>Dieser Desktop verrät Programmen nicht, wie lange Sie weg waren; Abwesenheit wird daher nicht zum Abziehen angeboten. Ruhezustand und Sperre halten den Timer weiterhin an.</translation>
     </message>
     <message id="settings.permissions.session">
@@ -1937,7 +1927,7 @@ Try “tarnwell %2 --help”.</source>
         <translation>Dieser Desktop lässt kein Programm globale Tastenkürzel setzen.</translation>
     </message>
     <message id="settings.permissions.hotkeys.fix">
-        <source>Add shortcuts in the desktop's keyboard settings that run the commands shown in the Hotkeys tab.</source>
+        <source>Add shortcuts in the desktop&apos;s keyboard settings that run the commands shown in the Hotkeys tab.</source>
         <extracomment>Settings, Permissions: how to get hot keys without a global hot-key service</extracomment>
         <translation>Legen Sie in den Tastatureinstellungen des Desktops Kürzel an, die die Befehle aus dem Reiter „Tastenkürzel“ ausführen.</translation>
     </message>
@@ -1966,10 +1956,245 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>Settings, Permissions: the autostart entry could not be written; %1 = its file</extracomment>
         <translation>Der Autostart-Eintrag %1 konnte nicht geschrieben werden.</translation>
     </message>
-<message id="store.openFailed.close">
+    <message id="store.openFailed.close">
         <source>Close</source>
         <extracomment>The button of the dialog that says the data file cannot be opened</extracomment>
         <translation>Schließen</translation>
+    </message>
+    <message id="popover.search">
+        <source>Search past tasks</source>
+        <extracomment>Popover: button that opens the search over the titles of all tasks</extracomment>
+        <translation>Frühere Aufgaben suchen</translation>
+    </message>
+    <message id="popover.menu.wrapUp">
+        <source>Wrap up the day…</source>
+        <extracomment>Popover menu: opens the end-of-day wrap-up</extracomment>
+        <translation>Tagesabschluss…</translation>
+    </message>
+    <message id="popover.search.placeholder">
+        <source>Find a task by its title</source>
+        <extracomment>Popover: placeholder of the field that searches past tasks by title</extracomment>
+        <translation>Aufgabe nach Titel suchen</translation>
+    </message>
+    <message id="settings.general.editHistory">
+        <source>Edit past days</source>
+        <extracomment>Settings, General: switch that lets the tasks of past days be changed</extracomment>
+        <translation>Vergangene Tage bearbeiten</translation>
+    </message>
+    <message id="settings.general.editHistory.caption">
+        <source>Correct the title, plan or measured time of a task on an earlier day, or tick it. Off, past days are only shown.</source>
+        <extracomment>Settings, General: what editing past days allows</extracomment>
+        <translation>Titel, Plan oder gemessene Zeit einer Aufgabe an einem früheren Tag korrigieren oder sie abhaken. Aus: Vergangene Tage werden nur angezeigt.</translation>
+    </message>
+    <message id="settings.reminders.volume">
+        <source>Volume</source>
+        <extracomment>Settings, Reminders: label of the chime volume menu</extracomment>
+        <translation>Lautstärke</translation>
+    </message>
+    <message id="settings.reminders.volume.percent">
+        <source>%1%</source>
+        <extracomment>Settings, Reminders: volume option; %1 = percent of full volume</extracomment>
+        <translation>%1 %</translation>
+    </message>
+    <message id="settings.reminders.chime.end">
+        <source>Time is up</source>
+        <extracomment>Settings, Reminders: label of the chime played when the planned time is up</extracomment>
+        <translation>Zeit ist um</translation>
+    </message>
+    <message id="settings.reminders.chime.warning">
+        <source>Warning</source>
+        <extracomment>Settings, Reminders: label of the chime played at the warning before the end</extracomment>
+        <translation>Vorwarnung</translation>
+    </message>
+    <message id="settings.reminders.chime.completion">
+        <source>Task completed</source>
+        <extracomment>Settings, Reminders: label of the chime played when a task is completed</extracomment>
+        <translation>Aufgabe erledigt</translation>
+    </message>
+    <message id="settings.reminders.chime.of">
+        <source>Chime: %1</source>
+        <extracomment>Settings, Reminders: accessible name of a chime menu; %1 = the event</extracomment>
+        <translation>Klang: %1</translation>
+    </message>
+    <message id="settings.reminders.preview.of">
+        <source>Play the chime: %1</source>
+        <extracomment>Settings, Reminders: button that plays a chime; %1 = the event</extracomment>
+        <translation>Klang abspielen: %1</translation>
+    </message>
+    <message id="popover.row.focused">
+        <source>focused %1</source>
+        <extracomment>Task row: the focused time of a done task; %1 = as 25m</extracomment>
+        <translation>%1 fokussiert</translation>
+    </message>
+    <message id="popover.edit.focused">
+        <source>Focused time, e.g. 25m</source>
+        <extracomment>Task editor: placeholder of the field that corrects a done task&apos;s focused time</extracomment>
+        <translation>Fokussierte Zeit, z. B. 25m</translation>
+    </message>
+    <message id="wrapUp.window.title">
+        <source>Wrap up the day</source>
+        <extracomment>Title of the end-of-day wrap-up window (window lists, screen readers)</extracomment>
+        <translation>Tagesabschluss</translation>
+    </message>
+    <message id="wrapUp.done.heading">
+        <source>Done</source>
+        <extracomment>Wrap-up: heading of the tasks completed today</extracomment>
+        <translation>Erledigt</translation>
+    </message>
+    <message id="wrapUp.undo">
+        <source>Undo</source>
+        <extracomment>Wrap-up: takes the move to tomorrow back</extracomment>
+        <translation>Rückgängig</translation>
+    </message>
+    <message id="wrapUp.doneForToday">
+        <source>Done for today</source>
+        <extracomment>Wrap-up: ends the day; the wrap-up is not offered again today</extracomment>
+        <translation>Feierabend</translation>
+    </message>
+    <message id="wrapUp.moveRest">
+        <source>Move the rest to tomorrow</source>
+        <extracomment>Wrap-up: moves every open task of today to the head of tomorrow&apos;s queue</extracomment>
+        <translation>Rest auf morgen verschieben</translation>
+    </message>
+    <message id="wrapUp.notification.title">
+        <source>Your workday has ended</source>
+        <extracomment>Notification at the workday end: its title</extracomment>
+        <translation>Dein Arbeitstag ist zu Ende</translation>
+    </message>
+    <message id="wrapUp.notification.body">
+        <source>See what you got done and decide what happens to the rest.</source>
+        <extracomment>Notification at the workday end: its text</extracomment>
+        <translation>Sieh, was du geschafft hast, und entscheide, was mit dem Rest geschieht.</translation>
+    </message>
+    <message id="wrapUp.notification.action">
+        <source>Wrap up</source>
+        <extracomment>Notification at the workday end: the button that opens the wrap-up</extracomment>
+        <translation>Abschließen</translation>
+    </message>
+    <message id="menubar.tooltip.wrapUpPending">
+        <source>Your workday has ended: wrap up the day from the menu.</source>
+        <extracomment>Status item tooltip: the workday has ended and the wrap-up waits in the menu</extracomment>
+        <translation>Dein Arbeitstag ist zu Ende: Schließe den Tag im Menü ab.</translation>
+    </message>
+    <message id="menubar.menu.wrapUp">
+        <source>Wrap Up the Day…</source>
+        <extracomment>Status item menu: open the end-of-day wrap-up</extracomment>
+        <translation>Tagesabschluss…</translation>
+    </message>
+    <message id="menubar.menu.wrapUpPending">
+        <source>Workday Ended: Wrap Up…</source>
+        <extracomment>Status item menu: the wrap-up while it waits after the workday end</extracomment>
+        <translation>Arbeitstag vorbei: Abschließen…</translation>
+    </message>
+    <message id="history.day.none">
+        <source>Nothing was completed this day</source>
+        <extracomment>Popover, a past day: nothing was completed that day</extracomment>
+        <translation>An diesem Tag wurde nichts erledigt</translation>
+    </message>
+    <message id="history.day.summary" numerus="yes">
+        <source>%n done · %1 focused</source>
+        <extracomment>Popover, a past day: its completed tasks and their focused time; %1 = as 2h 5m</extracomment>
+        <translation>
+            <numerusform>%n erledigt · %1 fokussiert</numerusform>
+            <numerusform>%n erledigt · %1 fokussiert</numerusform>
+        </translation>
+    </message>
+    <message id="history.result.done">
+        <source>done · %1</source>
+        <extracomment>History search: a result&apos;s focused time, when the task was done; %1 = as 25m</extracomment>
+        <translation>erledigt · %1</translation>
+    </message>
+    <message id="history.search.none">
+        <source>No task matches.</source>
+        <extracomment>History search: no task title contains the typed text</extracomment>
+        <translation>Keine Aufgabe passt.</translation>
+    </message>
+    <message id="history.search.count" numerus="yes">
+        <source>%n task(s) found</source>
+        <extracomment>History search: how many tasks were found (at most 50, newest first)</extracomment>
+        <translation>
+            <numerusform>%n Aufgabe gefunden</numerusform>
+            <numerusform>%n Aufgaben gefunden</numerusform>
+        </translation>
+    </message>
+    <message id="history.edit.focusInvalid">
+        <source>Type the focused time like 25, 25m or 1h 5m.</source>
+        <extracomment>Task editor: the typed focused time cannot be read</extracomment>
+        <translation>Gib die fokussierte Zeit wie 25, 25m oder 1h 5m ein.</translation>
+    </message>
+    <message id="wrapUp.task.focusedOfPlanned">
+        <source>%1 of %2</source>
+        <extracomment>Wrap-up: a done task&apos;s focused time against its plan; %1 = focused, %2 = planned (as 1h 5m)</extracomment>
+        <translation>%1 von %2</translation>
+    </message>
+    <message id="wrapUp.done.none">
+        <source>Nothing done yet today</source>
+        <extracomment>Wrap-up: nothing was completed today</extracomment>
+        <translation>Heute noch nichts erledigt</translation>
+    </message>
+    <message id="wrapUp.done.count" numerus="yes">
+        <source>%n task(s) done</source>
+        <extracomment>Wrap-up: how many tasks were completed today</extracomment>
+        <translation>
+            <numerusform>%n Aufgabe erledigt</numerusform>
+            <numerusform>%n Aufgaben erledigt</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.focused">
+        <source>%1 focused</source>
+        <extracomment>Wrap-up: the seconds of focus measured on today&apos;s done tasks; %1 = as 2h 35m</extracomment>
+        <translation>%1 fokussiert</translation>
+    </message>
+    <message id="wrapUp.planned.none">
+        <source>No planned task was timed today.</source>
+        <extracomment>Wrap-up: no done task had both a plan and measured focus</extracomment>
+        <translation>Heute wurde keine geplante Aufgabe gemessen.</translation>
+    </message>
+    <message id="wrapUp.planned">
+        <source>Planned tasks: %1 for %2 planned</source>
+        <extracomment>Wrap-up: focused time against the plan of the done tasks that had one; %1 = focused, %2 = planned</extracomment>
+        <translation>Geplante Aufgaben: %1 für %2 Plan</translation>
+    </message>
+    <message id="wrapUp.accuracy.good">
+        <source>Your estimates were on the mark (%1% off).</source>
+        <extracomment>Wrap-up: the day&apos;s estimates were within 10 percent; %1 = the difference in percent</extracomment>
+        <translation>Deine Schätzungen lagen richtig (%1 % daneben).</translation>
+    </message>
+    <message id="wrapUp.accuracy.over">
+        <source>Tasks took %1% longer than planned.</source>
+        <extracomment>Wrap-up: the day&apos;s planned tasks took longer than planned; %1 = percent</extracomment>
+        <translation>Aufgaben dauerten %1 % länger als geplant.</translation>
+    </message>
+    <message id="wrapUp.accuracy.under">
+        <source>Tasks took %1% less time than planned.</source>
+        <extracomment>Wrap-up: the day&apos;s planned tasks took less time than planned; %1 = percent</extracomment>
+        <translation>Aufgaben dauerten %1 % kürzer als geplant.</translation>
+    </message>
+    <message id="wrapUp.left.none">
+        <source>Nothing left for today.</source>
+        <extracomment>Wrap-up: no open task is left today</extracomment>
+        <translation>Für heute ist nichts mehr offen.</translation>
+    </message>
+    <message id="wrapUp.left.count" numerus="yes">
+        <source>%n task(s) left</source>
+        <extracomment>Wrap-up: how many tasks are still open today</extracomment>
+        <translation>
+            <numerusform>%n Aufgabe offen</numerusform>
+            <numerusform>%n Aufgaben offen</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.left.planned">
+        <source>%1 planned</source>
+        <extracomment>Wrap-up: planned time of the open tasks, after the count; %1 = as 1h 15m</extracomment>
+        <translation>%1 geplant</translation>
+    </message>
+    <message id="wrapUp.left.untimed" numerus="yes">
+        <source>%n without a plan</source>
+        <extracomment>Wrap-up: how many open tasks have no planned time, after the count</extracomment>
+        <translation>
+            <numerusform>%n ohne Plan</numerusform>
+            <numerusform>%n ohne Plan</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

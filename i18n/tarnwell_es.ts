@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es">
 <context>
-    <name />
+    <name></name>
     <message id="onboarding.window.title">
         <source>Welcome to Tarnwell</source>
         <extracomment>Title of the first-run window</extracomment>
@@ -68,7 +68,7 @@
     </message>
     <message id="error.repository.reorderMismatch">
         <source>The list changed while you were reordering it. Please try again.</source>
-        <extracomment>Shown when reorderTasks receives an order list that does not match the day's task ids</extracomment>
+        <extracomment>Shown when reorderTasks receives an order list that does not match the day&apos;s task ids</extracomment>
         <translation>La lista ha cambiado mientras la reordenabas. Vuelve a intentarlo.</translation>
     </message>
     <message id="error.repository.dayNotFound">
@@ -78,7 +78,7 @@
     </message>
     <message id="menubar.menu.open">
         <source>Open Today</source>
-        <extracomment>Status item menu: open the day's queue</extracomment>
+        <extracomment>Status item menu: open the day&apos;s queue</extracomment>
         <translation>Abrir hoy</translation>
     </message>
     <message id="menubar.menu.quickAdd">
@@ -102,12 +102,12 @@
         <translation>Salir de Tarnwell</translation>
     </message>
     <message id="menubar.dayDone">
-        <source>Done for today. That's plenty.</source>
+        <source>Done for today. That&apos;s plenty.</source>
         <extracomment>Menu bar label</extracomment>
         <translation>Listo por hoy. Ya es bastante.</translation>
     </message>
     <message id="menubar.empty">
-        <source>What's next?</source>
+        <source>What&apos;s next?</source>
         <extracomment>Menu bar label</extracomment>
         <translation>¿Qué toca ahora?</translation>
     </message>
@@ -143,7 +143,7 @@
     </message>
     <message id="activeTask.countdown.left">
         <source>left</source>
-        <extracomment>Countdown on the now card, shown after the remaining time (as in "12:30 left")</extracomment>
+        <extracomment>Countdown on the now card, shown after the remaining time (as in &quot;12:30 left&quot;)</extracomment>
         <translation>restantes</translation>
     </message>
     <message id="activeTask.countdown.endsAt">
@@ -153,7 +153,7 @@
     </message>
     <message id="activeTask.countdown.over">
         <source>over</source>
-        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in "+01:15 over")</extracomment>
+        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in &quot;+01:15 over&quot;)</extracomment>
         <translation>de más</translation>
     </message>
     <message id="completion.title">
@@ -173,7 +173,7 @@
     </message>
     <message id="completion.queueEmpty">
         <source>Nothing else planned for today.</source>
-        <extracomment>Next-up screen: shown when no task is left in today's queue</extracomment>
+        <extracomment>Next-up screen: shown when no task is left in today&apos;s queue</extracomment>
         <translation>No hay nada más previsto para hoy.</translation>
     </message>
     <message id="completion.start">
@@ -221,7 +221,7 @@
     </message>
     <message id="dayPlan.summary">
         <source>Day plan: %1</source>
-        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line's parts, comma separated</extracomment>
+        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line&apos;s parts, comma separated</extracomment>
         <translation>Plan del día: %1</translation>
     </message>
     <message id="dayPlan.overflowCount" numerus="yes">
@@ -241,7 +241,7 @@
         </translation>
     </message>
     <message id="dayPlan.moveOverflow">
-        <source>Move what doesn't fit to tomorrow</source>
+        <source>Move what doesn&apos;t fit to tomorrow</source>
         <extracomment>Day plan footer: button that moves the tasks that do not fit the workday to tomorrow</extracomment>
         <translation>Pasar a mañana lo que no cabe</translation>
     </message>
@@ -257,7 +257,7 @@
     </message>
     <message id="routine.menu.saveQueue">
         <source>Save queue as routine…</source>
-        <extracomment>Routine menu: saves the day's queue as a new routine</extracomment>
+        <extracomment>Routine menu: saves the day&apos;s queue as a new routine</extracomment>
         <translation>Guardar la lista como rutina…</translation>
     </message>
     <message id="routine.menu.manage">
@@ -305,7 +305,7 @@
     </message>
     <message id="toast.routineSaved">
         <source>Saved routine %1</source>
-        <extracomment>Toast: the day's queue was saved as a routine; %1 = routine name</extracomment>
+        <extracomment>Toast: the day&apos;s queue was saved as a routine; %1 = routine name</extracomment>
         <translation>Rutina %1 guardada</translation>
     </message>
     <message id="repeat.menu">
@@ -431,12 +431,12 @@
     </message>
     <message id="popover.row.due">
         <source>due %1</source>
-        <extracomment>Task row: the task's due date; %1 = a short date</extracomment>
+        <extracomment>Task row: the task&apos;s due date; %1 = a short date</extracomment>
         <translation>vence el %1</translation>
     </message>
     <message id="popover.row.actions">
         <source>Task actions</source>
-        <extracomment>Task row: button that opens the task's actions</extracomment>
+        <extracomment>Task row: button that opens the task&apos;s actions</extracomment>
         <translation>Acciones de la tarea</translation>
     </message>
     <message id="popover.row.startNow">
@@ -461,7 +461,7 @@
     </message>
     <message id="popover.row.edit">
         <source>Edit…</source>
-        <extracomment>Task row action: open the task's editor</extracomment>
+        <extracomment>Task row action: open the task&apos;s editor</extracomment>
         <translation>Editar…</translation>
     </message>
     <message id="popover.row.delete">
@@ -496,17 +496,17 @@
     </message>
     <message id="popover.day.today">
         <source>Today</source>
-        <extracomment>Name of the current day: the popover's day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the current day: the popover&apos;s day heading and the quick-add day chip</extracomment>
         <translation>Hoy</translation>
     </message>
     <message id="popover.day.tomorrow">
         <source>Tomorrow</source>
-        <extracomment>Name of the day after the current one: the popover's day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the day after the current one: the popover&apos;s day heading and the quick-add day chip</extracomment>
         <translation>Mañana</translation>
     </message>
     <message id="popover.day.yesterday">
         <source>Yesterday</source>
-        <extracomment>Name of the day before the current one: the popover's day heading</extracomment>
+        <extracomment>Name of the day before the current one: the popover&apos;s day heading</extracomment>
         <translation>Ayer</translation>
     </message>
     <message id="activeTask.extend." numerus="yes">
@@ -519,7 +519,7 @@
     </message>
     <message id="activeTask.action.extend.tooltip" numerus="yes">
         <source>Add %n minute(s) to the plan</source>
-        <extracomment>Tooltip of the task card's extend chip; %n = the minutes it adds</extracomment>
+        <extracomment>Tooltip of the task card&apos;s extend chip; %n = the minutes it adds</extracomment>
         <translation>
             <numerusform>Añadir %n minuto al plan</numerusform>
             <numerusform>Añadir %n minutos al plan</numerusform>
@@ -532,7 +532,7 @@
     </message>
     <message id="popover.toast.movedToTomorrow">
         <source>Moved “%1” to tomorrow</source>
-        <extracomment>Toast after a task was moved to the next day; %1 = the task's title</extracomment>
+        <extracomment>Toast after a task was moved to the next day; %1 = the task&apos;s title</extracomment>
         <translation>Se ha pasado «%1» a mañana</translation>
     </message>
     <message id="popover.toast.movedOverflow" numerus="yes">
@@ -545,7 +545,7 @@
     </message>
     <message id="popover.toast.deleted">
         <source>Deleted “%1”</source>
-        <extracomment>Toast after a task was deleted; %1 = the task's title</extracomment>
+        <extracomment>Toast after a task was deleted; %1 = the task&apos;s title</extracomment>
         <translation>Se ha eliminado «%1»</translation>
     </message>
     <message id="settings.routines.title">
@@ -569,13 +569,13 @@
         <translation>Aún no hay rutinas</translation>
     </message>
     <message id="settings.routines.emptyCaption">
-        <source>Make one with New routine, or save a day's queue from the popover's routine menu.</source>
+        <source>Make one with New routine, or save a day&apos;s queue from the popover&apos;s routine menu.</source>
         <extracomment>Routines settings tab: how to make a routine, under the empty message</extracomment>
         <translation>Crea una con «Nueva rutina» o guarda la lista de un día desde el menú de rutinas de la ventana emergente.</translation>
     </message>
     <message id="settings.routines.name">
         <source>Name</source>
-        <extracomment>Routines settings tab: label of the routine's name field</extracomment>
+        <extracomment>Routines settings tab: label of the routine&apos;s name field</extracomment>
         <translation>Nombre</translation>
     </message>
     <message id="settings.routines.removeTask">
@@ -605,12 +605,12 @@
     </message>
     <message id="settings.routines.nameRequired">
         <source>A routine needs a name.</source>
-        <extracomment>Routines window: shown in place when a routine's name is left empty</extracomment>
+        <extracomment>Routines window: shown in place when a routine&apos;s name is left empty</extracomment>
         <translation>Una rutina necesita un nombre.</translation>
     </message>
     <message id="settings.routines.minutesInvalid">
         <source>Write the minutes as 45, 45m or 1h30.</source>
-        <extracomment>Routines window: shown in place when a task template's minutes are not a duration</extracomment>
+        <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
         <translation>Escribe los minutos como 45, 45m o 1h30.</translation>
     </message>
     <message id="onboarding.anywhere.title">
@@ -619,7 +619,7 @@
         <translation>Añadir desde cualquier lugar</translation>
     </message>
     <message id="onboarding.anywhere.body">
-        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop's settings, and the quick-add window opens from any application.</source>
+        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop&apos;s settings, and the quick-add window opens from any application.</source>
         <extracomment>First-run page text about adding a task from any application; keep the command as it is</extracomment>
         <translation>Asigna un atajo de teclado a la orden «tarnwell tarnwell://quickadd» en la configuración de tu escritorio y la ventana de añadido rápido se abrirá desde cualquier aplicación.</translation>
     </message>
@@ -707,7 +707,7 @@
     </message>
     <message id="activeTask.autoPaused.note">
         <source>The timer paused while you were away.</source>
-        <extracomment>Explains a pause the app performed on the user's behalf</extracomment>
+        <extracomment>Explains a pause the app performed on the user&apos;s behalf</extracomment>
         <translation>El temporizador se pausó mientras no estabas.</translation>
     </message>
     <message id="activeTask.autoPaused.resume">
@@ -717,12 +717,12 @@
     </message>
     <message id="settings.hotkeys.togglePopover">
         <source>Open or close Tarnwell</source>
-        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
         <translation>Abrir o cerrar Tarnwell</translation>
     </message>
     <message id="settings.hotkeys.quickAdd">
         <source>Quick add a task</source>
-        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
         <translation>Añadir una tarea rápidamente</translation>
     </message>
     <message id="settings.hotkeys.builtIn.complete">
@@ -761,33 +761,33 @@
         <translation>Los dos atajos están configurados como %1. Elige otra combinación para uno de ellos.</translation>
     </message>
     <message id="error.hotkey.unparseable">
-        <source>"%1" is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
-        <extracomment>Shown when a hotkey string can't be parsed into a combination</extracomment>
+        <source>&quot;%1&quot; is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
+        <extracomment>Shown when a hotkey string can&apos;t be parsed into a combination</extracomment>
         <translation>«%1» no es una combinación de teclas. Usa modificadores y una letra, un dígito o una tecla con nombre, por ejemplo cmd+shift+j.</translation>
     </message>
     <message id="error.hotkey.takenBySystem">
-        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop's keyboard settings.</source>
-        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination ("Super+Shift+J"), %2 what it was meant to do ("Quick add a task")</extracomment>
+        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop&apos;s keyboard settings.</source>
+        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination (&quot;Super+Shift+J&quot;), %2 what it was meant to do (&quot;Quick add a task&quot;)</extracomment>
         <translation>%1 ya lo usa el escritorio u otro programa, así que no puede ser el atajo de «%2». Elige otra combinación o libérala en los ajustes de teclado del escritorio.</translation>
     </message>
     <message id="hotkey.modifier.super">
         <source>Super+</source>
-        <extracomment>The Super (logo, "Windows") key in a shown key combination, with its joining "+"</extracomment>
+        <extracomment>The Super (logo, &quot;Windows&quot;) key in a shown key combination, with its joining &quot;+&quot;</extracomment>
         <translation>Super+</translation>
     </message>
     <message id="hotkey.modifier.shift">
         <source>Shift+</source>
-        <extracomment>The Shift key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
+        <extracomment>The Shift key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
         <translation>Mayús+</translation>
     </message>
     <message id="hotkey.modifier.alt">
         <source>Alt+</source>
-        <extracomment>The Alt key in a shown key combination, with its joining "+"</extracomment>
+        <extracomment>The Alt key in a shown key combination, with its joining &quot;+&quot;</extracomment>
         <translation>Alt+</translation>
     </message>
     <message id="hotkey.modifier.ctrl">
         <source>Ctrl+</source>
-        <extracomment>The Control key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
+        <extracomment>The Control key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
         <translation>Ctrl+</translation>
     </message>
     <message id="hotkey.key.return">
@@ -817,7 +817,7 @@
     </message>
     <message id="hotkey.kde.component">
         <source>Tarnwell</source>
-        <extracomment>Name of the program's group in KDE's shortcut settings</extracomment>
+        <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
         <translation>Tarnwell</translation>
     </message>
     <message id="agent.error.noDisplay">
@@ -881,9 +881,9 @@ Códigos de salida: 0 hecho, 1 fallo, 2 error de uso, 3 entrada no válida, 4 er
         <translation>Mostrar JSON en lugar de texto.</translation>
     </message>
     <message id="cli.add.description">
-        <source>Adds a task to today. Give one quick-add line ("Write report · 45m !", "Call Bob ~ 15m tomorrow"), or --title with --minutes and --urgent.</source>
+        <source>Adds a task to today. Give one quick-add line (&quot;Write report · 45m !&quot;, &quot;Call Bob ~ 15m tomorrow&quot;), or --title with --minutes and --urgent.</source>
         <extracomment>`tarnwell add --help`</extracomment>
-        <translation>Añade una tarea a hoy. Dé una línea de añadido rápido ("Escribir informe · 45m !", "Llamar a Bob ~ 15m mañana") o --title con --minutes y --urgent.</translation>
+        <translation>Añade una tarea a hoy. Dé una línea de añadido rápido (&quot;Escribir informe · 45m !&quot;, &quot;Llamar a Bob ~ 15m mañana&quot;) o --title con --minutes y --urgent.</translation>
     </message>
     <message id="cli.add.arg.line">
         <source>The task as one quick-add line.</source>
@@ -906,7 +906,7 @@ Códigos de salida: 0 hecho, 1 fallo, 2 error de uso, 3 entrada no válida, 4 er
         <translation>Poner la tarea al principio de la cola.</translation>
     </message>
     <message id="cli.status.description">
-        <source>Shows the task in hand, its timer and countdown, and the rest of today's queue.</source>
+        <source>Shows the task in hand, its timer and countdown, and the rest of today&apos;s queue.</source>
         <extracomment>`tarnwell status --help`</extracomment>
         <translation>Muestra la tarea entre manos, su temporizador y su cuenta atrás, y el resto de la cola de hoy.</translation>
     </message>
@@ -1024,7 +1024,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="cli.error.agentUnreachable">
         <source>The running Tarnwell did not answer: %1</source>
-        <extracomment>The running agent did not answer over D-Bus; %1 is the bus's message</extracomment>
+        <extracomment>The running agent did not answer over D-Bus; %1 is the bus&apos;s message</extracomment>
         <translation>El Tarnwell en ejecución no respondió: %1</translation>
     </message>
     <message id="cli.error.cannotRead">
@@ -1039,17 +1039,17 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="cli.done.confirmation">
         <source>Completed “%1”.</source>
-        <extracomment>After `tarnwell done`; %1 is the task's title</extracomment>
+        <extracomment>After `tarnwell done`; %1 is the task&apos;s title</extracomment>
         <translation>«%1» completada.</translation>
     </message>
     <message id="cli.start.confirmation">
         <source>Focusing on “%1”.</source>
-        <extracomment>After the timer was started from the command line; %1 is the task's title</extracomment>
+        <extracomment>After the timer was started from the command line; %1 is the task&apos;s title</extracomment>
         <translation>Concentrado en «%1».</translation>
     </message>
     <message id="cli.pause.confirmation">
         <source>Paused “%1”.</source>
-        <extracomment>After the timer was paused from the command line; %1 is the task's title</extracomment>
+        <extracomment>After the timer was paused from the command line; %1 is the task&apos;s title</extracomment>
         <translation>«%1» en pausa.</translation>
     </message>
     <message id="cli.import.confirmation">
@@ -1058,8 +1058,8 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Se importaron %1 días, %2 tareas y %3 rutinas (%4 ya existían).</translation>
     </message>
     <message id="cli.status.empty">
-        <source>Nothing in hand: today's queue is empty.</source>
-        <extracomment>`tarnwell status` when today's queue is empty</extracomment>
+        <source>Nothing in hand: today&apos;s queue is empty.</source>
+        <extracomment>`tarnwell status` when today&apos;s queue is empty</extracomment>
         <translation>Nada entre manos: la cola de hoy está vacía.</translation>
     </message>
     <message id="cli.status.focusing">
@@ -1111,7 +1111,7 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Añadir tarea a Tarnwell</translation>
     </message>
     <message id="intent.addTask.description">
-        <source>Adds a task to the end of today's queue, or to the top when it is urgent.</source>
+        <source>Adds a task to the end of today&apos;s queue, or to the top when it is urgent.</source>
         <extracomment>Description of the Add Task action</extracomment>
         <translation>Añade una tarea al final de la cola de hoy, o al principio si es urgente.</translation>
     </message>
@@ -1122,22 +1122,22 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="intent.addTask.param.title">
         <source>Title</source>
-        <extracomment>Name of the Add Task action's title parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s title parameter</extracomment>
         <translation>Título</translation>
     </message>
     <message id="intent.addTask.param.duration">
         <source>Planned minutes</source>
-        <extracomment>Name of the Add Task action's planned-minutes parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s planned-minutes parameter</extracomment>
         <translation>Minutos previstos</translation>
     </message>
     <message id="intent.addTask.param.urgent">
         <source>Urgent</source>
-        <extracomment>Name of the Add Task action's urgent parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s urgent parameter</extracomment>
         <translation>Urgente</translation>
     </message>
     <message id="intent.addTask.confirmation">
         <source>Added “%1” to Tarnwell.</source>
-        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task's title</extracomment>
+        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task&apos;s title</extracomment>
         <translation>Se añadió «%1» a Tarnwell.</translation>
     </message>
     <message id="error.argument.tooLong">
@@ -1176,8 +1176,8 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>La fecha de inicio %1 es posterior a la fecha final %2.</translation>
     </message>
     <message id="automation.error.noTaskInHand">
-        <source>There is no task in hand: today's queue is empty.</source>
-        <extracomment>A script or the command line asked to drive the task in hand, but today's queue is empty</extracomment>
+        <source>There is no task in hand: today&apos;s queue is empty.</source>
+        <extracomment>A script or the command line asked to drive the task in hand, but today&apos;s queue is empty</extracomment>
         <translation>No hay ninguna tarea entre manos: la cola de hoy está vacía.</translation>
     </message>
     <message id="automation.error.taskNotFound">
@@ -1202,7 +1202,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="error.import.notJson">
         <source>Line %1: this is not valid JSON (%2).</source>
-        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser's message</extracomment>
+        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser&apos;s message</extracomment>
         <translation>Línea %1: esto no es JSON válido (%2).</translation>
     </message>
     <message id="error.import.notExport">
@@ -1284,7 +1284,7 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Muestra la tarea en curso y su cuenta atrás en el escritorio o en una barra de estado.</translation>
     </message>
     <message id="widget.cli.placement">
-        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop's autostart to have it at every login.</source>
+        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop&apos;s autostart to have it at every login.</source>
         <extracomment>tarnwell-widget --help: how to place the desktop window; keep the option names and the class name as they are</extracomment>
         <translation>Sin opciones abre una pequeña ventana en el escritorio. Arrástrela para moverla o iníciela con --position X,Y. En un gestor de ventanas en mosaico, deje flotar las ventanas de la clase tarnwell-widget. Añada la orden al inicio automático de su escritorio para tenerla en cada sesión.</translation>
     </message>
@@ -1345,7 +1345,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="store.openFailed.body">
         <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
-        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file's path, %2: the reason (English, from the database)</extracomment>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
         <translation>No se pudo abrir %1 (%2). El archivo no se ha modificado. Tarnwell se cerrará ahora.</translation>
     </message>
     <message id="cli.backups.description">
@@ -1435,17 +1435,17 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="review.legend.planned">
         <source>Planned (median)</source>
-        <extracomment>Review: chart legend for the planned minutes' bar</extracomment>
+        <extracomment>Review: chart legend for the planned minutes&apos; bar</extracomment>
         <translation>Previsto (mediana)</translation>
     </message>
     <message id="review.legend.actual">
         <source>Measured (median)</source>
-        <extracomment>Review: chart legend for the measured minutes' bar</extracomment>
+        <extracomment>Review: chart legend for the measured minutes&apos; bar</extracomment>
         <translation>Medido (mediana)</translation>
     </message>
     <message id="review.bucket.figures">
         <source>%1 tasks · planned %2 · measured %3 (medians)</source>
-        <extracomment>Review: a group's figures; %1 = number of tasks, %2 = median planned ("25m"), %3 = median measured ("35m")</extracomment>
+        <extracomment>Review: a group&apos;s figures; %1 = number of tasks, %2 = median planned (&quot;25m&quot;), %3 = median measured (&quot;35m&quot;)</extracomment>
         <translation>%1 tareas · previsto %2 · medido %3 (medianas)</translation>
     </message>
     <message id="review.offenders">
@@ -1530,7 +1530,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="settings.general.workdayEnd.time">
         <source>Workday ends at</source>
-        <extracomment>Settings, General: label of the field with the workday end's time</extracomment>
+        <extracomment>Settings, General: label of the field with the workday end&apos;s time</extracomment>
         <translation>La jornada termina a las</translation>
     </message>
     <message id="settings.general.dayPlan.title">
@@ -1550,7 +1550,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="settings.general.trayTitle">
         <source>Title length in the tray</source>
-        <extracomment>Settings, General: how many characters of the task's title the tray shows</extracomment>
+        <extracomment>Settings, General: how many characters of the task&apos;s title the tray shows</extracomment>
         <translation>Longitud del título en la barra</translation>
     </message>
     <message id="settings.general.trayTitle.none">
@@ -1565,7 +1565,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="settings.general.minimalIdle">
         <source>Only the icon while no task is in hand</source>
-        <extracomment>Settings, General: switch that hides the tray's text while no task is in hand</extracomment>
+        <extracomment>Settings, General: switch that hides the tray&apos;s text while no task is in hand</extracomment>
         <translation>Solo el icono mientras no hay tarea en curso</translation>
     </message>
     <message id="settings.general.idle">
@@ -1615,12 +1615,12 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="settings.reminders.overtime">
         <source>More time adds</source>
-        <extracomment>Settings, Reminders: label of the menu with the minutes the "+N" button adds</extracomment>
+        <extracomment>Settings, Reminders: label of the menu with the minutes the &quot;+N&quot; button adds</extracomment>
         <translation>Más tiempo añade</translation>
     </message>
     <message id="settings.reminders.overtime.minutes">
         <source>%1 minutes</source>
-        <extracomment>Settings, Reminders: option of the minutes "+N" adds; %1 = minutes</extracomment>
+        <extracomment>Settings, Reminders: option of the minutes &quot;+N&quot; adds; %1 = minutes</extracomment>
         <translation>%1 minutos</translation>
     </message>
     <message id="settings.reminders.sound.title">
@@ -1638,16 +1638,6 @@ Pruebe «tarnwell %2 --help».</translation>
         <extracomment>Settings, Reminders: how loud the chimes are</extracomment>
         <translation>El aviso previo suena más bajo que el final.</translation>
     </message>
-    <message id="settings.reminders.chime">
-        <source>Chime</source>
-        <extracomment>Settings, Reminders: label of the chime menu</extracomment>
-        <translation>Sonido de aviso</translation>
-    </message>
-    <message id="settings.reminders.preview">
-        <source>Play the chime</source>
-        <extracomment>Settings, Reminders: button that plays the chosen chime</extracomment>
-        <translation>Escuchar el sonido</translation>
-    </message>
     <message id="settings.hotkeys.caption">
         <source>These work everywhere. To change one, choose it and press the new keys, with Super, Ctrl or Alt.</source>
         <extracomment>Settings, Hotkeys: how to change a hot key</extracomment>
@@ -1664,12 +1654,12 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Predeterminado</translation>
     </message>
     <message id="settings.hotkeys.backend.portal">
-        <source>Global hot keys go through the desktop's shortcuts portal; it may ask you to confirm them.</source>
+        <source>Global hot keys go through the desktop&apos;s shortcuts portal; it may ask you to confirm them.</source>
         <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
         <translation>Los atajos globales pasan por el portal de atajos del escritorio, que puede pedir que los confirmes.</translation>
     </message>
     <message id="settings.hotkeys.backend.kglobalaccel">
-        <source>Global hot keys go through KDE's shortcut service; they also show in System Settings.</source>
+        <source>Global hot keys go through KDE&apos;s shortcut service; they also show in System Settings.</source>
         <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
         <translation>Los atajos globales pasan por el servicio de atajos de KDE; también aparecen en Preferencias del sistema.</translation>
     </message>
@@ -1679,13 +1669,13 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Los atajos globales se toman directamente del servidor X.</translation>
     </message>
     <message id="settings.hotkeys.backend.none">
-        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop's keyboard settings that run these commands instead:</source>
+        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop&apos;s keyboard settings that run these commands instead:</source>
         <extracomment>Settings, Hotkeys: no way to register global hot keys on this desktop</extracomment>
         <translation>Este escritorio no deja que ningún programa defina atajos globales. En su lugar, añade en la configuración de teclado del escritorio atajos que ejecuten estas órdenes:</translation>
     </message>
     <message id="settings.hotkeys.builtIn.title">
         <source>While the popover is open</source>
-        <extracomment>Settings, Hotkeys: heading of the list of the popover's fixed shortcuts</extracomment>
+        <extracomment>Settings, Hotkeys: heading of the list of the popover&apos;s fixed shortcuts</extracomment>
         <translation>Con la ventana abierta</translation>
     </message>
     <message id="settings.permissions.caption">
@@ -1715,7 +1705,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="settings.about.version">
         <source>Version %1</source>
-        <extracomment>Settings, About: the program's version; %1 = a version number</extracomment>
+        <extracomment>Settings, About: the program&apos;s version; %1 = a version number</extracomment>
         <translation>Versión %1</translation>
     </message>
     <message id="settings.about.licence">
@@ -1790,37 +1780,37 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="review.verdict.onTheMark">
         <source>Your plans for %1 hold well.</source>
-        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group ("tasks up to 15 minutes")</extracomment>
+        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group (&quot;tasks up to 15 minutes&quot;)</extracomment>
         <translation>Tus planes para %1 se cumplen bien.</translation>
     </message>
     <message id="review.verdict.under">
         <source>You underestimate %1 by %2 %.</source>
-        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group ("tasks of 16 to 30 minutes"), %2 = percent, a whole number</extracomment>
+        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group (&quot;tasks of 16 to 30 minutes&quot;), %2 = percent, a whole number</extracomment>
         <translation>Subestimas %1 en un %2 %.</translation>
     </message>
     <message id="review.verdict.over">
         <source>You overestimate %1 by %2 %.</source>
-        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group ("tasks over 45 minutes"), %2 = percent, a whole number</extracomment>
+        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group (&quot;tasks over 45 minutes&quot;), %2 = percent, a whole number</extracomment>
         <translation>Sobrestimas %1 en un %2 %.</translation>
     </message>
     <message id="review.ratio">
         <source>×%1</source>
-        <extracomment>Review: the median of measured time over planned time, as a multiple ("×1.4")</extracomment>
+        <extracomment>Review: the median of measured time over planned time, as a multiple (&quot;×1.4&quot;)</extracomment>
         <translation>×%1</translation>
     </message>
     <message id="review.overrun">
         <source>+%1</source>
-        <extracomment>Review: how far a task ran past its plan; %1 = a duration ("25m")</extracomment>
+        <extracomment>Review: how far a task ran past its plan; %1 = a duration (&quot;25m&quot;)</extracomment>
         <translation>+%1</translation>
     </message>
     <message id="review.summary.empty">
         <source>No completed task with a plan and measured time in this period.</source>
-        <extracomment>Review: under the period's title when it has no completed task with a plan and measured time</extracomment>
+        <extracomment>Review: under the period&apos;s title when it has no completed task with a plan and measured time</extracomment>
         <translation>Ninguna tarea completada con plan y tiempo medido en este periodo.</translation>
     </message>
     <message id="review.summary">
         <source>Completed tasks with a plan and measured time: %1</source>
-        <extracomment>Review: under the period's title; %1 = how many completed tasks had a plan and measured time</extracomment>
+        <extracomment>Review: under the period&apos;s title; %1 = how many completed tasks had a plan and measured time</extracomment>
         <translation>Tareas completadas con plan y tiempo medido: %1</translation>
     </message>
     <message id="review.unplanned">
@@ -1835,7 +1825,7 @@ Pruebe «tarnwell %2 --help».</translation>
     </message>
     <message id="settings.general.language.system">
         <source>Same as the desktop</source>
-        <extracomment>Settings, General: language option that follows the desktop's language</extracomment>
+        <extracomment>Settings, General: language option that follows the desktop&apos;s language</extracomment>
         <translation>Igual que el escritorio</translation>
     </message>
     <message id="settings.general.workdayEnd.invalid">
@@ -1849,7 +1839,7 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Icono de la barra</translation>
     </message>
     <message id="settings.permissions.tray.working">
-        <source>The panel shows Tarnwell's icon with the task in hand and its countdown.</source>
+        <source>The panel shows Tarnwell&apos;s icon with the task in hand and its countdown.</source>
         <extracomment>Settings, Permissions: the panel shows our tray icon</extracomment>
         <translation>El panel muestra el icono de Tarnwell con la tarea en curso y su cuenta atrás.</translation>
     </message>
@@ -1884,7 +1874,7 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>No hay servicio de notificaciones, así que el final de un plan solo se oye (el aviso sonoro) y se ve en la barra.</translation>
     </message>
     <message id="settings.permissions.notifications.fix">
-        <source>Start your desktop's notification service (on minimal desktops, for example dunst or mako).</source>
+        <source>Start your desktop&apos;s notification service (on minimal desktops, for example dunst or mako).</source>
         <extracomment>Settings, Permissions: how to get notifications</extracomment>
         <translation>Inicia el servicio de notificaciones de tu escritorio (en escritorios mínimos, por ejemplo dunst o mako).</translation>
     </message>
@@ -1894,11 +1884,11 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Ausencias</translation>
     </message>
     <message id="settings.permissions.idle.working">
-        <source />
+        <source></source>
         <translation>Un rato sin teclado ni ratón con el temporizador en marcha se detecta y se ofrece para restarlo.</translation>
     </message>
     <message id="settings.permissions.idle.missing">
-        <source />
+        <source></source>
         <translation>Este escritorio no dice a los programas cuánto tiempo llevas fuera, así que las ausencias no se ofrecen para restar. La suspensión y el bloqueo siguen pausando el temporizador.</translation>
     </message>
     <message id="settings.permissions.session">
@@ -1937,7 +1927,7 @@ Pruebe «tarnwell %2 --help».</translation>
         <translation>Este escritorio no deja que ningún programa defina atajos globales.</translation>
     </message>
     <message id="settings.permissions.hotkeys.fix">
-        <source>Add shortcuts in the desktop's keyboard settings that run the commands shown in the Hotkeys tab.</source>
+        <source>Add shortcuts in the desktop&apos;s keyboard settings that run the commands shown in the Hotkeys tab.</source>
         <extracomment>Settings, Permissions: how to get hot keys without a global hot-key service</extracomment>
         <translation>Añade en la configuración de teclado del escritorio atajos que ejecuten las órdenes que muestra la pestaña Atajos.</translation>
     </message>
@@ -1966,10 +1956,245 @@ Pruebe «tarnwell %2 --help».</translation>
         <extracomment>Settings, Permissions: the autostart entry could not be written; %1 = its file</extracomment>
         <translation>No se pudo escribir la entrada de inicio %1.</translation>
     </message>
-<message id="store.openFailed.close">
+    <message id="store.openFailed.close">
         <source>Close</source>
         <extracomment>The button of the dialog that says the data file cannot be opened</extracomment>
         <translation>Cerrar</translation>
+    </message>
+    <message id="popover.search">
+        <source>Search past tasks</source>
+        <extracomment>Popover: button that opens the search over the titles of all tasks</extracomment>
+        <translation>Buscar tareas anteriores</translation>
+    </message>
+    <message id="popover.menu.wrapUp">
+        <source>Wrap up the day…</source>
+        <extracomment>Popover menu: opens the end-of-day wrap-up</extracomment>
+        <translation>Cerrar el día…</translation>
+    </message>
+    <message id="popover.search.placeholder">
+        <source>Find a task by its title</source>
+        <extracomment>Popover: placeholder of the field that searches past tasks by title</extracomment>
+        <translation>Buscar una tarea por su título</translation>
+    </message>
+    <message id="settings.general.editHistory">
+        <source>Edit past days</source>
+        <extracomment>Settings, General: switch that lets the tasks of past days be changed</extracomment>
+        <translation>Editar días pasados</translation>
+    </message>
+    <message id="settings.general.editHistory.caption">
+        <source>Correct the title, plan or measured time of a task on an earlier day, or tick it. Off, past days are only shown.</source>
+        <extracomment>Settings, General: what editing past days allows</extracomment>
+        <translation>Corrige el título, el plan o el tiempo medido de una tarea de un día anterior, o márcala. Desactivado, los días pasados solo se muestran.</translation>
+    </message>
+    <message id="settings.reminders.volume">
+        <source>Volume</source>
+        <extracomment>Settings, Reminders: label of the chime volume menu</extracomment>
+        <translation>Volumen</translation>
+    </message>
+    <message id="settings.reminders.volume.percent">
+        <source>%1%</source>
+        <extracomment>Settings, Reminders: volume option; %1 = percent of full volume</extracomment>
+        <translation>%1 %</translation>
+    </message>
+    <message id="settings.reminders.chime.end">
+        <source>Time is up</source>
+        <extracomment>Settings, Reminders: label of the chime played when the planned time is up</extracomment>
+        <translation>Se acabó el tiempo</translation>
+    </message>
+    <message id="settings.reminders.chime.warning">
+        <source>Warning</source>
+        <extracomment>Settings, Reminders: label of the chime played at the warning before the end</extracomment>
+        <translation>Aviso</translation>
+    </message>
+    <message id="settings.reminders.chime.completion">
+        <source>Task completed</source>
+        <extracomment>Settings, Reminders: label of the chime played when a task is completed</extracomment>
+        <translation>Tarea completada</translation>
+    </message>
+    <message id="settings.reminders.chime.of">
+        <source>Chime: %1</source>
+        <extracomment>Settings, Reminders: accessible name of a chime menu; %1 = the event</extracomment>
+        <translation>Sonido: %1</translation>
+    </message>
+    <message id="settings.reminders.preview.of">
+        <source>Play the chime: %1</source>
+        <extracomment>Settings, Reminders: button that plays a chime; %1 = the event</extracomment>
+        <translation>Reproducir el sonido: %1</translation>
+    </message>
+    <message id="popover.row.focused">
+        <source>focused %1</source>
+        <extracomment>Task row: the focused time of a done task; %1 = as 25m</extracomment>
+        <translation>%1 de foco</translation>
+    </message>
+    <message id="popover.edit.focused">
+        <source>Focused time, e.g. 25m</source>
+        <extracomment>Task editor: placeholder of the field that corrects a done task&apos;s focused time</extracomment>
+        <translation>Tiempo de foco, p. ej. 25m</translation>
+    </message>
+    <message id="wrapUp.window.title">
+        <source>Wrap up the day</source>
+        <extracomment>Title of the end-of-day wrap-up window (window lists, screen readers)</extracomment>
+        <translation>Cerrar el día</translation>
+    </message>
+    <message id="wrapUp.done.heading">
+        <source>Done</source>
+        <extracomment>Wrap-up: heading of the tasks completed today</extracomment>
+        <translation>Hecho</translation>
+    </message>
+    <message id="wrapUp.undo">
+        <source>Undo</source>
+        <extracomment>Wrap-up: takes the move to tomorrow back</extracomment>
+        <translation>Deshacer</translation>
+    </message>
+    <message id="wrapUp.doneForToday">
+        <source>Done for today</source>
+        <extracomment>Wrap-up: ends the day; the wrap-up is not offered again today</extracomment>
+        <translation>Terminado por hoy</translation>
+    </message>
+    <message id="wrapUp.moveRest">
+        <source>Move the rest to tomorrow</source>
+        <extracomment>Wrap-up: moves every open task of today to the head of tomorrow&apos;s queue</extracomment>
+        <translation>Pasar el resto a mañana</translation>
+    </message>
+    <message id="wrapUp.notification.title">
+        <source>Your workday has ended</source>
+        <extracomment>Notification at the workday end: its title</extracomment>
+        <translation>Tu jornada ha terminado</translation>
+    </message>
+    <message id="wrapUp.notification.body">
+        <source>See what you got done and decide what happens to the rest.</source>
+        <extracomment>Notification at the workday end: its text</extracomment>
+        <translation>Mira lo que has hecho y decide qué pasa con el resto.</translation>
+    </message>
+    <message id="wrapUp.notification.action">
+        <source>Wrap up</source>
+        <extracomment>Notification at the workday end: the button that opens the wrap-up</extracomment>
+        <translation>Cerrar el día</translation>
+    </message>
+    <message id="menubar.tooltip.wrapUpPending">
+        <source>Your workday has ended: wrap up the day from the menu.</source>
+        <extracomment>Status item tooltip: the workday has ended and the wrap-up waits in the menu</extracomment>
+        <translation>Tu jornada ha terminado: cierra el día desde el menú.</translation>
+    </message>
+    <message id="menubar.menu.wrapUp">
+        <source>Wrap Up the Day…</source>
+        <extracomment>Status item menu: open the end-of-day wrap-up</extracomment>
+        <translation>Cerrar el día…</translation>
+    </message>
+    <message id="menubar.menu.wrapUpPending">
+        <source>Workday Ended: Wrap Up…</source>
+        <extracomment>Status item menu: the wrap-up while it waits after the workday end</extracomment>
+        <translation>Jornada terminada: cerrar el día…</translation>
+    </message>
+    <message id="history.day.none">
+        <source>Nothing was completed this day</source>
+        <extracomment>Popover, a past day: nothing was completed that day</extracomment>
+        <translation>Ese día no se completó nada</translation>
+    </message>
+    <message id="history.day.summary" numerus="yes">
+        <source>%n done · %1 focused</source>
+        <extracomment>Popover, a past day: its completed tasks and their focused time; %1 = as 2h 5m</extracomment>
+        <translation>
+            <numerusform>%n hecha · %1 de foco</numerusform>
+            <numerusform>%n hechas · %1 de foco</numerusform>
+        </translation>
+    </message>
+    <message id="history.result.done">
+        <source>done · %1</source>
+        <extracomment>History search: a result&apos;s focused time, when the task was done; %1 = as 25m</extracomment>
+        <translation>hecha · %1</translation>
+    </message>
+    <message id="history.search.none">
+        <source>No task matches.</source>
+        <extracomment>History search: no task title contains the typed text</extracomment>
+        <translation>Ninguna tarea coincide.</translation>
+    </message>
+    <message id="history.search.count" numerus="yes">
+        <source>%n task(s) found</source>
+        <extracomment>History search: how many tasks were found (at most 50, newest first)</extracomment>
+        <translation>
+            <numerusform>%n tarea encontrada</numerusform>
+            <numerusform>%n tareas encontradas</numerusform>
+        </translation>
+    </message>
+    <message id="history.edit.focusInvalid">
+        <source>Type the focused time like 25, 25m or 1h 5m.</source>
+        <extracomment>Task editor: the typed focused time cannot be read</extracomment>
+        <translation>Escribe el tiempo de foco como 25, 25m o 1h 5m.</translation>
+    </message>
+    <message id="wrapUp.task.focusedOfPlanned">
+        <source>%1 of %2</source>
+        <extracomment>Wrap-up: a done task&apos;s focused time against its plan; %1 = focused, %2 = planned (as 1h 5m)</extracomment>
+        <translation>%1 de %2</translation>
+    </message>
+    <message id="wrapUp.done.none">
+        <source>Nothing done yet today</source>
+        <extracomment>Wrap-up: nothing was completed today</extracomment>
+        <translation>Hoy aún no has terminado nada</translation>
+    </message>
+    <message id="wrapUp.done.count" numerus="yes">
+        <source>%n task(s) done</source>
+        <extracomment>Wrap-up: how many tasks were completed today</extracomment>
+        <translation>
+            <numerusform>%n tarea hecha</numerusform>
+            <numerusform>%n tareas hechas</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.focused">
+        <source>%1 focused</source>
+        <extracomment>Wrap-up: the seconds of focus measured on today&apos;s done tasks; %1 = as 2h 35m</extracomment>
+        <translation>%1 de foco</translation>
+    </message>
+    <message id="wrapUp.planned.none">
+        <source>No planned task was timed today.</source>
+        <extracomment>Wrap-up: no done task had both a plan and measured focus</extracomment>
+        <translation>Hoy no se cronometró ninguna tarea planificada.</translation>
+    </message>
+    <message id="wrapUp.planned">
+        <source>Planned tasks: %1 for %2 planned</source>
+        <extracomment>Wrap-up: focused time against the plan of the done tasks that had one; %1 = focused, %2 = planned</extracomment>
+        <translation>Tareas planificadas: %1 para %2 previstos</translation>
+    </message>
+    <message id="wrapUp.accuracy.good">
+        <source>Your estimates were on the mark (%1% off).</source>
+        <extracomment>Wrap-up: the day&apos;s estimates were within 10 percent; %1 = the difference in percent</extracomment>
+        <translation>Tus estimaciones acertaron (%1 % de diferencia).</translation>
+    </message>
+    <message id="wrapUp.accuracy.over">
+        <source>Tasks took %1% longer than planned.</source>
+        <extracomment>Wrap-up: the day&apos;s planned tasks took longer than planned; %1 = percent</extracomment>
+        <translation>Las tareas llevaron un %1 % más de lo previsto.</translation>
+    </message>
+    <message id="wrapUp.accuracy.under">
+        <source>Tasks took %1% less time than planned.</source>
+        <extracomment>Wrap-up: the day&apos;s planned tasks took less time than planned; %1 = percent</extracomment>
+        <translation>Las tareas llevaron un %1 % menos de lo previsto.</translation>
+    </message>
+    <message id="wrapUp.left.none">
+        <source>Nothing left for today.</source>
+        <extracomment>Wrap-up: no open task is left today</extracomment>
+        <translation>No queda nada para hoy.</translation>
+    </message>
+    <message id="wrapUp.left.count" numerus="yes">
+        <source>%n task(s) left</source>
+        <extracomment>Wrap-up: how many tasks are still open today</extracomment>
+        <translation>
+            <numerusform>Queda %n tarea</numerusform>
+            <numerusform>Quedan %n tareas</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.left.planned">
+        <source>%1 planned</source>
+        <extracomment>Wrap-up: planned time of the open tasks, after the count; %1 = as 1h 15m</extracomment>
+        <translation>%1 previstos</translation>
+    </message>
+    <message id="wrapUp.left.untimed" numerus="yes">
+        <source>%n without a plan</source>
+        <extracomment>Wrap-up: how many open tasks have no planned time, after the count</extracomment>
+        <translation>
+            <numerusform>%n sin plan</numerusform>
+            <numerusform>%n sin plan</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

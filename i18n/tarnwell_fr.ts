@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr">
 <context>
-    <name />
+    <name></name>
     <message id="onboarding.window.title">
         <source>Welcome to Tarnwell</source>
         <extracomment>Title of the first-run window</extracomment>
@@ -26,7 +26,7 @@
     <message id="onboarding.quickAdd.body">
         <source>Type a title, then a middle dot or a tilde and the details: “Write report · 45m tomorrow !” plans 45 minutes tomorrow and puts it first.</source>
         <extracomment>First-run page text about the quick-add syntax; keep the example line as it is</extracomment>
-        <translation>Saisissez un titre, puis un point médian ou un tilde et les détails : « Rédiger le rapport · 45m demain ! » prévoit 45 minutes demain et place la tâche en tête.</translation>
+        <translation>Saisissez un titre, puis un point médian ou un tilde et les détails&#xa0;: «&#xa0;Rédiger le rapport · 45m demain !&#xa0;» prévoit 45&#xa0;minutes demain et place la tâche en tête.</translation>
     </message>
     <message id="onboarding.tray.title">
         <source>At home in the tray</source>
@@ -36,7 +36,7 @@
     <message id="onboarding.tray.body">
         <source>Tarnwell has no main window. Its icon in the tray shows the task in hand and the time left; click it to see your day.</source>
         <extracomment>First-run page text about the status item in the tray</extracomment>
-        <translation>Tarnwell n’a pas de fenêtre principale. Son icône dans la zone de notification affiche la tâche en cours et le temps restant ; cliquez dessus pour voir votre journée.</translation>
+        <translation>Tarnwell n’a pas de fenêtre principale. Son icône dans la zone de notification affiche la tâche en cours et le temps restant&#xa0;; cliquez dessus pour voir votre journée.</translation>
     </message>
     <message id="onboarding.back">
         <source>Back</source>
@@ -68,7 +68,7 @@
     </message>
     <message id="error.repository.reorderMismatch">
         <source>The list changed while you were reordering it. Please try again.</source>
-        <extracomment>Shown when reorderTasks receives an order list that does not match the day's task ids</extracomment>
+        <extracomment>Shown when reorderTasks receives an order list that does not match the day&apos;s task ids</extracomment>
         <translation>La liste a changé pendant que vous la réorganisiez. Veuillez réessayer.</translation>
     </message>
     <message id="error.repository.dayNotFound">
@@ -78,7 +78,7 @@
     </message>
     <message id="menubar.menu.open">
         <source>Open Today</source>
-        <extracomment>Status item menu: open the day's queue</extracomment>
+        <extracomment>Status item menu: open the day&apos;s queue</extracomment>
         <translation>Ouvrir la journée</translation>
     </message>
     <message id="menubar.menu.quickAdd">
@@ -102,14 +102,14 @@
         <translation>Quitter Tarnwell</translation>
     </message>
     <message id="menubar.dayDone">
-        <source>Done for today. That's plenty.</source>
+        <source>Done for today. That&apos;s plenty.</source>
         <extracomment>Menu bar label</extracomment>
         <translation>Terminé pour aujourd’hui. C’est bien assez.</translation>
     </message>
     <message id="menubar.empty">
-        <source>What's next?</source>
+        <source>What&apos;s next?</source>
         <extracomment>Menu bar label</extracomment>
-        <translation>Et ensuite ?</translation>
+        <translation>Et ensuite&#xa0;?</translation>
     </message>
     <message id="activeTask.status.ready">
         <source>Ready</source>
@@ -143,7 +143,7 @@
     </message>
     <message id="activeTask.countdown.left">
         <source>left</source>
-        <extracomment>Countdown on the now card, shown after the remaining time (as in "12:30 left")</extracomment>
+        <extracomment>Countdown on the now card, shown after the remaining time (as in &quot;12:30 left&quot;)</extracomment>
         <translation>restantes</translation>
     </message>
     <message id="activeTask.countdown.endsAt">
@@ -153,7 +153,7 @@
     </message>
     <message id="activeTask.countdown.over">
         <source>over</source>
-        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in "+01:15 over")</extracomment>
+        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in &quot;+01:15 over&quot;)</extracomment>
         <translation>en trop</translation>
     </message>
     <message id="completion.title">
@@ -173,7 +173,7 @@
     </message>
     <message id="completion.queueEmpty">
         <source>Nothing else planned for today.</source>
-        <extracomment>Next-up screen: shown when no task is left in today's queue</extracomment>
+        <extracomment>Next-up screen: shown when no task is left in today&apos;s queue</extracomment>
         <translation>Rien d’autre de prévu aujourd’hui.</translation>
     </message>
     <message id="completion.start">
@@ -185,8 +185,8 @@
         <source>Skip %n-min break</source>
         <extracomment>Next-up screen action: skip the break of %n minutes and carry on</extracomment>
         <translation>
-            <numerusform>Passer la pause de %n min</numerusform>
-            <numerusform>Passer la pause de %n min</numerusform>
+            <numerusform>Passer la pause de %n&#xa0;min</numerusform>
+            <numerusform>Passer la pause de %n&#xa0;min</numerusform>
         </translation>
     </message>
     <message id="quickAdd.error.titleRequired">
@@ -221,8 +221,8 @@
     </message>
     <message id="dayPlan.summary">
         <source>Day plan: %1</source>
-        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line's parts, comma separated</extracomment>
-        <translation>Plan de la journée : %1</translation>
+        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line&apos;s parts, comma separated</extracomment>
+        <translation>Plan de la journée&#xa0;: %1</translation>
     </message>
     <message id="dayPlan.overflowCount" numerus="yes">
         <source>%n task(s) past the workday</source>
@@ -241,7 +241,7 @@
         </translation>
     </message>
     <message id="dayPlan.moveOverflow">
-        <source>Move what doesn't fit to tomorrow</source>
+        <source>Move what doesn&apos;t fit to tomorrow</source>
         <extracomment>Day plan footer: button that moves the tasks that do not fit the workday to tomorrow</extracomment>
         <translation>Reporter à demain ce qui ne tient pas</translation>
     </message>
@@ -257,7 +257,7 @@
     </message>
     <message id="routine.menu.saveQueue">
         <source>Save queue as routine…</source>
-        <extracomment>Routine menu: saves the day's queue as a new routine</extracomment>
+        <extracomment>Routine menu: saves the day&apos;s queue as a new routine</extracomment>
         <translation>Enregistrer la liste comme routine…</translation>
     </message>
     <message id="routine.menu.manage">
@@ -305,7 +305,7 @@
     </message>
     <message id="toast.routineSaved">
         <source>Saved routine %1</source>
-        <extracomment>Toast: the day's queue was saved as a routine; %1 = routine name</extracomment>
+        <extracomment>Toast: the day&apos;s queue was saved as a routine; %1 = routine name</extracomment>
         <translation>Routine %1 enregistrée</translation>
     </message>
     <message id="repeat.menu">
@@ -431,12 +431,12 @@
     </message>
     <message id="popover.row.due">
         <source>due %1</source>
-        <extracomment>Task row: the task's due date; %1 = a short date</extracomment>
-        <translation>échéance : %1</translation>
+        <extracomment>Task row: the task&apos;s due date; %1 = a short date</extracomment>
+        <translation>échéance&#xa0;: %1</translation>
     </message>
     <message id="popover.row.actions">
         <source>Task actions</source>
-        <extracomment>Task row: button that opens the task's actions</extracomment>
+        <extracomment>Task row: button that opens the task&apos;s actions</extracomment>
         <translation>Actions sur la tâche</translation>
     </message>
     <message id="popover.row.startNow">
@@ -461,7 +461,7 @@
     </message>
     <message id="popover.row.edit">
         <source>Edit…</source>
-        <extracomment>Task row action: open the task's editor</extracomment>
+        <extracomment>Task row action: open the task&apos;s editor</extracomment>
         <translation>Modifier…</translation>
     </message>
     <message id="popover.row.delete">
@@ -496,33 +496,33 @@
     </message>
     <message id="popover.day.today">
         <source>Today</source>
-        <extracomment>Name of the current day: the popover's day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the current day: the popover&apos;s day heading and the quick-add day chip</extracomment>
         <translation>Aujourd’hui</translation>
     </message>
     <message id="popover.day.tomorrow">
         <source>Tomorrow</source>
-        <extracomment>Name of the day after the current one: the popover's day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the day after the current one: the popover&apos;s day heading and the quick-add day chip</extracomment>
         <translation>Demain</translation>
     </message>
     <message id="popover.day.yesterday">
         <source>Yesterday</source>
-        <extracomment>Name of the day before the current one: the popover's day heading</extracomment>
+        <extracomment>Name of the day before the current one: the popover&apos;s day heading</extracomment>
         <translation>Hier</translation>
     </message>
     <message id="activeTask.extend." numerus="yes">
         <source>+%n min</source>
         <extracomment>Task card chip that adds minutes to the planned duration; %n = the minutes</extracomment>
         <translation>
-            <numerusform>+%n min</numerusform>
-            <numerusform>+%n min</numerusform>
+            <numerusform>+%n&#xa0;min</numerusform>
+            <numerusform>+%n&#xa0;min</numerusform>
         </translation>
     </message>
     <message id="activeTask.action.extend.tooltip" numerus="yes">
         <source>Add %n minute(s) to the plan</source>
-        <extracomment>Tooltip of the task card's extend chip; %n = the minutes it adds</extracomment>
+        <extracomment>Tooltip of the task card&apos;s extend chip; %n = the minutes it adds</extracomment>
         <translation>
-            <numerusform>Ajouter %n minute au temps prévu</numerusform>
-            <numerusform>Ajouter %n minutes au temps prévu</numerusform>
+            <numerusform>Ajouter %n&#xa0;minute au temps prévu</numerusform>
+            <numerusform>Ajouter %n&#xa0;minutes au temps prévu</numerusform>
         </translation>
     </message>
     <message id="popover.toast.undo">
@@ -532,8 +532,8 @@
     </message>
     <message id="popover.toast.movedToTomorrow">
         <source>Moved “%1” to tomorrow</source>
-        <extracomment>Toast after a task was moved to the next day; %1 = the task's title</extracomment>
-        <translation>« %1 » reportée à demain</translation>
+        <extracomment>Toast after a task was moved to the next day; %1 = the task&apos;s title</extracomment>
+        <translation>«&#xa0;%1&#xa0;» reportée à demain</translation>
     </message>
     <message id="popover.toast.movedOverflow" numerus="yes">
         <source>Moved %n task(s) to tomorrow</source>
@@ -545,8 +545,8 @@
     </message>
     <message id="popover.toast.deleted">
         <source>Deleted “%1”</source>
-        <extracomment>Toast after a task was deleted; %1 = the task's title</extracomment>
-        <translation>« %1 » supprimée</translation>
+        <extracomment>Toast after a task was deleted; %1 = the task&apos;s title</extracomment>
+        <translation>«&#xa0;%1&#xa0;» supprimée</translation>
     </message>
     <message id="settings.routines.title">
         <source>Routines</source>
@@ -569,13 +569,13 @@
         <translation>Aucune routine pour l’instant</translation>
     </message>
     <message id="settings.routines.emptyCaption">
-        <source>Make one with New routine, or save a day's queue from the popover's routine menu.</source>
+        <source>Make one with New routine, or save a day&apos;s queue from the popover&apos;s routine menu.</source>
         <extracomment>Routines settings tab: how to make a routine, under the empty message</extracomment>
         <translation>Créez-en une avec « Nouvelle routine » ou enregistrez la liste d’une journée depuis le menu des routines de la fenêtre surgissante.</translation>
     </message>
     <message id="settings.routines.name">
         <source>Name</source>
-        <extracomment>Routines settings tab: label of the routine's name field</extracomment>
+        <extracomment>Routines settings tab: label of the routine&apos;s name field</extracomment>
         <translation>Nom</translation>
     </message>
     <message id="settings.routines.removeTask">
@@ -605,12 +605,12 @@
     </message>
     <message id="settings.routines.nameRequired">
         <source>A routine needs a name.</source>
-        <extracomment>Routines window: shown in place when a routine's name is left empty</extracomment>
+        <extracomment>Routines window: shown in place when a routine&apos;s name is left empty</extracomment>
         <translation>Une routine a besoin d’un nom.</translation>
     </message>
     <message id="settings.routines.minutesInvalid">
         <source>Write the minutes as 45, 45m or 1h30.</source>
-        <extracomment>Routines window: shown in place when a task template's minutes are not a duration</extracomment>
+        <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
         <translation>Saisissez les minutes sous la forme 45, 45m ou 1h30.</translation>
     </message>
     <message id="onboarding.anywhere.title">
@@ -619,7 +619,7 @@
         <translation>Ajouter depuis n’importe où</translation>
     </message>
     <message id="onboarding.anywhere.body">
-        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop's settings, and the quick-add window opens from any application.</source>
+        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop&apos;s settings, and the quick-add window opens from any application.</source>
         <extracomment>First-run page text about adding a task from any application; keep the command as it is</extracomment>
         <translation>Attribuez un raccourci clavier à la commande « tarnwell tarnwell://quickadd » dans les réglages de votre bureau : la fenêtre d’ajout rapide s’ouvre depuis n’importe quelle application.</translation>
     </message>
@@ -647,8 +647,8 @@
         <source>+%n min</source>
         <extracomment>Notification action: extend duration by N minutes</extracomment>
         <translation>
-            <numerusform>+%n min</numerusform>
-            <numerusform>+%n min</numerusform>
+            <numerusform>+%n&#xa0;min</numerusform>
+            <numerusform>+%n&#xa0;min</numerusform>
         </translation>
     </message>
     <message id="notification.minutesDone" numerus="yes">
@@ -681,14 +681,14 @@
         <source>%n min</source>
         <extracomment>Length of an idle gap under an hour, in minutes</extracomment>
         <translation>
-            <numerusform>%n min</numerusform>
-            <numerusform>%n min</numerusform>
+            <numerusform>%n&#xa0;min</numerusform>
+            <numerusform>%n&#xa0;min</numerusform>
         </translation>
     </message>
     <message id="activeTask.away.hoursMinutes">
         <source>%1 h %2 min</source>
         <extracomment>Length of an idle gap of an hour or more: %1 hours, %2 minutes (two digits)</extracomment>
-        <translation>%1 h %2</translation>
+        <translation>%1&#xa0;h&#xa0;%2</translation>
     </message>
     <message id="activeTask.away.prompt">
         <source>You were away for %1 while the timer ran.</source>
@@ -707,7 +707,7 @@
     </message>
     <message id="activeTask.autoPaused.note">
         <source>The timer paused while you were away.</source>
-        <extracomment>Explains a pause the app performed on the user's behalf</extracomment>
+        <extracomment>Explains a pause the app performed on the user&apos;s behalf</extracomment>
         <translation>Le minuteur s’est mis en pause pendant votre absence.</translation>
     </message>
     <message id="activeTask.autoPaused.resume">
@@ -717,12 +717,12 @@
     </message>
     <message id="settings.hotkeys.togglePopover">
         <source>Open or close Tarnwell</source>
-        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
         <translation>Ouvrir ou fermer Tarnwell</translation>
     </message>
     <message id="settings.hotkeys.quickAdd">
         <source>Quick add a task</source>
-        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
         <translation>Ajouter rapidement une tâche</translation>
     </message>
     <message id="settings.hotkeys.builtIn.complete">
@@ -761,33 +761,33 @@
         <translation>Les deux raccourcis sont réglés sur %1. Choisissez une autre combinaison pour l’un d’eux.</translation>
     </message>
     <message id="error.hotkey.unparseable">
-        <source>"%1" is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
-        <extracomment>Shown when a hotkey string can't be parsed into a combination</extracomment>
+        <source>&quot;%1&quot; is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
+        <extracomment>Shown when a hotkey string can&apos;t be parsed into a combination</extracomment>
         <translation>« %1 » n’est pas une combinaison de touches. Utilisez des touches de modification et une lettre, un chiffre ou une touche nommée, par exemple cmd+shift+j.</translation>
     </message>
     <message id="error.hotkey.takenBySystem">
-        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop's keyboard settings.</source>
-        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination ("Super+Shift+J"), %2 what it was meant to do ("Quick add a task")</extracomment>
+        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop&apos;s keyboard settings.</source>
+        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination (&quot;Super+Shift+J&quot;), %2 what it was meant to do (&quot;Quick add a task&quot;)</extracomment>
         <translation>%1 est déjà utilisé par le bureau ou un autre programme et ne peut donc pas servir de raccourci pour « %2 ». Choisissez une autre combinaison ou libérez-la dans les réglages clavier du bureau.</translation>
     </message>
     <message id="hotkey.modifier.super">
         <source>Super+</source>
-        <extracomment>The Super (logo, "Windows") key in a shown key combination, with its joining "+"</extracomment>
+        <extracomment>The Super (logo, &quot;Windows&quot;) key in a shown key combination, with its joining &quot;+&quot;</extracomment>
         <translation>Super+</translation>
     </message>
     <message id="hotkey.modifier.shift">
         <source>Shift+</source>
-        <extracomment>The Shift key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
+        <extracomment>The Shift key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
         <translation>Maj+</translation>
     </message>
     <message id="hotkey.modifier.alt">
         <source>Alt+</source>
-        <extracomment>The Alt key in a shown key combination, with its joining "+"</extracomment>
+        <extracomment>The Alt key in a shown key combination, with its joining &quot;+&quot;</extracomment>
         <translation>Alt+</translation>
     </message>
     <message id="hotkey.modifier.ctrl">
         <source>Ctrl+</source>
-        <extracomment>The Control key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
+        <extracomment>The Control key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
         <translation>Ctrl+</translation>
     </message>
     <message id="hotkey.key.return">
@@ -817,13 +817,13 @@
     </message>
     <message id="hotkey.kde.component">
         <source>Tarnwell</source>
-        <extracomment>Name of the program's group in KDE's shortcut settings</extracomment>
+        <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
         <translation>Tarnwell</translation>
     </message>
     <message id="agent.error.noDisplay">
         <source>tarnwell: no graphical display (DISPLAY and WAYLAND_DISPLAY are unset), so the tray agent cannot start. Commands such as “tarnwell status” work without one.</source>
         <extracomment>The tray agent was started where there is no graphical display (ssh, cron, a text console)</extracomment>
-        <translation>tarnwell : pas d'affichage graphique (DISPLAY et WAYLAND_DISPLAY ne sont pas définies), l'agent de la zone de notification ne peut donc pas démarrer. Les commandes comme « tarnwell status » fonctionnent sans.</translation>
+        <translation>tarnwell : pas d&apos;affichage graphique (DISPLAY et WAYLAND_DISPLAY ne sont pas définies), l&apos;agent de la zone de notification ne peut donc pas démarrer. Les commandes comme « tarnwell status » fonctionnent sans.</translation>
     </message>
     <message id="cli.summary">
         <source>Tarnwell: your day and its task in hand, in the tray and on the command line.</source>
@@ -849,9 +849,9 @@ Exit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,
 5 no agent running where one is needed, 6 no task in hand or no such task.</source>
         <extracomment>Second part of `tarnwell --help`: the subcommands. Keep the command names and the spacing.</extracomment>
         <translation>Commandes (chacune avec --help) :
-  add       ajouter une tâche à aujourd'hui
+  add       ajouter une tâche à aujourd&apos;hui
   status    la tâche en cours et son minuteur
-  list      les tâches d'un jour
+  list      les tâches d&apos;un jour
   done      terminer la tâche en cours
   start     démarrer le minuteur de la tâche en cours
   pause     le mettre en pause
@@ -861,14 +861,14 @@ Exit codes: 0 done, 1 failure, 2 usage error, 3 invalid input, 4 store error,
   backups   lister les copies quotidiennes de vos données
   restore   remettre en place une copie quotidienne
 
-Sans commande, démarre l'agent de la zone de notification ou transmet les liens à celui qui tourne.
-Codes de sortie : 0 fait, 1 échec, 2 erreur d'usage, 3 entrée non valide, 4 erreur de stockage,
-5 l'agent nécessaire ne tourne pas, 6 aucune tâche en cours ou tâche introuvable.</translation>
+Sans commande, démarre l&apos;agent de la zone de notification ou transmet les liens à celui qui tourne.
+Codes de sortie : 0 fait, 1 échec, 2 erreur d&apos;usage, 3 entrée non valide, 4 erreur de stockage,
+5 l&apos;agent nécessaire ne tourne pas, 6 aucune tâche en cours ou tâche introuvable.</translation>
     </message>
     <message id="cli.arg.link">
         <source>tarnwell: links to open (tarnwell://quickadd opens quick add)</source>
         <extracomment>`tarnwell --help`: the optional links to open</extracomment>
-        <translation>liens tarnwell: à ouvrir (tarnwell://quickadd ouvre l'ajout rapide)</translation>
+        <translation>liens tarnwell: à ouvrir (tarnwell://quickadd ouvre l&apos;ajout rapide)</translation>
     </message>
     <message id="cli.option.uiTest">
         <source>Start without the first-run window (automated tests).</source>
@@ -881,19 +881,19 @@ Codes de sortie : 0 fait, 1 échec, 2 erreur d'usage, 3 entrée non valide, 4 er
         <translation>Afficher du JSON au lieu du texte.</translation>
     </message>
     <message id="cli.add.description">
-        <source>Adds a task to today. Give one quick-add line ("Write report · 45m !", "Call Bob ~ 15m tomorrow"), or --title with --minutes and --urgent.</source>
+        <source>Adds a task to today. Give one quick-add line (&quot;Write report · 45m !&quot;, &quot;Call Bob ~ 15m tomorrow&quot;), or --title with --minutes and --urgent.</source>
         <extracomment>`tarnwell add --help`</extracomment>
-        <translation>Ajoute une tâche à aujourd'hui. Donnez une ligne d'ajout rapide ("Écrire le rapport · 45m !", "Appeler Bob ~ 15m demain") ou --title avec --minutes et --urgent.</translation>
+        <translation>Ajoute une tâche à aujourd&apos;hui. Donnez une ligne d&apos;ajout rapide (&quot;Écrire le rapport · 45m !&quot;, &quot;Appeler Bob ~ 15m demain&quot;) ou --title avec --minutes et --urgent.</translation>
     </message>
     <message id="cli.add.arg.line">
         <source>The task as one quick-add line.</source>
         <extracomment>`tarnwell add --help`: the quick-add line argument</extracomment>
-        <translation>La tâche sous forme d'une ligne d'ajout rapide.</translation>
+        <translation>La tâche sous forme d&apos;une ligne d&apos;ajout rapide.</translation>
     </message>
     <message id="cli.option.title">
         <source>The title, taken as it is (no quick-add grammar).</source>
         <extracomment>`tarnwell add --help`: --title</extracomment>
-        <translation>Le titre, pris tel quel (sans la syntaxe d'ajout rapide).</translation>
+        <translation>Le titre, pris tel quel (sans la syntaxe d&apos;ajout rapide).</translation>
     </message>
     <message id="cli.option.minutes">
         <source>Planned minutes (1 to 9999; 0 means unplanned).</source>
@@ -906,54 +906,54 @@ Codes de sortie : 0 fait, 1 échec, 2 erreur d'usage, 3 entrée non valide, 4 er
         <translation>Placer la tâche en tête de la file.</translation>
     </message>
     <message id="cli.status.description">
-        <source>Shows the task in hand, its timer and countdown, and the rest of today's queue.</source>
+        <source>Shows the task in hand, its timer and countdown, and the rest of today&apos;s queue.</source>
         <extracomment>`tarnwell status --help`</extracomment>
         <translation>Affiche la tâche en cours, son minuteur et son compte à rebours, et le reste de la file du jour.</translation>
     </message>
     <message id="cli.option.follow">
         <source>Keep running and print the status again whenever it changes (needs the running agent).</source>
         <extracomment>`tarnwell status --help`: --follow</extracomment>
-        <translation>Continuer et réafficher l'état à chaque changement (nécessite l'agent en cours d'exécution).</translation>
+        <translation>Continuer et réafficher l&apos;état à chaque changement (nécessite l&apos;agent en cours d&apos;exécution).</translation>
     </message>
     <message id="cli.list.description">
         <source>Lists the tasks of a day: open ones in queue order, then the finished ones.</source>
         <extracomment>`tarnwell list --help`</extracomment>
-        <translation>Liste les tâches d'un jour : les ouvertes dans l'ordre de la file, puis les terminées.</translation>
+        <translation>Liste les tâches d&apos;un jour : les ouvertes dans l&apos;ordre de la file, puis les terminées.</translation>
     </message>
     <message id="cli.option.day">
         <source>The day as YYYY-MM-DD (default: today).</source>
         <extracomment>`tarnwell list --help`: --day</extracomment>
-        <translation>Le jour au format AAAA-MM-JJ (par défaut : aujourd'hui).</translation>
+        <translation>Le jour au format AAAA-MM-JJ (par défaut : aujourd&apos;hui).</translation>
     </message>
     <message id="cli.done.description">
         <source>Completes the task in hand with its focused time; the next task comes up. Needs the running agent.</source>
         <extracomment>`tarnwell done --help`</extracomment>
-        <translation>Termine la tâche en cours avec son temps de concentration ; la suivante prend sa place. Nécessite l'agent en cours d'exécution.</translation>
+        <translation>Termine la tâche en cours avec son temps de concentration ; la suivante prend sa place. Nécessite l&apos;agent en cours d&apos;exécution.</translation>
     </message>
     <message id="cli.done.arg.id">
         <source>The id of another open task to complete instead.</source>
         <extracomment>`tarnwell done --help`: the optional task id</extracomment>
-        <translation>L'identifiant d'une autre tâche ouverte à terminer à la place.</translation>
+        <translation>L&apos;identifiant d&apos;une autre tâche ouverte à terminer à la place.</translation>
     </message>
     <message id="cli.start.description">
         <source>Starts the focus timer of the task in hand. Needs the running agent.</source>
         <extracomment>`tarnwell start --help`</extracomment>
-        <translation>Démarre le minuteur de concentration de la tâche en cours. Nécessite l'agent en cours d'exécution.</translation>
+        <translation>Démarre le minuteur de concentration de la tâche en cours. Nécessite l&apos;agent en cours d&apos;exécution.</translation>
     </message>
     <message id="cli.pause.description">
         <source>Pauses the focus timer of the task in hand. Needs the running agent.</source>
         <extracomment>`tarnwell pause --help`</extracomment>
-        <translation>Met en pause le minuteur de concentration de la tâche en cours. Nécessite l'agent en cours d'exécution.</translation>
+        <translation>Met en pause le minuteur de concentration de la tâche en cours. Nécessite l&apos;agent en cours d&apos;exécution.</translation>
     </message>
     <message id="cli.toggle.description">
         <source>Starts or pauses the focus timer of the task in hand. Needs the running agent.</source>
         <extracomment>`tarnwell toggle --help`</extracomment>
-        <translation>Démarre ou met en pause le minuteur de concentration de la tâche en cours. Nécessite l'agent en cours d'exécution.</translation>
+        <translation>Démarre ou met en pause le minuteur de concentration de la tâche en cours. Nécessite l&apos;agent en cours d&apos;exécution.</translation>
     </message>
     <message id="cli.export.description">
         <source>Writes days, tasks and routines as JSON (for import), CSV (planned against actual minutes of finished tasks) or iCalendar (VTODO).</source>
         <extracomment>`tarnwell export --help`</extracomment>
-        <translation>Écrit jours, tâches et routines en JSON (pour l'import), CSV (minutes prévues et réelles des tâches terminées) ou iCalendar (VTODO).</translation>
+        <translation>Écrit jours, tâches et routines en JSON (pour l&apos;import), CSV (minutes prévues et réelles des tâches terminées) ou iCalendar (VTODO).</translation>
     </message>
     <message id="cli.option.format">
         <source>json, csv or ics (default json).</source>
@@ -995,7 +995,7 @@ Essayez « tarnwell %2 --help ».</translation>
     <message id="cli.error.lineOrTitle">
         <source>Give either one quick-add line or --title, not both and not neither.</source>
         <extracomment>Usage error of `tarnwell add`</extracomment>
-        <translation>Donnez soit une ligne d'ajout rapide, soit --title, pas les deux et pas aucun.</translation>
+        <translation>Donnez soit une ligne d&apos;ajout rapide, soit --title, pas les deux et pas aucun.</translation>
     </message>
     <message id="cli.error.unexpected">
         <source>Unexpected arguments: %1</source>
@@ -1005,12 +1005,12 @@ Essayez « tarnwell %2 --help ».</translation>
     <message id="cli.error.notANumber">
         <source>“%1” is not a whole number of minutes.</source>
         <extracomment>Usage error: --minutes was not a whole number; %1 is what was given</extracomment>
-        <translation>« %1 » n'est pas un nombre entier de minutes.</translation>
+        <translation>« %1 » n&apos;est pas un nombre entier de minutes.</translation>
     </message>
     <message id="cli.error.followNeedsAgent">
         <source>Tarnwell is not running, so there are no changes to follow. Start it with “tarnwell”.</source>
         <extracomment>`tarnwell status --follow` without a running agent</extracomment>
-        <translation>Tarnwell ne tourne pas, il n'y a donc aucun changement à suivre. Lancez-le avec « tarnwell ».</translation>
+        <translation>Tarnwell ne tourne pas, il n&apos;y a donc aucun changement à suivre. Lancez-le avec « tarnwell ».</translation>
     </message>
     <message id="cli.error.drivingNeedsAgent">
         <source>Tarnwell is not running; the timer and the task in hand are driven through it. Start it with “tarnwell”.</source>
@@ -1020,12 +1020,12 @@ Essayez « tarnwell %2 --help ».</translation>
     <message id="cli.error.agentMissing">
         <source>The tray agent is missing (looked for %1).</source>
         <extracomment>The tray agent program could not be found; %1 is where it was looked for</extracomment>
-        <translation>L'agent de la zone de notification est introuvable (cherché : %1).</translation>
+        <translation>L&apos;agent de la zone de notification est introuvable (cherché : %1).</translation>
     </message>
     <message id="cli.error.agentUnreachable">
         <source>The running Tarnwell did not answer: %1</source>
-        <extracomment>The running agent did not answer over D-Bus; %1 is the bus's message</extracomment>
-        <translation>Le Tarnwell en cours d'exécution n'a pas répondu : %1</translation>
+        <extracomment>The running agent did not answer over D-Bus; %1 is the bus&apos;s message</extracomment>
+        <translation>Le Tarnwell en cours d&apos;exécution n&apos;a pas répondu : %1</translation>
     </message>
     <message id="cli.error.cannotRead">
         <source>Cannot read %1: %2</source>
@@ -1035,21 +1035,21 @@ Essayez « tarnwell %2 --help ».</translation>
     <message id="cli.error.cannotWrite">
         <source>Cannot write %1: %2</source>
         <extracomment>A file could not be written; %1 is the file, %2 the reason</extracomment>
-        <translation>Impossible d'écrire %1 : %2</translation>
+        <translation>Impossible d&apos;écrire %1 : %2</translation>
     </message>
     <message id="cli.done.confirmation">
         <source>Completed “%1”.</source>
-        <extracomment>After `tarnwell done`; %1 is the task's title</extracomment>
+        <extracomment>After `tarnwell done`; %1 is the task&apos;s title</extracomment>
         <translation>« %1 » terminée.</translation>
     </message>
     <message id="cli.start.confirmation">
         <source>Focusing on “%1”.</source>
-        <extracomment>After the timer was started from the command line; %1 is the task's title</extracomment>
+        <extracomment>After the timer was started from the command line; %1 is the task&apos;s title</extracomment>
         <translation>Concentration sur « %1 ».</translation>
     </message>
     <message id="cli.pause.confirmation">
         <source>Paused “%1”.</source>
-        <extracomment>After the timer was paused from the command line; %1 is the task's title</extracomment>
+        <extracomment>After the timer was paused from the command line; %1 is the task&apos;s title</extracomment>
         <translation>« %1 » en pause.</translation>
     </message>
     <message id="cli.import.confirmation">
@@ -1058,8 +1058,8 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>%1 jours, %2 tâches et %3 routines importés (%4 déjà présents).</translation>
     </message>
     <message id="cli.status.empty">
-        <source>Nothing in hand: today's queue is empty.</source>
-        <extracomment>`tarnwell status` when today's queue is empty</extracomment>
+        <source>Nothing in hand: today&apos;s queue is empty.</source>
+        <extracomment>`tarnwell status` when today&apos;s queue is empty</extracomment>
         <translation>Rien en cours : la file du jour est vide.</translation>
     </message>
     <message id="cli.status.focusing">
@@ -1096,8 +1096,8 @@ Essayez « tarnwell %2 --help ».</translation>
         <source>%n open task(s) today</source>
         <extracomment>`tarnwell status`: the number of open tasks today</extracomment>
         <translation>
-            <numerusform>%n tâche ouverte aujourd'hui</numerusform>
-            <numerusform>%n tâches ouvertes aujourd'hui</numerusform>
+            <numerusform>%n tâche ouverte aujourd&apos;hui</numerusform>
+            <numerusform>%n tâches ouvertes aujourd&apos;hui</numerusform>
         </translation>
     </message>
     <message id="cli.list.empty">
@@ -1111,7 +1111,7 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>Ajouter une tâche à Tarnwell</translation>
     </message>
     <message id="intent.addTask.description">
-        <source>Adds a task to the end of today's queue, or to the top when it is urgent.</source>
+        <source>Adds a task to the end of today&apos;s queue, or to the top when it is urgent.</source>
         <extracomment>Description of the Add Task action</extracomment>
         <translation>Ajoute une tâche à la fin de la file du jour, ou en tête si elle est urgente.</translation>
     </message>
@@ -1122,22 +1122,22 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="intent.addTask.param.title">
         <source>Title</source>
-        <extracomment>Name of the Add Task action's title parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s title parameter</extracomment>
         <translation>Titre</translation>
     </message>
     <message id="intent.addTask.param.duration">
         <source>Planned minutes</source>
-        <extracomment>Name of the Add Task action's planned-minutes parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s planned-minutes parameter</extracomment>
         <translation>Minutes prévues</translation>
     </message>
     <message id="intent.addTask.param.urgent">
         <source>Urgent</source>
-        <extracomment>Name of the Add Task action's urgent parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s urgent parameter</extracomment>
         <translation>Urgent</translation>
     </message>
     <message id="intent.addTask.confirmation">
         <source>Added “%1” to Tarnwell.</source>
-        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task's title</extracomment>
+        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task&apos;s title</extracomment>
         <translation>« %1 » a été ajouté à Tarnwell.</translation>
     </message>
     <message id="error.argument.tooLong">
@@ -1158,12 +1158,12 @@ Essayez « tarnwell %2 --help ».</translation>
     <message id="error.argument.date">
         <source>“%1” is not a date of the form YYYY-MM-DD.</source>
         <extracomment>A day handed in by a script or the command line is not a date; %1 is what was given</extracomment>
-        <translation>« %1 » n'est pas une date de la forme AAAA-MM-JJ.</translation>
+        <translation>« %1 » n&apos;est pas une date de la forme AAAA-MM-JJ.</translation>
     </message>
     <message id="error.argument.taskId">
         <source>“%1” is not a task id (a UUID such as 0f8fad5b-d9cb-469f-a165-70867728950e).</source>
         <extracomment>A task id handed in by a script is not a UUID; %1 is what was given</extracomment>
-        <translation>« %1 » n'est pas un identifiant de tâche (un UUID comme 0f8fad5b-d9cb-469f-a165-70867728950e).</translation>
+        <translation>« %1 » n&apos;est pas un identifiant de tâche (un UUID comme 0f8fad5b-d9cb-469f-a165-70867728950e).</translation>
     </message>
     <message id="error.argument.format">
         <source>Unknown format “%1”: use json, csv or ics.</source>
@@ -1176,14 +1176,14 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>La date de début %1 est postérieure à la date de fin %2.</translation>
     </message>
     <message id="automation.error.noTaskInHand">
-        <source>There is no task in hand: today's queue is empty.</source>
-        <extracomment>A script or the command line asked to drive the task in hand, but today's queue is empty</extracomment>
+        <source>There is no task in hand: today&apos;s queue is empty.</source>
+        <extracomment>A script or the command line asked to drive the task in hand, but today&apos;s queue is empty</extracomment>
         <translation>Aucune tâche en cours : la file du jour est vide.</translation>
     </message>
     <message id="automation.error.taskNotFound">
         <source>No open task has the id %1.</source>
         <extracomment>A script asked to complete a task that does not exist or is not open; %1 is the id</extracomment>
-        <translation>Aucune tâche ouverte n'a l'identifiant %1.</translation>
+        <translation>Aucune tâche ouverte n&apos;a l&apos;identifiant %1.</translation>
     </message>
     <message id="error.import.tooLarge">
         <source>The file is too large to import (at most %1 MB).</source>
@@ -1202,13 +1202,13 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="error.import.notJson">
         <source>Line %1: this is not valid JSON (%2).</source>
-        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser's message</extracomment>
-        <translation>Ligne %1 : ce n'est pas du JSON valide (%2).</translation>
+        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser&apos;s message</extracomment>
+        <translation>Ligne %1 : ce n&apos;est pas du JSON valide (%2).</translation>
     </message>
     <message id="error.import.notExport">
         <source>This is not a Tarnwell export (expected “format”: “%1” and “version”: %2).</source>
         <extracomment>Import refused: the JSON is not one of our exports; %1 is the expected format name, %2 the version</extracomment>
-        <translation>Ce n'est pas un export Tarnwell (attendu : « format » : « %1 » et « version » : %2).</translation>
+        <translation>Ce n&apos;est pas un export Tarnwell (attendu : « format » : « %1 » et « version » : %2).</translation>
     </message>
     <message id="error.import.duplicateId">
         <source>this id appears twice</source>
@@ -1284,7 +1284,7 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>Affiche la tâche en cours et son compte à rebours sur le bureau ou dans une barre d’état.</translation>
     </message>
     <message id="widget.cli.placement">
-        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop's autostart to have it at every login.</source>
+        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop&apos;s autostart to have it at every login.</source>
         <extracomment>tarnwell-widget --help: how to place the desktop window; keep the option names and the class name as they are</extracomment>
         <translation>Sans option, une petite fenêtre s’ouvre sur le bureau. Faites-la glisser pour la déplacer, ou lancez-la avec --position X,Y. Dans un gestionnaire de fenêtres en mosaïque, laissez flotter les fenêtres de la classe tarnwell-widget. Ajoutez la commande au démarrage automatique de votre bureau pour l’avoir à chaque connexion.</translation>
     </message>
@@ -1345,7 +1345,7 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="store.openFailed.body">
         <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
-        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file's path, %2: the reason (English, from the database)</extracomment>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
         <translation>Impossible d’ouvrir %1 (%2). Le fichier n’a pas été modifié. Tarnwell va maintenant se fermer.</translation>
     </message>
     <message id="cli.backups.description">
@@ -1435,17 +1435,17 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="review.legend.planned">
         <source>Planned (median)</source>
-        <extracomment>Review: chart legend for the planned minutes' bar</extracomment>
+        <extracomment>Review: chart legend for the planned minutes&apos; bar</extracomment>
         <translation>Prévu (médiane)</translation>
     </message>
     <message id="review.legend.actual">
         <source>Measured (median)</source>
-        <extracomment>Review: chart legend for the measured minutes' bar</extracomment>
+        <extracomment>Review: chart legend for the measured minutes&apos; bar</extracomment>
         <translation>Mesuré (médiane)</translation>
     </message>
     <message id="review.bucket.figures">
         <source>%1 tasks · planned %2 · measured %3 (medians)</source>
-        <extracomment>Review: a group's figures; %1 = number of tasks, %2 = median planned ("25m"), %3 = median measured ("35m")</extracomment>
+        <extracomment>Review: a group&apos;s figures; %1 = number of tasks, %2 = median planned (&quot;25m&quot;), %3 = median measured (&quot;35m&quot;)</extracomment>
         <translation>%1 tâches · prévu %2 · mesuré %3 (médianes)</translation>
     </message>
     <message id="review.offenders">
@@ -1530,7 +1530,7 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="settings.general.workdayEnd.time">
         <source>Workday ends at</source>
-        <extracomment>Settings, General: label of the field with the workday end's time</extracomment>
+        <extracomment>Settings, General: label of the field with the workday end&apos;s time</extracomment>
         <translation>La journée finit à</translation>
     </message>
     <message id="settings.general.dayPlan.title">
@@ -1550,7 +1550,7 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="settings.general.trayTitle">
         <source>Title length in the tray</source>
-        <extracomment>Settings, General: how many characters of the task's title the tray shows</extracomment>
+        <extracomment>Settings, General: how many characters of the task&apos;s title the tray shows</extracomment>
         <translation>Longueur du titre dans la barre</translation>
     </message>
     <message id="settings.general.trayTitle.none">
@@ -1565,7 +1565,7 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="settings.general.minimalIdle">
         <source>Only the icon while no task is in hand</source>
-        <extracomment>Settings, General: switch that hides the tray's text while no task is in hand</extracomment>
+        <extracomment>Settings, General: switch that hides the tray&apos;s text while no task is in hand</extracomment>
         <translation>Seulement l’icône quand aucune tâche n’est en cours</translation>
     </message>
     <message id="settings.general.idle">
@@ -1615,12 +1615,12 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="settings.reminders.overtime">
         <source>More time adds</source>
-        <extracomment>Settings, Reminders: label of the menu with the minutes the "+N" button adds</extracomment>
+        <extracomment>Settings, Reminders: label of the menu with the minutes the &quot;+N&quot; button adds</extracomment>
         <translation>Plus de temps ajoute</translation>
     </message>
     <message id="settings.reminders.overtime.minutes">
         <source>%1 minutes</source>
-        <extracomment>Settings, Reminders: option of the minutes "+N" adds; %1 = minutes</extracomment>
+        <extracomment>Settings, Reminders: option of the minutes &quot;+N&quot; adds; %1 = minutes</extracomment>
         <translation>%1 minutes</translation>
     </message>
     <message id="settings.reminders.sound.title">
@@ -1638,16 +1638,6 @@ Essayez « tarnwell %2 --help ».</translation>
         <extracomment>Settings, Reminders: how loud the chimes are</extracomment>
         <translation>L’avertissement sonne plus doucement que la fin.</translation>
     </message>
-    <message id="settings.reminders.chime">
-        <source>Chime</source>
-        <extracomment>Settings, Reminders: label of the chime menu</extracomment>
-        <translation>Carillon</translation>
-    </message>
-    <message id="settings.reminders.preview">
-        <source>Play the chime</source>
-        <extracomment>Settings, Reminders: button that plays the chosen chime</extracomment>
-        <translation>Écouter le carillon</translation>
-    </message>
     <message id="settings.hotkeys.caption">
         <source>These work everywhere. To change one, choose it and press the new keys, with Super, Ctrl or Alt.</source>
         <extracomment>Settings, Hotkeys: how to change a hot key</extracomment>
@@ -1664,12 +1654,12 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>Par défaut</translation>
     </message>
     <message id="settings.hotkeys.backend.portal">
-        <source>Global hot keys go through the desktop's shortcuts portal; it may ask you to confirm them.</source>
+        <source>Global hot keys go through the desktop&apos;s shortcuts portal; it may ask you to confirm them.</source>
         <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
         <translation>Les raccourcis globaux passent par le portail de raccourcis du bureau, qui peut demander de les confirmer.</translation>
     </message>
     <message id="settings.hotkeys.backend.kglobalaccel">
-        <source>Global hot keys go through KDE's shortcut service; they also show in System Settings.</source>
+        <source>Global hot keys go through KDE&apos;s shortcut service; they also show in System Settings.</source>
         <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
         <translation>Les raccourcis globaux passent par le service de raccourcis de KDE ; ils apparaissent aussi dans la Configuration du système.</translation>
     </message>
@@ -1679,13 +1669,13 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>Les raccourcis globaux sont pris directement au serveur X.</translation>
     </message>
     <message id="settings.hotkeys.backend.none">
-        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop's keyboard settings that run these commands instead:</source>
+        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop&apos;s keyboard settings that run these commands instead:</source>
         <extracomment>Settings, Hotkeys: no way to register global hot keys on this desktop</extracomment>
         <translation>Ce bureau ne laisse aucun programme définir des raccourcis globaux. Ajoutez plutôt dans les réglages clavier du bureau des raccourcis qui lancent ces commandes :</translation>
     </message>
     <message id="settings.hotkeys.builtIn.title">
         <source>While the popover is open</source>
-        <extracomment>Settings, Hotkeys: heading of the list of the popover's fixed shortcuts</extracomment>
+        <extracomment>Settings, Hotkeys: heading of the list of the popover&apos;s fixed shortcuts</extracomment>
         <translation>Pendant que la fenêtre est ouverte</translation>
     </message>
     <message id="settings.permissions.caption">
@@ -1715,7 +1705,7 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="settings.about.version">
         <source>Version %1</source>
-        <extracomment>Settings, About: the program's version; %1 = a version number</extracomment>
+        <extracomment>Settings, About: the program&apos;s version; %1 = a version number</extracomment>
         <translation>Version %1</translation>
     </message>
     <message id="settings.about.licence">
@@ -1790,37 +1780,37 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="review.verdict.onTheMark">
         <source>Your plans for %1 hold well.</source>
-        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group ("tasks up to 15 minutes")</extracomment>
+        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group (&quot;tasks up to 15 minutes&quot;)</extracomment>
         <translation>Vos plans pour %1 tiennent bien.</translation>
     </message>
     <message id="review.verdict.under">
         <source>You underestimate %1 by %2 %.</source>
-        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group ("tasks of 16 to 30 minutes"), %2 = percent, a whole number</extracomment>
+        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group (&quot;tasks of 16 to 30 minutes&quot;), %2 = percent, a whole number</extracomment>
         <translation>Vous sous-estimez %1 de %2 %.</translation>
     </message>
     <message id="review.verdict.over">
         <source>You overestimate %1 by %2 %.</source>
-        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group ("tasks over 45 minutes"), %2 = percent, a whole number</extracomment>
+        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group (&quot;tasks over 45 minutes&quot;), %2 = percent, a whole number</extracomment>
         <translation>Vous surestimez %1 de %2 %.</translation>
     </message>
     <message id="review.ratio">
         <source>×%1</source>
-        <extracomment>Review: the median of measured time over planned time, as a multiple ("×1.4")</extracomment>
+        <extracomment>Review: the median of measured time over planned time, as a multiple (&quot;×1.4&quot;)</extracomment>
         <translation>×%1</translation>
     </message>
     <message id="review.overrun">
         <source>+%1</source>
-        <extracomment>Review: how far a task ran past its plan; %1 = a duration ("25m")</extracomment>
+        <extracomment>Review: how far a task ran past its plan; %1 = a duration (&quot;25m&quot;)</extracomment>
         <translation>+%1</translation>
     </message>
     <message id="review.summary.empty">
         <source>No completed task with a plan and measured time in this period.</source>
-        <extracomment>Review: under the period's title when it has no completed task with a plan and measured time</extracomment>
+        <extracomment>Review: under the period&apos;s title when it has no completed task with a plan and measured time</extracomment>
         <translation>Aucune tâche terminée avec un plan et un temps mesuré sur cette période.</translation>
     </message>
     <message id="review.summary">
         <source>Completed tasks with a plan and measured time: %1</source>
-        <extracomment>Review: under the period's title; %1 = how many completed tasks had a plan and measured time</extracomment>
+        <extracomment>Review: under the period&apos;s title; %1 = how many completed tasks had a plan and measured time</extracomment>
         <translation>Tâches terminées avec un plan et un temps mesuré : %1</translation>
     </message>
     <message id="review.unplanned">
@@ -1835,7 +1825,7 @@ Essayez « tarnwell %2 --help ».</translation>
     </message>
     <message id="settings.general.language.system">
         <source>Same as the desktop</source>
-        <extracomment>Settings, General: language option that follows the desktop's language</extracomment>
+        <extracomment>Settings, General: language option that follows the desktop&apos;s language</extracomment>
         <translation>Comme le bureau</translation>
     </message>
     <message id="settings.general.workdayEnd.invalid">
@@ -1849,7 +1839,7 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>Icône de la barre</translation>
     </message>
     <message id="settings.permissions.tray.working">
-        <source>The panel shows Tarnwell's icon with the task in hand and its countdown.</source>
+        <source>The panel shows Tarnwell&apos;s icon with the task in hand and its countdown.</source>
         <extracomment>Settings, Permissions: the panel shows our tray icon</extracomment>
         <translation>Le panneau montre l’icône de Tarnwell avec la tâche en cours et son compte à rebours.</translation>
     </message>
@@ -1884,7 +1874,7 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>Aucun service de notification ne tourne : la fin d’un plan ne s’entend (le carillon) et ne se voit que dans la barre.</translation>
     </message>
     <message id="settings.permissions.notifications.fix">
-        <source>Start your desktop's notification service (on minimal desktops, for example dunst or mako).</source>
+        <source>Start your desktop&apos;s notification service (on minimal desktops, for example dunst or mako).</source>
         <extracomment>Settings, Permissions: how to get notifications</extracomment>
         <translation>Lancez le service de notification de votre bureau (sur les bureaux minimalistes, par exemple dunst ou mako).</translation>
     </message>
@@ -1894,11 +1884,11 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>Absences</translation>
     </message>
     <message id="settings.permissions.idle.working">
-        <source />
+        <source></source>
         <translation>Un moment sans clavier ni souris pendant que le minuteur tourne est remarqué et proposé à la soustraction.</translation>
     </message>
     <message id="settings.permissions.idle.missing">
-        <source />
+        <source></source>
         <translation>Ce bureau n’indique pas aux programmes depuis combien de temps vous êtes absent : les absences ne sont pas proposées à la soustraction. La veille et le verrouillage mettent toujours le minuteur en pause.</translation>
     </message>
     <message id="settings.permissions.session">
@@ -1937,7 +1927,7 @@ Essayez « tarnwell %2 --help ».</translation>
         <translation>Ce bureau ne laisse aucun programme définir des raccourcis globaux.</translation>
     </message>
     <message id="settings.permissions.hotkeys.fix">
-        <source>Add shortcuts in the desktop's keyboard settings that run the commands shown in the Hotkeys tab.</source>
+        <source>Add shortcuts in the desktop&apos;s keyboard settings that run the commands shown in the Hotkeys tab.</source>
         <extracomment>Settings, Permissions: how to get hot keys without a global hot-key service</extracomment>
         <translation>Ajoutez dans les réglages clavier du bureau des raccourcis qui lancent les commandes indiquées dans l’onglet Raccourcis.</translation>
     </message>
@@ -1966,10 +1956,245 @@ Essayez « tarnwell %2 --help ».</translation>
         <extracomment>Settings, Permissions: the autostart entry could not be written; %1 = its file</extracomment>
         <translation>L’entrée de démarrage %1 n’a pas pu être écrite.</translation>
     </message>
-<message id="store.openFailed.close">
+    <message id="store.openFailed.close">
         <source>Close</source>
         <extracomment>The button of the dialog that says the data file cannot be opened</extracomment>
         <translation>Fermer</translation>
+    </message>
+    <message id="popover.search">
+        <source>Search past tasks</source>
+        <extracomment>Popover: button that opens the search over the titles of all tasks</extracomment>
+        <translation>Rechercher des tâches passées</translation>
+    </message>
+    <message id="popover.menu.wrapUp">
+        <source>Wrap up the day…</source>
+        <extracomment>Popover menu: opens the end-of-day wrap-up</extracomment>
+        <translation>Bilan de la journée…</translation>
+    </message>
+    <message id="popover.search.placeholder">
+        <source>Find a task by its title</source>
+        <extracomment>Popover: placeholder of the field that searches past tasks by title</extracomment>
+        <translation>Trouver une tâche par son titre</translation>
+    </message>
+    <message id="settings.general.editHistory">
+        <source>Edit past days</source>
+        <extracomment>Settings, General: switch that lets the tasks of past days be changed</extracomment>
+        <translation>Modifier les jours passés</translation>
+    </message>
+    <message id="settings.general.editHistory.caption">
+        <source>Correct the title, plan or measured time of a task on an earlier day, or tick it. Off, past days are only shown.</source>
+        <extracomment>Settings, General: what editing past days allows</extracomment>
+        <translation>Corriger le titre, le plan ou le temps mesuré d’une tâche d’un jour précédent, ou la cocher. Désactivé, les jours passés sont seulement affichés.</translation>
+    </message>
+    <message id="settings.reminders.volume">
+        <source>Volume</source>
+        <extracomment>Settings, Reminders: label of the chime volume menu</extracomment>
+        <translation>Volume</translation>
+    </message>
+    <message id="settings.reminders.volume.percent">
+        <source>%1%</source>
+        <extracomment>Settings, Reminders: volume option; %1 = percent of full volume</extracomment>
+        <translation>%1 %</translation>
+    </message>
+    <message id="settings.reminders.chime.end">
+        <source>Time is up</source>
+        <extracomment>Settings, Reminders: label of the chime played when the planned time is up</extracomment>
+        <translation>Temps écoulé</translation>
+    </message>
+    <message id="settings.reminders.chime.warning">
+        <source>Warning</source>
+        <extracomment>Settings, Reminders: label of the chime played at the warning before the end</extracomment>
+        <translation>Avertissement</translation>
+    </message>
+    <message id="settings.reminders.chime.completion">
+        <source>Task completed</source>
+        <extracomment>Settings, Reminders: label of the chime played when a task is completed</extracomment>
+        <translation>Tâche terminée</translation>
+    </message>
+    <message id="settings.reminders.chime.of">
+        <source>Chime: %1</source>
+        <extracomment>Settings, Reminders: accessible name of a chime menu; %1 = the event</extracomment>
+        <translation>Son : %1</translation>
+    </message>
+    <message id="settings.reminders.preview.of">
+        <source>Play the chime: %1</source>
+        <extracomment>Settings, Reminders: button that plays a chime; %1 = the event</extracomment>
+        <translation>Écouter le son : %1</translation>
+    </message>
+    <message id="popover.row.focused">
+        <source>focused %1</source>
+        <extracomment>Task row: the focused time of a done task; %1 = as 25m</extracomment>
+        <translation>%1 de concentration</translation>
+    </message>
+    <message id="popover.edit.focused">
+        <source>Focused time, e.g. 25m</source>
+        <extracomment>Task editor: placeholder of the field that corrects a done task&apos;s focused time</extracomment>
+        <translation>Temps de concentration, p. ex. 25m</translation>
+    </message>
+    <message id="wrapUp.window.title">
+        <source>Wrap up the day</source>
+        <extracomment>Title of the end-of-day wrap-up window (window lists, screen readers)</extracomment>
+        <translation>Bilan de la journée</translation>
+    </message>
+    <message id="wrapUp.done.heading">
+        <source>Done</source>
+        <extracomment>Wrap-up: heading of the tasks completed today</extracomment>
+        <translation>Terminé</translation>
+    </message>
+    <message id="wrapUp.undo">
+        <source>Undo</source>
+        <extracomment>Wrap-up: takes the move to tomorrow back</extracomment>
+        <translation>Annuler</translation>
+    </message>
+    <message id="wrapUp.doneForToday">
+        <source>Done for today</source>
+        <extracomment>Wrap-up: ends the day; the wrap-up is not offered again today</extracomment>
+        <translation>Fini pour aujourd’hui</translation>
+    </message>
+    <message id="wrapUp.moveRest">
+        <source>Move the rest to tomorrow</source>
+        <extracomment>Wrap-up: moves every open task of today to the head of tomorrow&apos;s queue</extracomment>
+        <translation>Reporter le reste à demain</translation>
+    </message>
+    <message id="wrapUp.notification.title">
+        <source>Your workday has ended</source>
+        <extracomment>Notification at the workday end: its title</extracomment>
+        <translation>Votre journée de travail est finie</translation>
+    </message>
+    <message id="wrapUp.notification.body">
+        <source>See what you got done and decide what happens to the rest.</source>
+        <extracomment>Notification at the workday end: its text</extracomment>
+        <translation>Voyez ce que vous avez accompli et décidez du sort du reste.</translation>
+    </message>
+    <message id="wrapUp.notification.action">
+        <source>Wrap up</source>
+        <extracomment>Notification at the workday end: the button that opens the wrap-up</extracomment>
+        <translation>Faire le bilan</translation>
+    </message>
+    <message id="menubar.tooltip.wrapUpPending">
+        <source>Your workday has ended: wrap up the day from the menu.</source>
+        <extracomment>Status item tooltip: the workday has ended and the wrap-up waits in the menu</extracomment>
+        <translation>Votre journée de travail est finie : faites le bilan depuis le menu.</translation>
+    </message>
+    <message id="menubar.menu.wrapUp">
+        <source>Wrap Up the Day…</source>
+        <extracomment>Status item menu: open the end-of-day wrap-up</extracomment>
+        <translation>Bilan de la journée…</translation>
+    </message>
+    <message id="menubar.menu.wrapUpPending">
+        <source>Workday Ended: Wrap Up…</source>
+        <extracomment>Status item menu: the wrap-up while it waits after the workday end</extracomment>
+        <translation>Journée finie : faire le bilan…</translation>
+    </message>
+    <message id="history.day.none">
+        <source>Nothing was completed this day</source>
+        <extracomment>Popover, a past day: nothing was completed that day</extracomment>
+        <translation>Rien n’a été terminé ce jour-là</translation>
+    </message>
+    <message id="history.day.summary" numerus="yes">
+        <source>%n done · %1 focused</source>
+        <extracomment>Popover, a past day: its completed tasks and their focused time; %1 = as 2h 5m</extracomment>
+        <translation>
+            <numerusform>%n terminée · %1 de concentration</numerusform>
+            <numerusform>%n terminées · %1 de concentration</numerusform>
+        </translation>
+    </message>
+    <message id="history.result.done">
+        <source>done · %1</source>
+        <extracomment>History search: a result&apos;s focused time, when the task was done; %1 = as 25m</extracomment>
+        <translation>terminée · %1</translation>
+    </message>
+    <message id="history.search.none">
+        <source>No task matches.</source>
+        <extracomment>History search: no task title contains the typed text</extracomment>
+        <translation>Aucune tâche ne correspond.</translation>
+    </message>
+    <message id="history.search.count" numerus="yes">
+        <source>%n task(s) found</source>
+        <extracomment>History search: how many tasks were found (at most 50, newest first)</extracomment>
+        <translation>
+            <numerusform>%n tâche trouvée</numerusform>
+            <numerusform>%n tâches trouvées</numerusform>
+        </translation>
+    </message>
+    <message id="history.edit.focusInvalid">
+        <source>Type the focused time like 25, 25m or 1h 5m.</source>
+        <extracomment>Task editor: the typed focused time cannot be read</extracomment>
+        <translation>Saisissez le temps de concentration comme 25, 25m ou 1h 5m.</translation>
+    </message>
+    <message id="wrapUp.task.focusedOfPlanned">
+        <source>%1 of %2</source>
+        <extracomment>Wrap-up: a done task&apos;s focused time against its plan; %1 = focused, %2 = planned (as 1h 5m)</extracomment>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message id="wrapUp.done.none">
+        <source>Nothing done yet today</source>
+        <extracomment>Wrap-up: nothing was completed today</extracomment>
+        <translation>Rien de terminé aujourd’hui</translation>
+    </message>
+    <message id="wrapUp.done.count" numerus="yes">
+        <source>%n task(s) done</source>
+        <extracomment>Wrap-up: how many tasks were completed today</extracomment>
+        <translation>
+            <numerusform>%n tâche terminée</numerusform>
+            <numerusform>%n tâches terminées</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.focused">
+        <source>%1 focused</source>
+        <extracomment>Wrap-up: the seconds of focus measured on today&apos;s done tasks; %1 = as 2h 35m</extracomment>
+        <translation>%1 de concentration</translation>
+    </message>
+    <message id="wrapUp.planned.none">
+        <source>No planned task was timed today.</source>
+        <extracomment>Wrap-up: no done task had both a plan and measured focus</extracomment>
+        <translation>Aucune tâche planifiée n’a été chronométrée aujourd’hui.</translation>
+    </message>
+    <message id="wrapUp.planned">
+        <source>Planned tasks: %1 for %2 planned</source>
+        <extracomment>Wrap-up: focused time against the plan of the done tasks that had one; %1 = focused, %2 = planned</extracomment>
+        <translation>Tâches planifiées : %1 pour %2 prévus</translation>
+    </message>
+    <message id="wrapUp.accuracy.good">
+        <source>Your estimates were on the mark (%1% off).</source>
+        <extracomment>Wrap-up: the day&apos;s estimates were within 10 percent; %1 = the difference in percent</extracomment>
+        <translation>Vos estimations étaient justes (%1 % d’écart).</translation>
+    </message>
+    <message id="wrapUp.accuracy.over">
+        <source>Tasks took %1% longer than planned.</source>
+        <extracomment>Wrap-up: the day&apos;s planned tasks took longer than planned; %1 = percent</extracomment>
+        <translation>Les tâches ont pris %1 % de plus que prévu.</translation>
+    </message>
+    <message id="wrapUp.accuracy.under">
+        <source>Tasks took %1% less time than planned.</source>
+        <extracomment>Wrap-up: the day&apos;s planned tasks took less time than planned; %1 = percent</extracomment>
+        <translation>Les tâches ont pris %1 % de moins que prévu.</translation>
+    </message>
+    <message id="wrapUp.left.none">
+        <source>Nothing left for today.</source>
+        <extracomment>Wrap-up: no open task is left today</extracomment>
+        <translation>Plus rien pour aujourd’hui.</translation>
+    </message>
+    <message id="wrapUp.left.count" numerus="yes">
+        <source>%n task(s) left</source>
+        <extracomment>Wrap-up: how many tasks are still open today</extracomment>
+        <translation>
+            <numerusform>%n tâche restante</numerusform>
+            <numerusform>%n tâches restantes</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.left.planned">
+        <source>%1 planned</source>
+        <extracomment>Wrap-up: planned time of the open tasks, after the count; %1 = as 1h 15m</extracomment>
+        <translation>%1 prévus</translation>
+    </message>
+    <message id="wrapUp.left.untimed" numerus="yes">
+        <source>%n without a plan</source>
+        <extracomment>Wrap-up: how many open tasks have no planned time, after the count</extracomment>
+        <translation>
+            <numerusform>%n sans plan</numerusform>
+            <numerusform>%n sans plan</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

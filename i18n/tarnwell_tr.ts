@@ -2,11 +2,11 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="tr">
 <context>
-    <name />
+    <name></name>
     <message id="onboarding.window.title">
         <source>Welcome to Tarnwell</source>
         <extracomment>Title of the first-run window</extracomment>
-        <translation>Tarnwell'e hoş geldin</translation>
+        <translation>Tarnwell&apos;e hoş geldin</translation>
     </message>
     <message id="onboarding.taskInHand.title">
         <source>One task in hand</source>
@@ -36,7 +36,7 @@
     <message id="onboarding.tray.body">
         <source>Tarnwell has no main window. Its icon in the tray shows the task in hand and the time left; click it to see your day.</source>
         <extracomment>First-run page text about the status item in the tray</extracomment>
-        <translation>Tarnwell'in ana penceresi yok. Sistem tepsisindeki simgesi şu anki görevi ve kalan süreyi gösterir; gününü görmek için simgeye tıkla.</translation>
+        <translation>Tarnwell&apos;in ana penceresi yok. Sistem tepsisindeki simgesi şu anki görevi ve kalan süreyi gösterir; gününü görmek için simgeye tıkla.</translation>
     </message>
     <message id="onboarding.back">
         <source>Back</source>
@@ -67,7 +67,7 @@
     </message>
     <message id="error.repository.reorderMismatch">
         <source>The list changed while you were reordering it. Please try again.</source>
-        <extracomment>Shown when reorderTasks receives an order list that does not match the day's task ids</extracomment>
+        <extracomment>Shown when reorderTasks receives an order list that does not match the day&apos;s task ids</extracomment>
         <translation>Sen sıralarken liste değişti. Lütfen tekrar dene.</translation>
     </message>
     <message id="error.repository.dayNotFound">
@@ -77,7 +77,7 @@
     </message>
     <message id="menubar.menu.open">
         <source>Open Today</source>
-        <extracomment>Status item menu: open the day's queue</extracomment>
+        <extracomment>Status item menu: open the day&apos;s queue</extracomment>
         <translation>Bugünü aç</translation>
     </message>
     <message id="menubar.menu.quickAdd">
@@ -98,15 +98,15 @@
     <message id="menubar.menu.quit">
         <source>Quit Tarnwell</source>
         <extracomment>Status item menu: quit the program</extracomment>
-        <translation>Tarnwell'den çık</translation>
+        <translation>Tarnwell&apos;den çık</translation>
     </message>
     <message id="menubar.dayDone">
-        <source>Done for today. That's plenty.</source>
+        <source>Done for today. That&apos;s plenty.</source>
         <extracomment>Menu bar label</extracomment>
         <translation>Bugünlük bitti. Bu kadarı yeter.</translation>
     </message>
     <message id="menubar.empty">
-        <source>What's next?</source>
+        <source>What&apos;s next?</source>
         <extracomment>Menu bar label</extracomment>
         <translation>Sırada ne var?</translation>
     </message>
@@ -142,7 +142,7 @@
     </message>
     <message id="activeTask.countdown.left">
         <source>left</source>
-        <extracomment>Countdown on the now card, shown after the remaining time (as in "12:30 left")</extracomment>
+        <extracomment>Countdown on the now card, shown after the remaining time (as in &quot;12:30 left&quot;)</extracomment>
         <translation>kaldı</translation>
     </message>
     <message id="activeTask.countdown.endsAt">
@@ -152,7 +152,7 @@
     </message>
     <message id="activeTask.countdown.over">
         <source>over</source>
-        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in "+01:15 over")</extracomment>
+        <extracomment>Countdown on the now card, shown after the time spent beyond the plan (as in &quot;+01:15 over&quot;)</extracomment>
         <translation>fazla</translation>
     </message>
     <message id="completion.title">
@@ -172,7 +172,7 @@
     </message>
     <message id="completion.queueEmpty">
         <source>Nothing else planned for today.</source>
-        <extracomment>Next-up screen: shown when no task is left in today's queue</extracomment>
+        <extracomment>Next-up screen: shown when no task is left in today&apos;s queue</extracomment>
         <translation>Bugün için planlanmış başka bir şey yok.</translation>
     </message>
     <message id="completion.start">
@@ -219,7 +219,7 @@
     </message>
     <message id="dayPlan.summary">
         <source>Day plan: %1</source>
-        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line's parts, comma separated</extracomment>
+        <extracomment>Day plan footer: accessibility text of the summary line; %1 = the line&apos;s parts, comma separated</extracomment>
         <translation>Gün planı: %1</translation>
     </message>
     <message id="dayPlan.overflowCount" numerus="yes">
@@ -237,7 +237,7 @@
         </translation>
     </message>
     <message id="dayPlan.moveOverflow">
-        <source>Move what doesn't fit to tomorrow</source>
+        <source>Move what doesn&apos;t fit to tomorrow</source>
         <extracomment>Day plan footer: button that moves the tasks that do not fit the workday to tomorrow</extracomment>
         <translation>Sığmayanları yarına taşı</translation>
     </message>
@@ -253,7 +253,7 @@
     </message>
     <message id="routine.menu.saveQueue">
         <source>Save queue as routine…</source>
-        <extracomment>Routine menu: saves the day's queue as a new routine</extracomment>
+        <extracomment>Routine menu: saves the day&apos;s queue as a new routine</extracomment>
         <translation>Listeyi rutin olarak kaydet…</translation>
     </message>
     <message id="routine.menu.manage">
@@ -300,7 +300,7 @@
     </message>
     <message id="toast.routineSaved">
         <source>Saved routine %1</source>
-        <extracomment>Toast: the day's queue was saved as a routine; %1 = routine name</extracomment>
+        <extracomment>Toast: the day&apos;s queue was saved as a routine; %1 = routine name</extracomment>
         <translation>%1 rutini kaydedildi</translation>
     </message>
     <message id="repeat.menu">
@@ -360,7 +360,7 @@
     <message id="popover.window.title">
         <source>Today in Tarnwell</source>
         <extracomment>Title of the popover window (read by screen readers and window lists)</extracomment>
-        <translation>Tarnwell'de bugün</translation>
+        <translation>Tarnwell&apos;de bugün</translation>
     </message>
     <message id="popover.day.previous">
         <source>Previous day</source>
@@ -424,12 +424,12 @@
     </message>
     <message id="popover.row.due">
         <source>due %1</source>
-        <extracomment>Task row: the task's due date; %1 = a short date</extracomment>
+        <extracomment>Task row: the task&apos;s due date; %1 = a short date</extracomment>
         <translation>son tarih: %1</translation>
     </message>
     <message id="popover.row.actions">
         <source>Task actions</source>
-        <extracomment>Task row: button that opens the task's actions</extracomment>
+        <extracomment>Task row: button that opens the task&apos;s actions</extracomment>
         <translation>Görev işlemleri</translation>
     </message>
     <message id="popover.row.startNow">
@@ -454,7 +454,7 @@
     </message>
     <message id="popover.row.edit">
         <source>Edit…</source>
-        <extracomment>Task row action: open the task's editor</extracomment>
+        <extracomment>Task row action: open the task&apos;s editor</extracomment>
         <translation>Düzenle…</translation>
     </message>
     <message id="popover.row.delete">
@@ -489,17 +489,17 @@
     </message>
     <message id="popover.day.today">
         <source>Today</source>
-        <extracomment>Name of the current day: the popover's day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the current day: the popover&apos;s day heading and the quick-add day chip</extracomment>
         <translation>Bugün</translation>
     </message>
     <message id="popover.day.tomorrow">
         <source>Tomorrow</source>
-        <extracomment>Name of the day after the current one: the popover's day heading and the quick-add day chip</extracomment>
+        <extracomment>Name of the day after the current one: the popover&apos;s day heading and the quick-add day chip</extracomment>
         <translation>Yarın</translation>
     </message>
     <message id="popover.day.yesterday">
         <source>Yesterday</source>
-        <extracomment>Name of the day before the current one: the popover's day heading</extracomment>
+        <extracomment>Name of the day before the current one: the popover&apos;s day heading</extracomment>
         <translation>Dün</translation>
     </message>
     <message id="activeTask.extend." numerus="yes">
@@ -511,7 +511,7 @@
     </message>
     <message id="activeTask.action.extend.tooltip" numerus="yes">
         <source>Add %n minute(s) to the plan</source>
-        <extracomment>Tooltip of the task card's extend chip; %n = the minutes it adds</extracomment>
+        <extracomment>Tooltip of the task card&apos;s extend chip; %n = the minutes it adds</extracomment>
         <translation>
             <numerusform>Plana %n dakika ekle</numerusform>
         </translation>
@@ -523,7 +523,7 @@
     </message>
     <message id="popover.toast.movedToTomorrow">
         <source>Moved “%1” to tomorrow</source>
-        <extracomment>Toast after a task was moved to the next day; %1 = the task's title</extracomment>
+        <extracomment>Toast after a task was moved to the next day; %1 = the task&apos;s title</extracomment>
         <translation>“%1” yarına taşındı</translation>
     </message>
     <message id="popover.toast.movedOverflow" numerus="yes">
@@ -535,7 +535,7 @@
     </message>
     <message id="popover.toast.deleted">
         <source>Deleted “%1”</source>
-        <extracomment>Toast after a task was deleted; %1 = the task's title</extracomment>
+        <extracomment>Toast after a task was deleted; %1 = the task&apos;s title</extracomment>
         <translation>“%1” silindi</translation>
     </message>
     <message id="settings.routines.title">
@@ -559,13 +559,13 @@
         <translation>Henüz rutin yok</translation>
     </message>
     <message id="settings.routines.emptyCaption">
-        <source>Make one with New routine, or save a day's queue from the popover's routine menu.</source>
+        <source>Make one with New routine, or save a day&apos;s queue from the popover&apos;s routine menu.</source>
         <extracomment>Routines settings tab: how to make a routine, under the empty message</extracomment>
         <translation>“Yeni rutin” ile bir tane oluştur ya da açılır penceredeki rutin menüsünden bir günün listesini kaydet.</translation>
     </message>
     <message id="settings.routines.name">
         <source>Name</source>
-        <extracomment>Routines settings tab: label of the routine's name field</extracomment>
+        <extracomment>Routines settings tab: label of the routine&apos;s name field</extracomment>
         <translation>Ad</translation>
     </message>
     <message id="settings.routines.removeTask">
@@ -595,12 +595,12 @@
     </message>
     <message id="settings.routines.nameRequired">
         <source>A routine needs a name.</source>
-        <extracomment>Routines window: shown in place when a routine's name is left empty</extracomment>
+        <extracomment>Routines window: shown in place when a routine&apos;s name is left empty</extracomment>
         <translation>Rutinin bir adı olmalı.</translation>
     </message>
     <message id="settings.routines.minutesInvalid">
         <source>Write the minutes as 45, 45m or 1h30.</source>
-        <extracomment>Routines window: shown in place when a task template's minutes are not a duration</extracomment>
+        <extracomment>Routines window: shown in place when a task template&apos;s minutes are not a duration</extracomment>
         <translation>Dakikayı 45, 45dk ya da 1sa30 biçiminde yaz.</translation>
     </message>
     <message id="onboarding.anywhere.title">
@@ -609,7 +609,7 @@
         <translation>Her yerden ekleyin</translation>
     </message>
     <message id="onboarding.anywhere.body">
-        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop's settings, and the quick-add window opens from any application.</source>
+        <source>Give the command “tarnwell tarnwell://quickadd” a keyboard shortcut in your desktop&apos;s settings, and the quick-add window opens from any application.</source>
         <extracomment>First-run page text about adding a task from any application; keep the command as it is</extracomment>
         <translation>Masaüstünüzün ayarlarında “tarnwell tarnwell://quickadd” komutuna bir klavye kısayolu atayın; hızlı ekleme penceresi her uygulamadan açılır.</translation>
     </message>
@@ -693,7 +693,7 @@
     </message>
     <message id="activeTask.autoPaused.note">
         <source>The timer paused while you were away.</source>
-        <extracomment>Explains a pause the app performed on the user's behalf</extracomment>
+        <extracomment>Explains a pause the app performed on the user&apos;s behalf</extracomment>
         <translation>Sen uzaktayken sayaç duraklatıldı.</translation>
     </message>
     <message id="activeTask.autoPaused.resume">
@@ -703,12 +703,12 @@
     </message>
     <message id="settings.hotkeys.togglePopover">
         <source>Open or close Tarnwell</source>
-        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
         <translation>Tarnwell’i aç ya da kapat</translation>
     </message>
     <message id="settings.hotkeys.quickAdd">
         <source>Quick add a task</source>
-        <extracomment>Name of a global shortcut, shown in the desktop's shortcut settings and in ours</extracomment>
+        <extracomment>Name of a global shortcut, shown in the desktop&apos;s shortcut settings and in ours</extracomment>
         <translation>Hızlıca görev ekle</translation>
     </message>
     <message id="settings.hotkeys.builtIn.complete">
@@ -747,33 +747,33 @@
         <translation>İki kısayol tuşu da %1 olarak ayarlı. Birisi için başka bir tuş bileşimi seç.</translation>
     </message>
     <message id="error.hotkey.unparseable">
-        <source>"%1" is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
-        <extracomment>Shown when a hotkey string can't be parsed into a combination</extracomment>
-        <translation>"%1" bir tuş bileşimi değil. Değiştirici tuşlar ve tek bir harf, rakam ya da adlandırılmış tuş kullan; örneğin cmd+shift+j.</translation>
+        <source>&quot;%1&quot; is not a key combination. Use modifiers and one letter, digit or named key, such as cmd+shift+j.</source>
+        <extracomment>Shown when a hotkey string can&apos;t be parsed into a combination</extracomment>
+        <translation>&quot;%1&quot; bir tuş bileşimi değil. Değiştirici tuşlar ve tek bir harf, rakam ya da adlandırılmış tuş kullan; örneğin cmd+shift+j.</translation>
     </message>
     <message id="error.hotkey.takenBySystem">
-        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop's keyboard settings.</source>
-        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination ("Super+Shift+J"), %2 what it was meant to do ("Quick add a task")</extracomment>
+        <source>%1 is already used by the desktop or another program, so it cannot be the hot key for “%2”. Choose another combination, or free it in the desktop&apos;s keyboard settings.</source>
+        <extracomment>Shown when the desktop or another program already uses the key combination of a global hot key. %1 is the combination (&quot;Super+Shift+J&quot;), %2 what it was meant to do (&quot;Quick add a task&quot;)</extracomment>
         <translation>%1 zaten masaüstü ya da başka bir program tarafından kullanılıyor, bu yüzden “%2” için kısayol olamaz. Başka bir bileşim seç ya da masaüstünün klavye ayarlarında onu serbest bırak.</translation>
     </message>
     <message id="hotkey.modifier.super">
         <source>Super+</source>
-        <extracomment>The Super (logo, "Windows") key in a shown key combination, with its joining "+"</extracomment>
+        <extracomment>The Super (logo, &quot;Windows&quot;) key in a shown key combination, with its joining &quot;+&quot;</extracomment>
         <translation>Super+</translation>
     </message>
     <message id="hotkey.modifier.shift">
         <source>Shift+</source>
-        <extracomment>The Shift key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
+        <extracomment>The Shift key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
         <translation>Üst Karakter+</translation>
     </message>
     <message id="hotkey.modifier.alt">
         <source>Alt+</source>
-        <extracomment>The Alt key in a shown key combination, with its joining "+"</extracomment>
+        <extracomment>The Alt key in a shown key combination, with its joining &quot;+&quot;</extracomment>
         <translation>Alt+</translation>
     </message>
     <message id="hotkey.modifier.ctrl">
         <source>Ctrl+</source>
-        <extracomment>The Control key in a shown key combination, with its joining "+", as keyboards of the language label it</extracomment>
+        <extracomment>The Control key in a shown key combination, with its joining &quot;+&quot;, as keyboards of the language label it</extracomment>
         <translation>Ctrl+</translation>
     </message>
     <message id="hotkey.key.return">
@@ -803,7 +803,7 @@
     </message>
     <message id="hotkey.kde.component">
         <source>Tarnwell</source>
-        <extracomment>Name of the program's group in KDE's shortcut settings</extracomment>
+        <extracomment>Name of the program&apos;s group in KDE&apos;s shortcut settings</extracomment>
         <translation>Tarnwell</translation>
     </message>
     <message id="agent.error.noDisplay">
@@ -867,9 +867,9 @@ Komut olmadan tepsi uygulamasını başlatır ya da bağlantıları çalışan u
         <translation>Metin yerine JSON yazdır.</translation>
     </message>
     <message id="cli.add.description">
-        <source>Adds a task to today. Give one quick-add line ("Write report · 45m !", "Call Bob ~ 15m tomorrow"), or --title with --minutes and --urgent.</source>
+        <source>Adds a task to today. Give one quick-add line (&quot;Write report · 45m !&quot;, &quot;Call Bob ~ 15m tomorrow&quot;), or --title with --minutes and --urgent.</source>
         <extracomment>`tarnwell add --help`</extracomment>
-        <translation>Bugüne bir görev ekler. Tek bir hızlı ekleme satırı verin ("Rapor yaz · 45m !", "Bob'u ara ~ 15m yarın") ya da --minutes ve --urgent ile --title.</translation>
+        <translation>Bugüne bir görev ekler. Tek bir hızlı ekleme satırı verin (&quot;Rapor yaz · 45m !&quot;, &quot;Bob&apos;u ara ~ 15m yarın&quot;) ya da --minutes ve --urgent ile --title.</translation>
     </message>
     <message id="cli.add.arg.line">
         <source>The task as one quick-add line.</source>
@@ -892,7 +892,7 @@ Komut olmadan tepsi uygulamasını başlatır ya da bağlantıları çalışan u
         <translation>Görevi sıranın en başına koy.</translation>
     </message>
     <message id="cli.status.description">
-        <source>Shows the task in hand, its timer and countdown, and the rest of today's queue.</source>
+        <source>Shows the task in hand, its timer and countdown, and the rest of today&apos;s queue.</source>
         <extracomment>`tarnwell status --help`</extracomment>
         <translation>Eldeki görevi, zamanlayıcısını ve geri sayımını, ve bugünün sırasının kalanını gösterir.</translation>
     </message>
@@ -1010,7 +1010,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="cli.error.agentUnreachable">
         <source>The running Tarnwell did not answer: %1</source>
-        <extracomment>The running agent did not answer over D-Bus; %1 is the bus's message</extracomment>
+        <extracomment>The running agent did not answer over D-Bus; %1 is the bus&apos;s message</extracomment>
         <translation>Çalışan Tarnwell yanıt vermedi: %1</translation>
     </message>
     <message id="cli.error.cannotRead">
@@ -1025,17 +1025,17 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="cli.done.confirmation">
         <source>Completed “%1”.</source>
-        <extracomment>After `tarnwell done`; %1 is the task's title</extracomment>
+        <extracomment>After `tarnwell done`; %1 is the task&apos;s title</extracomment>
         <translation>“%1” tamamlandı.</translation>
     </message>
     <message id="cli.start.confirmation">
         <source>Focusing on “%1”.</source>
-        <extracomment>After the timer was started from the command line; %1 is the task's title</extracomment>
+        <extracomment>After the timer was started from the command line; %1 is the task&apos;s title</extracomment>
         <translation>“%1” üzerine odaklanılıyor.</translation>
     </message>
     <message id="cli.pause.confirmation">
         <source>Paused “%1”.</source>
-        <extracomment>After the timer was paused from the command line; %1 is the task's title</extracomment>
+        <extracomment>After the timer was paused from the command line; %1 is the task&apos;s title</extracomment>
         <translation>“%1” duraklatıldı.</translation>
     </message>
     <message id="cli.import.confirmation">
@@ -1044,8 +1044,8 @@ Try “tarnwell %2 --help”.</source>
         <translation>%1 gün, %2 görev ve %3 rutin içe aktarıldı (%4 zaten vardı).</translation>
     </message>
     <message id="cli.status.empty">
-        <source>Nothing in hand: today's queue is empty.</source>
-        <extracomment>`tarnwell status` when today's queue is empty</extracomment>
+        <source>Nothing in hand: today&apos;s queue is empty.</source>
+        <extracomment>`tarnwell status` when today&apos;s queue is empty</extracomment>
         <translation>Elde görev yok: bugünün sırası boş.</translation>
     </message>
     <message id="cli.status.focusing">
@@ -1093,10 +1093,10 @@ Try “tarnwell %2 --help”.</source>
     <message id="intent.addTask.title">
         <source>Add Task to Tarnwell</source>
         <extracomment>Name of the system action that adds a task (launchers, command line help)</extracomment>
-        <translation>Tarnwell'e Görev Ekle</translation>
+        <translation>Tarnwell&apos;e Görev Ekle</translation>
     </message>
     <message id="intent.addTask.description">
-        <source>Adds a task to the end of today's queue, or to the top when it is urgent.</source>
+        <source>Adds a task to the end of today&apos;s queue, or to the top when it is urgent.</source>
         <extracomment>Description of the Add Task action</extracomment>
         <translation>Bugünün sırasının sonuna, acilse en başına bir görev ekler.</translation>
     </message>
@@ -1107,23 +1107,23 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="intent.addTask.param.title">
         <source>Title</source>
-        <extracomment>Name of the Add Task action's title parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s title parameter</extracomment>
         <translation>Başlık</translation>
     </message>
     <message id="intent.addTask.param.duration">
         <source>Planned minutes</source>
-        <extracomment>Name of the Add Task action's planned-minutes parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s planned-minutes parameter</extracomment>
         <translation>Planlanan dakika</translation>
     </message>
     <message id="intent.addTask.param.urgent">
         <source>Urgent</source>
-        <extracomment>Name of the Add Task action's urgent parameter</extracomment>
+        <extracomment>Name of the Add Task action&apos;s urgent parameter</extracomment>
         <translation>Acil</translation>
     </message>
     <message id="intent.addTask.confirmation">
         <source>Added “%1” to Tarnwell.</source>
-        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task's title</extracomment>
-        <translation>“%1” Tarnwell'e eklendi.</translation>
+        <extracomment>Confirmation dialog after the Add Task to Tarnwell intent runs; %1 is the task&apos;s title</extracomment>
+        <translation>“%1” Tarnwell&apos;e eklendi.</translation>
     </message>
     <message id="error.argument.tooLong">
         <source>“%1” is too long: at most %2 characters.</source>
@@ -1158,11 +1158,11 @@ Try “tarnwell %2 --help”.</source>
     <message id="error.argument.range">
         <source>The start date %1 comes after the end date %2.</source>
         <extracomment>An export range whose start comes after its end; %1 and %2 are the dates</extracomment>
-        <translation>Başlangıç tarihi %1, bitiş tarihi %2'den sonra geliyor.</translation>
+        <translation>Başlangıç tarihi %1, bitiş tarihi %2&apos;den sonra geliyor.</translation>
     </message>
     <message id="automation.error.noTaskInHand">
-        <source>There is no task in hand: today's queue is empty.</source>
-        <extracomment>A script or the command line asked to drive the task in hand, but today's queue is empty</extracomment>
+        <source>There is no task in hand: today&apos;s queue is empty.</source>
+        <extracomment>A script or the command line asked to drive the task in hand, but today&apos;s queue is empty</extracomment>
         <translation>Elde görev yok: bugünün sırası boş.</translation>
     </message>
     <message id="automation.error.taskNotFound">
@@ -1187,7 +1187,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="error.import.notJson">
         <source>Line %1: this is not valid JSON (%2).</source>
-        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser's message</extracomment>
+        <extracomment>Import refused: the file is not JSON; %1 is the line, %2 the parser&apos;s message</extracomment>
         <translation>Satır %1: bu geçerli bir JSON değil (%2).</translation>
     </message>
     <message id="error.import.notExport">
@@ -1268,7 +1268,7 @@ Try “tarnwell %2 --help”.</source>
         <translation>Eldeki görevi ve geri sayımını masaüstünde ya da bir durum çubuğunda gösterir.</translation>
     </message>
     <message id="widget.cli.placement">
-        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop's autostart to have it at every login.</source>
+        <source>Without an option it opens a small window on the desktop. Drag it to move it, or start it with --position X,Y. In a tiling window manager, let windows of the class tarnwell-widget float. Add the command to your desktop&apos;s autostart to have it at every login.</source>
         <extracomment>tarnwell-widget --help: how to place the desktop window; keep the option names and the class name as they are</extracomment>
         <translation>Seçenek verilmezse masaüstünde küçük bir pencere açar. Taşımak için sürükleyin ya da --position X,Y ile başlatın. Döşemeli bir pencere yöneticisinde tarnwell-widget sınıfındaki pencerelerin yüzmesine izin verin. Her oturumda açılması için komutu masaüstünüzün otomatik başlatma listesine ekleyin.</translation>
     </message>
@@ -1329,7 +1329,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="store.openFailed.body">
         <source>%1 could not be opened (%2). The file was left untouched. Tarnwell will close now.</source>
-        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file's path, %2: the reason (English, from the database)</extracomment>
+        <extracomment>Notification or dialog text when the data file cannot be opened. %1: the file&apos;s path, %2: the reason (English, from the database)</extracomment>
         <translation>%1 açılamadı (%2). Dosyaya dokunulmadı. Tarnwell şimdi kapanacak.</translation>
     </message>
     <message id="cli.backups.description">
@@ -1340,7 +1340,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="cli.restore.description">
         <source>Replaces your data with a daily copy. The data as it is now is copied aside first. Quit Tarnwell before.</source>
         <extracomment>`tarnwell restore --help`</extracomment>
-        <translation>Verilerini günlük bir kopyayla değiştirir. Verilerin şimdiki hâli önce bir kenara kopyalanır. Önce Tarnwell'den çık.</translation>
+        <translation>Verilerini günlük bir kopyayla değiştirir. Verilerin şimdiki hâli önce bir kenara kopyalanır. Önce Tarnwell&apos;den çık.</translation>
     </message>
     <message id="cli.restore.argument">
         <source>A day (YYYY-MM-DD) that “tarnwell backups” lists, or the file of a copy</source>
@@ -1419,17 +1419,17 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="review.legend.planned">
         <source>Planned (median)</source>
-        <extracomment>Review: chart legend for the planned minutes' bar</extracomment>
+        <extracomment>Review: chart legend for the planned minutes&apos; bar</extracomment>
         <translation>Planlanan (ortanca)</translation>
     </message>
     <message id="review.legend.actual">
         <source>Measured (median)</source>
-        <extracomment>Review: chart legend for the measured minutes' bar</extracomment>
+        <extracomment>Review: chart legend for the measured minutes&apos; bar</extracomment>
         <translation>Ölçülen (ortanca)</translation>
     </message>
     <message id="review.bucket.figures">
         <source>%1 tasks · planned %2 · measured %3 (medians)</source>
-        <extracomment>Review: a group's figures; %1 = number of tasks, %2 = median planned ("25m"), %3 = median measured ("35m")</extracomment>
+        <extracomment>Review: a group&apos;s figures; %1 = number of tasks, %2 = median planned (&quot;25m&quot;), %3 = median measured (&quot;35m&quot;)</extracomment>
         <translation>%1 görev · planlanan %2 · ölçülen %3 (ortancalar)</translation>
     </message>
     <message id="review.offenders">
@@ -1495,7 +1495,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="settings.general.launchAtLogin">
         <source>Start Tarnwell when I log in</source>
         <extracomment>Settings, General: switch that starts Tarnwell when the user logs in</extracomment>
-        <translation>Oturum açtığımda Tarnwell'i başlat</translation>
+        <translation>Oturum açtığımda Tarnwell&apos;i başlat</translation>
     </message>
     <message id="settings.general.day">
         <source>Your day</source>
@@ -1514,7 +1514,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.general.workdayEnd.time">
         <source>Workday ends at</source>
-        <extracomment>Settings, General: label of the field with the workday end's time</extracomment>
+        <extracomment>Settings, General: label of the field with the workday end&apos;s time</extracomment>
         <translation>Mesai bitiş saati</translation>
     </message>
     <message id="settings.general.dayPlan.title">
@@ -1534,7 +1534,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.general.trayTitle">
         <source>Title length in the tray</source>
-        <extracomment>Settings, General: how many characters of the task's title the tray shows</extracomment>
+        <extracomment>Settings, General: how many characters of the task&apos;s title the tray shows</extracomment>
         <translation>Paneldeki başlık uzunluğu</translation>
     </message>
     <message id="settings.general.trayTitle.none">
@@ -1549,7 +1549,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.general.minimalIdle">
         <source>Only the icon while no task is in hand</source>
-        <extracomment>Settings, General: switch that hides the tray's text while no task is in hand</extracomment>
+        <extracomment>Settings, General: switch that hides the tray&apos;s text while no task is in hand</extracomment>
         <translation>Elde görev yokken yalnızca simge</translation>
     </message>
     <message id="settings.general.idle">
@@ -1599,12 +1599,12 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.reminders.overtime">
         <source>More time adds</source>
-        <extracomment>Settings, Reminders: label of the menu with the minutes the "+N" button adds</extracomment>
+        <extracomment>Settings, Reminders: label of the menu with the minutes the &quot;+N&quot; button adds</extracomment>
         <translation>Ek süre düğmesi ekler</translation>
     </message>
     <message id="settings.reminders.overtime.minutes">
         <source>%1 minutes</source>
-        <extracomment>Settings, Reminders: option of the minutes "+N" adds; %1 = minutes</extracomment>
+        <extracomment>Settings, Reminders: option of the minutes &quot;+N&quot; adds; %1 = minutes</extracomment>
         <translation>%1 dakika</translation>
     </message>
     <message id="settings.reminders.sound.title">
@@ -1622,16 +1622,6 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>Settings, Reminders: how loud the chimes are</extracomment>
         <translation>Uyarı, bitişten daha yumuşak çalar.</translation>
     </message>
-    <message id="settings.reminders.chime">
-        <source>Chime</source>
-        <extracomment>Settings, Reminders: label of the chime menu</extracomment>
-        <translation>Zil sesi</translation>
-    </message>
-    <message id="settings.reminders.preview">
-        <source>Play the chime</source>
-        <extracomment>Settings, Reminders: button that plays the chosen chime</extracomment>
-        <translation>Zil sesini çal</translation>
-    </message>
     <message id="settings.hotkeys.caption">
         <source>These work everywhere. To change one, choose it and press the new keys, with Super, Ctrl or Alt.</source>
         <extracomment>Settings, Hotkeys: how to change a hot key</extracomment>
@@ -1648,14 +1638,14 @@ Try “tarnwell %2 --help”.</source>
         <translation>Varsayılan</translation>
     </message>
     <message id="settings.hotkeys.backend.portal">
-        <source>Global hot keys go through the desktop's shortcuts portal; it may ask you to confirm them.</source>
+        <source>Global hot keys go through the desktop&apos;s shortcuts portal; it may ask you to confirm them.</source>
         <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
         <translation>Genel kısayollar masaüstünün kısayol portalından geçer; onaylamanız istenebilir.</translation>
     </message>
     <message id="settings.hotkeys.backend.kglobalaccel">
-        <source>Global hot keys go through KDE's shortcut service; they also show in System Settings.</source>
+        <source>Global hot keys go through KDE&apos;s shortcut service; they also show in System Settings.</source>
         <extracomment>Settings, Hotkeys: which way global hot keys reach the desktop</extracomment>
-        <translation>Genel kısayollar KDE'nin kısayol hizmetinden geçer; Sistem Ayarları'nda da görünürler.</translation>
+        <translation>Genel kısayollar KDE&apos;nin kısayol hizmetinden geçer; Sistem Ayarları&apos;nda da görünürler.</translation>
     </message>
     <message id="settings.hotkeys.backend.x11">
         <source>Global hot keys are taken from the X server directly.</source>
@@ -1663,19 +1653,19 @@ Try “tarnwell %2 --help”.</source>
         <translation>Genel kısayollar doğrudan X sunucusundan alınır.</translation>
     </message>
     <message id="settings.hotkeys.backend.none">
-        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop's keyboard settings that run these commands instead:</source>
+        <source>This desktop lets no program set global hot keys. Add shortcuts in the desktop&apos;s keyboard settings that run these commands instead:</source>
         <extracomment>Settings, Hotkeys: no way to register global hot keys on this desktop</extracomment>
         <translation>Bu masaüstü hiçbir programın genel kısayol tanımlamasına izin vermiyor. Bunun yerine masaüstünün klavye ayarlarında şu komutları çalıştıran kısayollar ekleyin:</translation>
     </message>
     <message id="settings.hotkeys.builtIn.title">
         <source>While the popover is open</source>
-        <extracomment>Settings, Hotkeys: heading of the list of the popover's fixed shortcuts</extracomment>
+        <extracomment>Settings, Hotkeys: heading of the list of the popover&apos;s fixed shortcuts</extracomment>
         <translation>Pencere açıkken</translation>
     </message>
     <message id="settings.permissions.caption">
         <source>What Tarnwell can use on this desktop right now. Nothing here is required: without a facility, the rest keeps working.</source>
         <extracomment>Settings, Permissions: what the tab shows</extracomment>
-        <translation>Tarnwell'in bu masaüstünde şu an kullanabildikleri. Hiçbiri zorunlu değil: biri eksikse gerisi çalışmaya devam eder.</translation>
+        <translation>Tarnwell&apos;in bu masaüstünde şu an kullanabildikleri. Hiçbiri zorunlu değil: biri eksikse gerisi çalışmaya devam eder.</translation>
     </message>
     <message id="settings.permissions.working">
         <source>Working</source>
@@ -1699,7 +1689,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.about.version">
         <source>Version %1</source>
-        <extracomment>Settings, About: the program's version; %1 = a version number</extracomment>
+        <extracomment>Settings, About: the program&apos;s version; %1 = a version number</extracomment>
         <translation>Sürüm %1</translation>
     </message>
     <message id="settings.about.licence">
@@ -1715,7 +1705,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="settings.about.data.caption">
         <source>Everything Tarnwell keeps is in one file in this folder, on this computer only:</source>
         <extracomment>Settings, About: where the data is</extracomment>
-        <translation>Tarnwell'in sakladığı her şey bu klasördeki tek bir dosyada, yalnızca bu bilgisayarda:</translation>
+        <translation>Tarnwell&apos;in sakladığı her şey bu klasördeki tek bir dosyada, yalnızca bu bilgisayarda:</translation>
     </message>
     <message id="settings.about.openFolder">
         <source>Open folder</source>
@@ -1774,37 +1764,37 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="review.verdict.onTheMark">
         <source>Your plans for %1 hold well.</source>
-        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group ("tasks up to 15 minutes")</extracomment>
+        <extracomment>Review: verdict when the plans of a group of tasks hold; %1 = the group (&quot;tasks up to 15 minutes&quot;)</extracomment>
         <translation>%1 için planlarınız iyi tutuyor.</translation>
     </message>
     <message id="review.verdict.under">
         <source>You underestimate %1 by %2 %.</source>
-        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group ("tasks of 16 to 30 minutes"), %2 = percent, a whole number</extracomment>
+        <extracomment>Review: verdict when tasks take longer than planned; %1 = the group (&quot;tasks of 16 to 30 minutes&quot;), %2 = percent, a whole number</extracomment>
         <translation>%1 için süreyi %%2 eksik tahmin ediyorsunuz.</translation>
     </message>
     <message id="review.verdict.over">
         <source>You overestimate %1 by %2 %.</source>
-        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group ("tasks over 45 minutes"), %2 = percent, a whole number</extracomment>
+        <extracomment>Review: verdict when tasks take less time than planned; %1 = the group (&quot;tasks over 45 minutes&quot;), %2 = percent, a whole number</extracomment>
         <translation>%1 için süreyi %%2 fazla tahmin ediyorsunuz.</translation>
     </message>
     <message id="review.ratio">
         <source>×%1</source>
-        <extracomment>Review: the median of measured time over planned time, as a multiple ("×1.4")</extracomment>
+        <extracomment>Review: the median of measured time over planned time, as a multiple (&quot;×1.4&quot;)</extracomment>
         <translation>×%1</translation>
     </message>
     <message id="review.overrun">
         <source>+%1</source>
-        <extracomment>Review: how far a task ran past its plan; %1 = a duration ("25m")</extracomment>
+        <extracomment>Review: how far a task ran past its plan; %1 = a duration (&quot;25m&quot;)</extracomment>
         <translation>+%1</translation>
     </message>
     <message id="review.summary.empty">
         <source>No completed task with a plan and measured time in this period.</source>
-        <extracomment>Review: under the period's title when it has no completed task with a plan and measured time</extracomment>
+        <extracomment>Review: under the period&apos;s title when it has no completed task with a plan and measured time</extracomment>
         <translation>Bu dönemde planı ve ölçülmüş süresi olan tamamlanmış görev yok.</translation>
     </message>
     <message id="review.summary">
         <source>Completed tasks with a plan and measured time: %1</source>
-        <extracomment>Review: under the period's title; %1 = how many completed tasks had a plan and measured time</extracomment>
+        <extracomment>Review: under the period&apos;s title; %1 = how many completed tasks had a plan and measured time</extracomment>
         <translation>Planı ve ölçülmüş süresi olan tamamlanmış görevler: %1</translation>
     </message>
     <message id="review.unplanned">
@@ -1819,7 +1809,7 @@ Try “tarnwell %2 --help”.</source>
     </message>
     <message id="settings.general.language.system">
         <source>Same as the desktop</source>
-        <extracomment>Settings, General: language option that follows the desktop's language</extracomment>
+        <extracomment>Settings, General: language option that follows the desktop&apos;s language</extracomment>
         <translation>Masaüstüyle aynı</translation>
     </message>
     <message id="settings.general.workdayEnd.invalid">
@@ -1833,7 +1823,7 @@ Try “tarnwell %2 --help”.</source>
         <translation>Paneldeki simge</translation>
     </message>
     <message id="settings.permissions.tray.working">
-        <source>The panel shows Tarnwell's icon with the task in hand and its countdown.</source>
+        <source>The panel shows Tarnwell&apos;s icon with the task in hand and its countdown.</source>
         <extracomment>Settings, Permissions: the panel shows our tray icon</extracomment>
         <translation>Panel, Tarnwell simgesini eldeki görev ve geri sayımıyla gösteriyor.</translation>
     </message>
@@ -1845,7 +1835,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="settings.permissions.tray.fix">
         <source>On GNOME, switch on the AppIndicator extension (gnome-shell-extension-appindicator) and log in again.</source>
         <extracomment>Settings, Permissions: how to get a panel that shows tray icons</extracomment>
-        <translation>GNOME'da AppIndicator uzantısını (gnome-shell-extension-appindicator) açıp yeniden oturum açın.</translation>
+        <translation>GNOME&apos;da AppIndicator uzantısını (gnome-shell-extension-appindicator) açıp yeniden oturum açın.</translation>
     </message>
     <message id="settings.permissions.notifications">
         <source>Notifications</source>
@@ -1868,7 +1858,7 @@ Try “tarnwell %2 --help”.</source>
         <translation>Çalışan bir bildirim hizmeti yok; bir planın sonu yalnızca duyuluyor (zil sesi) ve panelde görülüyor.</translation>
     </message>
     <message id="settings.permissions.notifications.fix">
-        <source>Start your desktop's notification service (on minimal desktops, for example dunst or mako).</source>
+        <source>Start your desktop&apos;s notification service (on minimal desktops, for example dunst or mako).</source>
         <extracomment>Settings, Permissions: how to get notifications</extracomment>
         <translation>Masaüstünüzün bildirim hizmetini başlatın (sade masaüstlerinde örneğin dunst ya da mako).</translation>
     </message>
@@ -1878,11 +1868,11 @@ Try “tarnwell %2 --help”.</source>
         <translation>Uzakta geçen süre</translation>
     </message>
     <message id="settings.permissions.idle.working">
-        <source />
+        <source></source>
         <translation>Sayaç çalışırken klavye ve fareye dokunulmayan süre fark edilir ve düşülmesi önerilir.</translation>
     </message>
     <message id="settings.permissions.idle.missing">
-        <source />
+        <source></source>
         <translation>Bu masaüstü programlara ne kadar süredir uzakta olduğunuzu söylemiyor; bu yüzden uzakta geçen süre düşülmek üzere önerilmez. Uyku ve kilit sayacı yine duraklatır.</translation>
     </message>
     <message id="settings.permissions.session">
@@ -1921,7 +1911,7 @@ Try “tarnwell %2 --help”.</source>
         <translation>Bu masaüstü hiçbir programın genel kısayol tanımlamasına izin vermiyor.</translation>
     </message>
     <message id="settings.permissions.hotkeys.fix">
-        <source>Add shortcuts in the desktop's keyboard settings that run the commands shown in the Hotkeys tab.</source>
+        <source>Add shortcuts in the desktop&apos;s keyboard settings that run the commands shown in the Hotkeys tab.</source>
         <extracomment>Settings, Permissions: how to get hot keys without a global hot-key service</extracomment>
         <translation>Masaüstünün klavye ayarlarında, Kısayollar sekmesinde gösterilen komutları çalıştıran kısayollar ekleyin.</translation>
     </message>
@@ -1933,7 +1923,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="settings.permissions.autostart.off">
         <source>Switched off: start Tarnwell yourself after logging in.</source>
         <extracomment>Settings, Permissions: start at login is switched off</extracomment>
-        <translation>Kapalı: Tarnwell'i oturum açtıktan sonra kendiniz başlatın.</translation>
+        <translation>Kapalı: Tarnwell&apos;i oturum açtıktan sonra kendiniz başlatın.</translation>
     </message>
     <message id="settings.permissions.autostart.fix">
         <source>Switch it on in the General tab.</source>
@@ -1950,10 +1940,240 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>Settings, Permissions: the autostart entry could not be written; %1 = its file</extracomment>
         <translation>%1 otomatik başlatma kaydı yazılamadı.</translation>
     </message>
-<message id="store.openFailed.close">
+    <message id="store.openFailed.close">
         <source>Close</source>
         <extracomment>The button of the dialog that says the data file cannot be opened</extracomment>
         <translation>Kapat</translation>
+    </message>
+    <message id="popover.search">
+        <source>Search past tasks</source>
+        <extracomment>Popover: button that opens the search over the titles of all tasks</extracomment>
+        <translation>Geçmiş görevlerde ara</translation>
+    </message>
+    <message id="popover.menu.wrapUp">
+        <source>Wrap up the day…</source>
+        <extracomment>Popover menu: opens the end-of-day wrap-up</extracomment>
+        <translation>Günü kapat…</translation>
+    </message>
+    <message id="popover.search.placeholder">
+        <source>Find a task by its title</source>
+        <extracomment>Popover: placeholder of the field that searches past tasks by title</extracomment>
+        <translation>Başlığına göre görev bul</translation>
+    </message>
+    <message id="settings.general.editHistory">
+        <source>Edit past days</source>
+        <extracomment>Settings, General: switch that lets the tasks of past days be changed</extracomment>
+        <translation>Geçmiş günleri düzenle</translation>
+    </message>
+    <message id="settings.general.editHistory.caption">
+        <source>Correct the title, plan or measured time of a task on an earlier day, or tick it. Off, past days are only shown.</source>
+        <extracomment>Settings, General: what editing past days allows</extracomment>
+        <translation>Önceki bir gündeki görevin başlığını, planını veya ölçülen süresini düzelt ya da işaretle. Kapalıyken geçmiş günler yalnızca gösterilir.</translation>
+    </message>
+    <message id="settings.reminders.volume">
+        <source>Volume</source>
+        <extracomment>Settings, Reminders: label of the chime volume menu</extracomment>
+        <translation>Ses düzeyi</translation>
+    </message>
+    <message id="settings.reminders.volume.percent">
+        <source>%1%</source>
+        <extracomment>Settings, Reminders: volume option; %1 = percent of full volume</extracomment>
+        <translation>%%1</translation>
+    </message>
+    <message id="settings.reminders.chime.end">
+        <source>Time is up</source>
+        <extracomment>Settings, Reminders: label of the chime played when the planned time is up</extracomment>
+        <translation>Süre doldu</translation>
+    </message>
+    <message id="settings.reminders.chime.warning">
+        <source>Warning</source>
+        <extracomment>Settings, Reminders: label of the chime played at the warning before the end</extracomment>
+        <translation>Uyarı</translation>
+    </message>
+    <message id="settings.reminders.chime.completion">
+        <source>Task completed</source>
+        <extracomment>Settings, Reminders: label of the chime played when a task is completed</extracomment>
+        <translation>Görev tamamlandı</translation>
+    </message>
+    <message id="settings.reminders.chime.of">
+        <source>Chime: %1</source>
+        <extracomment>Settings, Reminders: accessible name of a chime menu; %1 = the event</extracomment>
+        <translation>Ses: %1</translation>
+    </message>
+    <message id="settings.reminders.preview.of">
+        <source>Play the chime: %1</source>
+        <extracomment>Settings, Reminders: button that plays a chime; %1 = the event</extracomment>
+        <translation>Sesi çal: %1</translation>
+    </message>
+    <message id="popover.row.focused">
+        <source>focused %1</source>
+        <extracomment>Task row: the focused time of a done task; %1 = as 25m</extracomment>
+        <translation>%1 odak</translation>
+    </message>
+    <message id="popover.edit.focused">
+        <source>Focused time, e.g. 25m</source>
+        <extracomment>Task editor: placeholder of the field that corrects a done task&apos;s focused time</extracomment>
+        <translation>Odak süresi, ör. 25dk</translation>
+    </message>
+    <message id="wrapUp.window.title">
+        <source>Wrap up the day</source>
+        <extracomment>Title of the end-of-day wrap-up window (window lists, screen readers)</extracomment>
+        <translation>Günü kapat</translation>
+    </message>
+    <message id="wrapUp.done.heading">
+        <source>Done</source>
+        <extracomment>Wrap-up: heading of the tasks completed today</extracomment>
+        <translation>Bitenler</translation>
+    </message>
+    <message id="wrapUp.undo">
+        <source>Undo</source>
+        <extracomment>Wrap-up: takes the move to tomorrow back</extracomment>
+        <translation>Geri al</translation>
+    </message>
+    <message id="wrapUp.doneForToday">
+        <source>Done for today</source>
+        <extracomment>Wrap-up: ends the day; the wrap-up is not offered again today</extracomment>
+        <translation>Bugünlük bu kadar</translation>
+    </message>
+    <message id="wrapUp.moveRest">
+        <source>Move the rest to tomorrow</source>
+        <extracomment>Wrap-up: moves every open task of today to the head of tomorrow&apos;s queue</extracomment>
+        <translation>Kalanları yarına taşı</translation>
+    </message>
+    <message id="wrapUp.notification.title">
+        <source>Your workday has ended</source>
+        <extracomment>Notification at the workday end: its title</extracomment>
+        <translation>İş günün bitti</translation>
+    </message>
+    <message id="wrapUp.notification.body">
+        <source>See what you got done and decide what happens to the rest.</source>
+        <extracomment>Notification at the workday end: its text</extracomment>
+        <translation>Neler yaptığına bak ve kalanlara ne olacağına karar ver.</translation>
+    </message>
+    <message id="wrapUp.notification.action">
+        <source>Wrap up</source>
+        <extracomment>Notification at the workday end: the button that opens the wrap-up</extracomment>
+        <translation>Günü kapat</translation>
+    </message>
+    <message id="menubar.tooltip.wrapUpPending">
+        <source>Your workday has ended: wrap up the day from the menu.</source>
+        <extracomment>Status item tooltip: the workday has ended and the wrap-up waits in the menu</extracomment>
+        <translation>İş günün bitti: günü menüden kapat.</translation>
+    </message>
+    <message id="menubar.menu.wrapUp">
+        <source>Wrap Up the Day…</source>
+        <extracomment>Status item menu: open the end-of-day wrap-up</extracomment>
+        <translation>Günü Kapat…</translation>
+    </message>
+    <message id="menubar.menu.wrapUpPending">
+        <source>Workday Ended: Wrap Up…</source>
+        <extracomment>Status item menu: the wrap-up while it waits after the workday end</extracomment>
+        <translation>İş Günü Bitti: Günü Kapat…</translation>
+    </message>
+    <message id="history.day.none">
+        <source>Nothing was completed this day</source>
+        <extracomment>Popover, a past day: nothing was completed that day</extracomment>
+        <translation>Bu gün hiçbir şey tamamlanmadı</translation>
+    </message>
+    <message id="history.day.summary" numerus="yes">
+        <source>%n done · %1 focused</source>
+        <extracomment>Popover, a past day: its completed tasks and their focused time; %1 = as 2h 5m</extracomment>
+        <translation>
+            <numerusform>%n bitti · %1 odak</numerusform>
+        </translation>
+    </message>
+    <message id="history.result.done">
+        <source>done · %1</source>
+        <extracomment>History search: a result&apos;s focused time, when the task was done; %1 = as 25m</extracomment>
+        <translation>bitti · %1</translation>
+    </message>
+    <message id="history.search.none">
+        <source>No task matches.</source>
+        <extracomment>History search: no task title contains the typed text</extracomment>
+        <translation>Eşleşen görev yok.</translation>
+    </message>
+    <message id="history.search.count" numerus="yes">
+        <source>%n task(s) found</source>
+        <extracomment>History search: how many tasks were found (at most 50, newest first)</extracomment>
+        <translation>
+            <numerusform>%n görev bulundu</numerusform>
+        </translation>
+    </message>
+    <message id="history.edit.focusInvalid">
+        <source>Type the focused time like 25, 25m or 1h 5m.</source>
+        <extracomment>Task editor: the typed focused time cannot be read</extracomment>
+        <translation>Odak süresini 25, 25dk veya 1sa 5dk gibi yaz.</translation>
+    </message>
+    <message id="wrapUp.task.focusedOfPlanned">
+        <source>%1 of %2</source>
+        <extracomment>Wrap-up: a done task&apos;s focused time against its plan; %1 = focused, %2 = planned (as 1h 5m)</extracomment>
+        <translation>%2 içinde %1</translation>
+    </message>
+    <message id="wrapUp.done.none">
+        <source>Nothing done yet today</source>
+        <extracomment>Wrap-up: nothing was completed today</extracomment>
+        <translation>Bugün henüz bir şey bitmedi</translation>
+    </message>
+    <message id="wrapUp.done.count" numerus="yes">
+        <source>%n task(s) done</source>
+        <extracomment>Wrap-up: how many tasks were completed today</extracomment>
+        <translation>
+            <numerusform>%n görev bitti</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.focused">
+        <source>%1 focused</source>
+        <extracomment>Wrap-up: the seconds of focus measured on today&apos;s done tasks; %1 = as 2h 35m</extracomment>
+        <translation>%1 odak</translation>
+    </message>
+    <message id="wrapUp.planned.none">
+        <source>No planned task was timed today.</source>
+        <extracomment>Wrap-up: no done task had both a plan and measured focus</extracomment>
+        <translation>Bugün planlı hiçbir görevin süresi ölçülmedi.</translation>
+    </message>
+    <message id="wrapUp.planned">
+        <source>Planned tasks: %1 for %2 planned</source>
+        <extracomment>Wrap-up: focused time against the plan of the done tasks that had one; %1 = focused, %2 = planned</extracomment>
+        <translation>Planlı görevler: %2 plana karşı %1</translation>
+    </message>
+    <message id="wrapUp.accuracy.good">
+        <source>Your estimates were on the mark (%1% off).</source>
+        <extracomment>Wrap-up: the day&apos;s estimates were within 10 percent; %1 = the difference in percent</extracomment>
+        <translation>Tahminlerin isabetliydi (%%1 fark).</translation>
+    </message>
+    <message id="wrapUp.accuracy.over">
+        <source>Tasks took %1% longer than planned.</source>
+        <extracomment>Wrap-up: the day&apos;s planned tasks took longer than planned; %1 = percent</extracomment>
+        <translation>Görevler plandan %%1 daha uzun sürdü.</translation>
+    </message>
+    <message id="wrapUp.accuracy.under">
+        <source>Tasks took %1% less time than planned.</source>
+        <extracomment>Wrap-up: the day&apos;s planned tasks took less time than planned; %1 = percent</extracomment>
+        <translation>Görevler plandan %%1 daha kısa sürdü.</translation>
+    </message>
+    <message id="wrapUp.left.none">
+        <source>Nothing left for today.</source>
+        <extracomment>Wrap-up: no open task is left today</extracomment>
+        <translation>Bugün için kalan bir şey yok.</translation>
+    </message>
+    <message id="wrapUp.left.count" numerus="yes">
+        <source>%n task(s) left</source>
+        <extracomment>Wrap-up: how many tasks are still open today</extracomment>
+        <translation>
+            <numerusform>%n görev kaldı</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.left.planned">
+        <source>%1 planned</source>
+        <extracomment>Wrap-up: planned time of the open tasks, after the count; %1 = as 1h 15m</extracomment>
+        <translation>%1 planlı</translation>
+    </message>
+    <message id="wrapUp.left.untimed" numerus="yes">
+        <source>%n without a plan</source>
+        <extracomment>Wrap-up: how many open tasks have no planned time, after the count</extracomment>
+        <translation>
+            <numerusform>%n plansız</numerusform>
+        </translation>
     </message>
 </context>
 </TS>
