@@ -46,7 +46,6 @@
 #include "views/QuickAddDraft.h"
 #include "views/QuickAddWindowController.h"
 #include "views/ReviewModel.h"
-#include "views/RoutinesWindowController.h"
 #include "views/WrapUpModel.h"
 #include "views/HistoryModel.h"
 #include "views/SettingsWindowController.h"
@@ -160,7 +159,6 @@ void AppDelegate::applicationDidFinishLaunching()
     m_popover->setHistory(m_historyModel.get());
     m_quickAddDraft = std::make_unique<QuickAddDraft>(*m_tasks, *m_days, m_calendar, m_clock);
     m_quickAdd = std::make_unique<QuickAddWindowController>(*m_quickAddDraft, *m_ui);
-    m_routinesWindow = std::make_unique<RoutinesWindowController>(*m_routineRepository, *m_ui);
     m_reviewStatistics = std::make_unique<ReviewStatistics>(m_store->viewContext(), m_calendar);
     m_reviewModel = std::make_unique<ReviewModel>(*m_reviewStatistics, m_calendar, m_clock);
     m_reviewWindow = std::make_unique<ReviewWindowController>(*m_reviewModel, *m_ui);
@@ -510,8 +508,6 @@ void AppDelegate::applyLanguage()
         m_ui->retranslate();
     if (m_popoverModel)
         m_popoverModel->retranslate();
-    if (m_routinesWindow)
-        m_routinesWindow->retranslate();
     if (m_settingsWindow)
         m_settingsWindow->retranslate();
     if (m_reviewModel)
@@ -550,7 +546,6 @@ void AppDelegate::applicationWillTerminate()
     m_idleMonitor.reset();
     m_sessionEvents.reset();
     m_notificationRouter.reset();
-    m_routinesWindow.reset();
     m_settingsWindow.reset();
     m_reviewWindow.reset();
     m_wrapUpWindow.reset();

@@ -44,7 +44,6 @@ class QuickAddWindowController;
 class RolloverService;
 class SaveFailureService;
 class StoreBackupService;
-class RoutinesWindowController;
 class ReviewModel;
 class ReviewStatistics;
 class ReviewWindowController;
@@ -115,7 +114,6 @@ public:
 
     PopoverManager *popoverManager() const { return m_popover.get(); }
     QuickAddWindowController *quickAddController() const { return m_quickAdd.get(); }
-    RoutinesWindowController *routinesController() const { return m_routinesWindow.get(); }
     SettingsWindowController *settingsController() const { return m_settingsWindow.get(); }
     ReviewWindowController *reviewController() const { return m_reviewWindow.get(); }
     WrapUpWindowController *wrapUpController() const { return m_wrapUpWindow.get(); }
@@ -170,7 +168,6 @@ private:
     std::unique_ptr<HistoryModel> m_historyModel;
     std::unique_ptr<QuickAddDraft> m_quickAddDraft;
     std::unique_ptr<QuickAddWindowController> m_quickAdd;
-    std::unique_ptr<RoutinesWindowController> m_routinesWindow;
     std::unique_ptr<ReviewStatistics> m_reviewStatistics;
     std::unique_ptr<ReviewModel> m_reviewModel;
     std::unique_ptr<ReviewWindowController> m_reviewWindow;
