@@ -2059,12 +2059,12 @@ Try “tarnwell %2 --help”.</source>
     <message id="wrapUp.notification.title">
         <source>Your workday has ended</source>
         <extracomment>Notification at the workday end: its title</extracomment>
-        <translation>Dein Arbeitstag ist zu Ende</translation>
+        <translation>Ihr Arbeitstag ist zu Ende</translation>
     </message>
     <message id="wrapUp.notification.body">
         <source>See what you got done and decide what happens to the rest.</source>
         <extracomment>Notification at the workday end: its text</extracomment>
-        <translation>Sieh, was du geschafft hast, und entscheide, was mit dem Rest geschieht.</translation>
+        <translation>Sehen Sie, was Sie geschafft haben, und entscheiden Sie, was mit dem Rest geschieht.</translation>
     </message>
     <message id="wrapUp.notification.action">
         <source>Wrap up</source>
@@ -2074,7 +2074,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="menubar.tooltip.wrapUpPending">
         <source>Your workday has ended: wrap up the day from the menu.</source>
         <extracomment>Status item tooltip: the workday has ended and the wrap-up waits in the menu</extracomment>
-        <translation>Dein Arbeitstag ist zu Ende: Schließe den Tag im Menü ab.</translation>
+        <translation>Ihr Arbeitstag ist zu Ende: Schließen Sie den Tag im Menü ab.</translation>
     </message>
     <message id="menubar.menu.wrapUp">
         <source>Wrap Up the Day…</source>
@@ -2120,7 +2120,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="history.edit.focusInvalid">
         <source>Type the focused time like 25, 25m or 1h 5m.</source>
         <extracomment>Task editor: the typed focused time cannot be read</extracomment>
-        <translation>Gib die fokussierte Zeit wie 25, 25m oder 1h 5m ein.</translation>
+        <translation>Geben Sie die fokussierte Zeit wie 25, 25m oder 1h 5m ein.</translation>
     </message>
     <message id="wrapUp.task.focusedOfPlanned">
         <source>%1 of %2</source>
@@ -2158,7 +2158,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="wrapUp.accuracy.good">
         <source>Your estimates were on the mark (%1% off).</source>
         <extracomment>Wrap-up: the day&apos;s estimates were within 10 percent; %1 = the difference in percent</extracomment>
-        <translation>Deine Schätzungen lagen richtig (%1 % daneben).</translation>
+        <translation>Ihre Schätzungen lagen richtig (%1 % daneben).</translation>
     </message>
     <message id="wrapUp.accuracy.over">
         <source>Tasks took %1% longer than planned.</source>

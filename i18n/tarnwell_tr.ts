@@ -1968,7 +1968,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="settings.general.editHistory.caption">
         <source>Correct the title, plan or measured time of a task on an earlier day, or tick it. Off, past days are only shown.</source>
         <extracomment>Settings, General: what editing past days allows</extracomment>
-        <translation>Önceki bir gündeki görevin başlığını, planını veya ölçülen süresini düzelt ya da işaretle. Kapalıyken geçmiş günler yalnızca gösterilir.</translation>
+        <translation>Önceki bir gündeki görevin başlığını, planını veya ölçülen süresini düzeltin ya da işaretleyin. Kapalıyken geçmiş günler yalnızca gösterilir.</translation>
     </message>
     <message id="settings.reminders.volume">
         <source>Volume</source>
@@ -2013,7 +2013,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="popover.edit.focused">
         <source>Focused time, e.g. 25m</source>
         <extracomment>Task editor: placeholder of the field that corrects a done task&apos;s focused time</extracomment>
-        <translation>Odak süresi, ör. 25dk</translation>
+        <translation>Odak süresi, ör. 25m</translation>
     </message>
     <message id="wrapUp.window.title">
         <source>Wrap up the day</source>
@@ -2043,12 +2043,12 @@ Try “tarnwell %2 --help”.</source>
     <message id="wrapUp.notification.title">
         <source>Your workday has ended</source>
         <extracomment>Notification at the workday end: its title</extracomment>
-        <translation>İş günün bitti</translation>
+        <translation>İş gününüz bitti</translation>
     </message>
     <message id="wrapUp.notification.body">
         <source>See what you got done and decide what happens to the rest.</source>
         <extracomment>Notification at the workday end: its text</extracomment>
-        <translation>Neler yaptığına bak ve kalanlara ne olacağına karar ver.</translation>
+        <translation>Neler yaptığınıza bakın ve kalanlara ne olacağına karar verin.</translation>
     </message>
     <message id="wrapUp.notification.action">
         <source>Wrap up</source>
@@ -2058,7 +2058,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="menubar.tooltip.wrapUpPending">
         <source>Your workday has ended: wrap up the day from the menu.</source>
         <extracomment>Status item tooltip: the workday has ended and the wrap-up waits in the menu</extracomment>
-        <translation>İş günün bitti: günü menüden kapat.</translation>
+        <translation>İş gününüz bitti: günü menüden kapatın.</translation>
     </message>
     <message id="menubar.menu.wrapUp">
         <source>Wrap Up the Day…</source>
@@ -2102,7 +2102,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="history.edit.focusInvalid">
         <source>Type the focused time like 25, 25m or 1h 5m.</source>
         <extracomment>Task editor: the typed focused time cannot be read</extracomment>
-        <translation>Odak süresini 25, 25dk veya 1sa 5dk gibi yaz.</translation>
+        <translation>Odak süresini 25, 25m veya 1h 5m gibi yazın.</translation>
     </message>
     <message id="wrapUp.task.focusedOfPlanned">
         <source>%1 of %2</source>
@@ -2139,7 +2139,7 @@ Try “tarnwell %2 --help”.</source>
     <message id="wrapUp.accuracy.good">
         <source>Your estimates were on the mark (%1% off).</source>
         <extracomment>Wrap-up: the day&apos;s estimates were within 10 percent; %1 = the difference in percent</extracomment>
-        <translation>Tahminlerin isabetliydi (%%1 fark).</translation>
+        <translation>Tahminleriniz isabetliydi (%%1 fark).</translation>
     </message>
     <message id="wrapUp.accuracy.over">
         <source>Tasks took %1% longer than planned.</source>
