@@ -3,10 +3,14 @@
 // they were unless editing the history is on.
 #include "persistence/DayRepository.h"
 #include "persistence/PersistenceController.h"
+#include "persistence/StoreMigrator.h"
 #include "persistence/TaskRepository.h"
 #include "services/TaskHistory.h"
 #include "support/ManualClock.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace tarnwell;
@@ -79,6 +83,32 @@ private Q_SLOTS:
         f.store.viewContext().deleteObject(old);
         f.store.viewContext().save();
         QVERIFY(f.titles(QStringLiteral("Call with")).isEmpty());
+    }
+
+    // A store made before the title index: its tasks are found after the migration.
+    void tasksOfAnOlderStoreAreFound()
+    {
+        QTemporaryDir dir;
+        const QString file = dir.filePath(QStringLiteral("old.sqlite"));
+        QStringList steps;
+        QDir schema(QStringLiteral(":/persistence/schema"));
+        for (const QString &name : schema.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name)) {
+            QFile f(schema.filePath(name));
+            QVERIFY(f.open(QIODevice::ReadOnly));
+            if (!name.contains(QLatin1String("history_search")))
+                steps << QString::fromUtf8(f.readAll());
+        }
+        Calendar calendar;
+        ManualClock time;
+        {
+            PersistenceController old(file, StoreMigrator(steps));
+            DayRepository days(old.viewContext(), calendar, time.clock());
+            TaskRepository tasks(old.viewContext(), calendar, time.clock(), days);
+            tasks.createTask(QStringLiteral("Renew the passport"), 20, false, days.fetchOrCreateDay(days.today()));
+        }
+        PersistenceController store(file);
+        TaskHistory history(store.viewContext(), calendar);
+        QCOMPARE(history.search(QStringLiteral("passport")).size(), 1);
     }
 
     void pastTasksChangeOnlyWhileEditingHistory()
