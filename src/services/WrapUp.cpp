@@ -69,8 +69,10 @@ WrapUpOffer::WrapUpOffer(AppSettingsStore &settings, QSettings &defaults, Calend
 {
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &WrapUpOffer::check);
+    // Once started (the first check arms the timer): a workday end set
+    // during onboarding waits for the interface that shows the offer.
     connect(&m_settings, &AppSettingsStore::settingChanged, this, [this](const QString &setting) {
-        if (setting == QLatin1String("workdayEndMinutes"))
+        if (setting == QLatin1String("workdayEndMinutes") && m_timer.isActive())
             check();
     });
 }
