@@ -89,8 +89,7 @@ bool WrapUpOffer::isFinishedToday() const
 
 std::optional<QDateTime> WrapUpOffer::dueAt() const
 {
-    const std::optional<QDateTime> end =
-        DayPlanCalculator::workdayEnd(m_settings.workdayEndMinutes(), m_clock(), m_calendar);
+    std::optional<QDateTime> end = DayPlanCalculator::workdayEnd(m_settings.workdayEndMinutes(), m_clock(), m_calendar);
     if (!end || isFinishedToday() || m_defaults.value(QLatin1String(Constants::offeredDayKey)).toString() == todayKey())
         return std::nullopt;
     return end;
