@@ -2259,5 +2259,240 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>Settings, Sync: "Turn on sync" before a calendar was chosen</extracomment>
         <translation>Suchen Sie zuerst die Kalender des Servers und wählen Sie einen aus.</translation>
     </message>
+<message id="popover.search">
+        <source>Search past tasks</source>
+        <extracomment>Popover: button that opens the search over the titles of all tasks</extracomment>
+        <translation>Frühere Aufgaben suchen</translation>
+    </message>
+    <message id="popover.menu.wrapUp">
+        <source>Wrap up the day…</source>
+        <extracomment>Popover menu: opens the end-of-day wrap-up</extracomment>
+        <translation>Tagesabschluss…</translation>
+    </message>
+    <message id="popover.search.placeholder">
+        <source>Find a task by its title</source>
+        <extracomment>Popover: placeholder of the field that searches past tasks by title</extracomment>
+        <translation>Aufgabe nach Titel suchen</translation>
+    </message>
+    <message id="settings.general.editHistory">
+        <source>Edit past days</source>
+        <extracomment>Settings, General: switch that lets the tasks of past days be changed</extracomment>
+        <translation>Vergangene Tage bearbeiten</translation>
+    </message>
+    <message id="settings.general.editHistory.caption">
+        <source>Correct the title, plan or measured time of a task on an earlier day, or tick it. Off, past days are only shown.</source>
+        <extracomment>Settings, General: what editing past days allows</extracomment>
+        <translation>Titel, Plan oder gemessene Zeit einer Aufgabe an einem früheren Tag korrigieren oder sie abhaken. Aus: Vergangene Tage werden nur angezeigt.</translation>
+    </message>
+    <message id="settings.reminders.volume">
+        <source>Volume</source>
+        <extracomment>Settings, Reminders: label of the chime volume menu</extracomment>
+        <translation>Lautstärke</translation>
+    </message>
+    <message id="settings.reminders.volume.percent">
+        <source>%1%</source>
+        <extracomment>Settings, Reminders: volume option; %1 = percent of full volume</extracomment>
+        <translation>%1 %</translation>
+    </message>
+    <message id="settings.reminders.chime.end">
+        <source>Time is up</source>
+        <extracomment>Settings, Reminders: label of the chime played when the planned time is up</extracomment>
+        <translation>Zeit ist um</translation>
+    </message>
+    <message id="settings.reminders.chime.warning">
+        <source>Warning</source>
+        <extracomment>Settings, Reminders: label of the chime played at the warning before the end</extracomment>
+        <translation>Vorwarnung</translation>
+    </message>
+    <message id="settings.reminders.chime.completion">
+        <source>Task completed</source>
+        <extracomment>Settings, Reminders: label of the chime played when a task is completed</extracomment>
+        <translation>Aufgabe erledigt</translation>
+    </message>
+    <message id="settings.reminders.chime.of">
+        <source>Chime: %1</source>
+        <extracomment>Settings, Reminders: accessible name of a chime menu; %1 = the event</extracomment>
+        <translation>Klang: %1</translation>
+    </message>
+    <message id="settings.reminders.preview.of">
+        <source>Play the chime: %1</source>
+        <extracomment>Settings, Reminders: button that plays a chime; %1 = the event</extracomment>
+        <translation>Klang abspielen: %1</translation>
+    </message>
+    <message id="popover.row.focused">
+        <source>focused %1</source>
+        <extracomment>Task row: the focused time of a done task; %1 = as 25m</extracomment>
+        <translation>%1 fokussiert</translation>
+    </message>
+    <message id="popover.edit.focused">
+        <source>Focused time, e.g. 25m</source>
+        <extracomment>Task editor: placeholder of the field that corrects a done task's focused time</extracomment>
+        <translation>Fokussierte Zeit, z. B. 25m</translation>
+    </message>
+    <message id="wrapUp.window.title">
+        <source>Wrap up the day</source>
+        <extracomment>Title of the end-of-day wrap-up window (window lists, screen readers)</extracomment>
+        <translation>Tagesabschluss</translation>
+    </message>
+    <message id="wrapUp.done.heading">
+        <source>Done</source>
+        <extracomment>Wrap-up: heading of the tasks completed today</extracomment>
+        <translation>Erledigt</translation>
+    </message>
+    <message id="wrapUp.undo">
+        <source>Undo</source>
+        <extracomment>Wrap-up: takes the move to tomorrow back</extracomment>
+        <translation>Rückgängig</translation>
+    </message>
+    <message id="wrapUp.doneForToday">
+        <source>Done for today</source>
+        <extracomment>Wrap-up: ends the day; the wrap-up is not offered again today</extracomment>
+        <translation>Feierabend</translation>
+    </message>
+    <message id="wrapUp.moveRest">
+        <source>Move the rest to tomorrow</source>
+        <extracomment>Wrap-up: moves every open task of today to the head of tomorrow's queue</extracomment>
+        <translation>Rest auf morgen verschieben</translation>
+    </message>
+    <message id="wrapUp.notification.title">
+        <source>Your workday has ended</source>
+        <extracomment>Notification at the workday end: its title</extracomment>
+        <translation>Ihr Arbeitstag ist zu Ende</translation>
+    </message>
+    <message id="wrapUp.notification.body">
+        <source>See what you got done and decide what happens to the rest.</source>
+        <extracomment>Notification at the workday end: its text</extracomment>
+        <translation>Sehen Sie, was Sie geschafft haben, und entscheiden Sie, was mit dem Rest geschieht.</translation>
+    </message>
+    <message id="wrapUp.notification.action">
+        <source>Wrap up</source>
+        <extracomment>Notification at the workday end: the button that opens the wrap-up</extracomment>
+        <translation>Abschließen</translation>
+    </message>
+    <message id="menubar.tooltip.wrapUpPending">
+        <source>Your workday has ended: wrap up the day from the menu.</source>
+        <extracomment>Status item tooltip: the workday has ended and the wrap-up waits in the menu</extracomment>
+        <translation>Ihr Arbeitstag ist zu Ende: Schließen Sie den Tag im Menü ab.</translation>
+    </message>
+    <message id="menubar.menu.wrapUp">
+        <source>Wrap Up the Day…</source>
+        <extracomment>Status item menu: open the end-of-day wrap-up</extracomment>
+        <translation>Tagesabschluss…</translation>
+    </message>
+    <message id="menubar.menu.wrapUpPending">
+        <source>Workday Ended: Wrap Up…</source>
+        <extracomment>Status item menu: the wrap-up while it waits after the workday end</extracomment>
+        <translation>Arbeitstag vorbei: Abschließen…</translation>
+    </message>
+    <message id="history.day.none">
+        <source>Nothing was completed this day</source>
+        <extracomment>Popover, a past day: nothing was completed that day</extracomment>
+        <translation>An diesem Tag wurde nichts erledigt</translation>
+    </message>
+    <message id="history.day.summary" numerus="yes">
+        <source>%n done · %1 focused</source>
+        <extracomment>Popover, a past day: its completed tasks and their focused time; %1 = as 2h 5m</extracomment>
+        <translation>
+            <numerusform>%n erledigt · %1 fokussiert</numerusform>
+            <numerusform>%n erledigt · %1 fokussiert</numerusform>
+        </translation>
+    </message>
+    <message id="history.result.done">
+        <source>done · %1</source>
+        <extracomment>History search: a result's focused time, when the task was done; %1 = as 25m</extracomment>
+        <translation>erledigt · %1</translation>
+    </message>
+    <message id="history.search.none">
+        <source>No task matches.</source>
+        <extracomment>History search: no task title contains the typed text</extracomment>
+        <translation>Keine Aufgabe passt.</translation>
+    </message>
+    <message id="history.search.count" numerus="yes">
+        <source>%n task(s) found</source>
+        <extracomment>History search: how many tasks were found (at most 50, newest first)</extracomment>
+        <translation>
+            <numerusform>%n Aufgabe gefunden</numerusform>
+            <numerusform>%n Aufgaben gefunden</numerusform>
+        </translation>
+    </message>
+    <message id="history.edit.focusInvalid">
+        <source>Type the focused time like 25, 25m or 1h 5m.</source>
+        <extracomment>Task editor: the typed focused time cannot be read</extracomment>
+        <translation>Geben Sie die fokussierte Zeit wie 25, 25m oder 1h 5m ein.</translation>
+    </message>
+    <message id="wrapUp.task.focusedOfPlanned">
+        <source>%1 of %2</source>
+        <extracomment>Wrap-up: a done task's focused time against its plan; %1 = focused, %2 = planned (as 1h 5m)</extracomment>
+        <translation>%1 von %2</translation>
+    </message>
+    <message id="wrapUp.done.none">
+        <source>Nothing done yet today</source>
+        <extracomment>Wrap-up: nothing was completed today</extracomment>
+        <translation>Heute noch nichts erledigt</translation>
+    </message>
+    <message id="wrapUp.done.count" numerus="yes">
+        <source>%n task(s) done</source>
+        <extracomment>Wrap-up: how many tasks were completed today</extracomment>
+        <translation>
+            <numerusform>%n Aufgabe erledigt</numerusform>
+            <numerusform>%n Aufgaben erledigt</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.focused">
+        <source>%1 focused</source>
+        <extracomment>Wrap-up: the seconds of focus measured on today's done tasks; %1 = as 2h 35m</extracomment>
+        <translation>%1 fokussiert</translation>
+    </message>
+    <message id="wrapUp.planned.none">
+        <source>No planned task was timed today.</source>
+        <extracomment>Wrap-up: no done task had both a plan and measured focus</extracomment>
+        <translation>Heute wurde keine geplante Aufgabe gemessen.</translation>
+    </message>
+    <message id="wrapUp.planned">
+        <source>Planned tasks: %1 for %2 planned</source>
+        <extracomment>Wrap-up: focused time against the plan of the done tasks that had one; %1 = focused, %2 = planned</extracomment>
+        <translation>Geplante Aufgaben: %1 für %2 Plan</translation>
+    </message>
+    <message id="wrapUp.accuracy.good">
+        <source>Your estimates were on the mark (%1% off).</source>
+        <extracomment>Wrap-up: the day's estimates were within 10 percent; %1 = the difference in percent</extracomment>
+        <translation>Ihre Schätzungen lagen richtig (%1 % daneben).</translation>
+    </message>
+    <message id="wrapUp.accuracy.over">
+        <source>Tasks took %1% longer than planned.</source>
+        <extracomment>Wrap-up: the day's planned tasks took longer than planned; %1 = percent</extracomment>
+        <translation>Aufgaben dauerten %1 % länger als geplant.</translation>
+    </message>
+    <message id="wrapUp.accuracy.under">
+        <source>Tasks took %1% less time than planned.</source>
+        <extracomment>Wrap-up: the day's planned tasks took less time than planned; %1 = percent</extracomment>
+        <translation>Aufgaben dauerten %1 % kürzer als geplant.</translation>
+    </message>
+    <message id="wrapUp.left.none">
+        <source>Nothing left for today.</source>
+        <extracomment>Wrap-up: no open task is left today</extracomment>
+        <translation>Für heute ist nichts mehr offen.</translation>
+    </message>
+    <message id="wrapUp.left.count" numerus="yes">
+        <source>%n task(s) left</source>
+        <extracomment>Wrap-up: how many tasks are still open today</extracomment>
+        <translation>
+            <numerusform>%n Aufgabe offen</numerusform>
+            <numerusform>%n Aufgaben offen</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.left.planned">
+        <source>%1 planned</source>
+        <extracomment>Wrap-up: planned time of the open tasks, after the count; %1 = as 1h 15m</extracomment>
+        <translation>%1 geplant</translation>
+    </message>
+    <message id="wrapUp.left.untimed" numerus="yes">
+        <source>%n without a plan</source>
+        <extracomment>Wrap-up: how many open tasks have no planned time, after the count</extracomment>
+        <translation>
+            <numerusform>%n ohne Plan</numerusform>
+            <numerusform>%n ohne Plan</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

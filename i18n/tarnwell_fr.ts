@@ -2259,5 +2259,240 @@ Essayez « tarnwell %2 --help ».</translation>
         <extracomment>Settings, Sync: "Turn on sync" before a calendar was chosen</extracomment>
         <translation>Cherchez d’abord les calendriers du serveur et choisissez-en un.</translation>
     </message>
+<message id="popover.search">
+        <source>Search past tasks</source>
+        <extracomment>Popover: button that opens the search over the titles of all tasks</extracomment>
+        <translation>Rechercher des tâches passées</translation>
+    </message>
+    <message id="popover.menu.wrapUp">
+        <source>Wrap up the day…</source>
+        <extracomment>Popover menu: opens the end-of-day wrap-up</extracomment>
+        <translation>Bilan de la journée…</translation>
+    </message>
+    <message id="popover.search.placeholder">
+        <source>Find a task by its title</source>
+        <extracomment>Popover: placeholder of the field that searches past tasks by title</extracomment>
+        <translation>Trouver une tâche par son titre</translation>
+    </message>
+    <message id="settings.general.editHistory">
+        <source>Edit past days</source>
+        <extracomment>Settings, General: switch that lets the tasks of past days be changed</extracomment>
+        <translation>Modifier les jours passés</translation>
+    </message>
+    <message id="settings.general.editHistory.caption">
+        <source>Correct the title, plan or measured time of a task on an earlier day, or tick it. Off, past days are only shown.</source>
+        <extracomment>Settings, General: what editing past days allows</extracomment>
+        <translation>Corriger le titre, le plan ou le temps mesuré d’une tâche d’un jour précédent, ou la cocher. Désactivé, les jours passés sont seulement affichés.</translation>
+    </message>
+    <message id="settings.reminders.volume">
+        <source>Volume</source>
+        <extracomment>Settings, Reminders: label of the chime volume menu</extracomment>
+        <translation>Volume</translation>
+    </message>
+    <message id="settings.reminders.volume.percent">
+        <source>%1%</source>
+        <extracomment>Settings, Reminders: volume option; %1 = percent of full volume</extracomment>
+        <translation>%1 %</translation>
+    </message>
+    <message id="settings.reminders.chime.end">
+        <source>Time is up</source>
+        <extracomment>Settings, Reminders: label of the chime played when the planned time is up</extracomment>
+        <translation>Temps écoulé</translation>
+    </message>
+    <message id="settings.reminders.chime.warning">
+        <source>Warning</source>
+        <extracomment>Settings, Reminders: label of the chime played at the warning before the end</extracomment>
+        <translation>Avertissement</translation>
+    </message>
+    <message id="settings.reminders.chime.completion">
+        <source>Task completed</source>
+        <extracomment>Settings, Reminders: label of the chime played when a task is completed</extracomment>
+        <translation>Tâche terminée</translation>
+    </message>
+    <message id="settings.reminders.chime.of">
+        <source>Chime: %1</source>
+        <extracomment>Settings, Reminders: accessible name of a chime menu; %1 = the event</extracomment>
+        <translation>Son : %1</translation>
+    </message>
+    <message id="settings.reminders.preview.of">
+        <source>Play the chime: %1</source>
+        <extracomment>Settings, Reminders: button that plays a chime; %1 = the event</extracomment>
+        <translation>Écouter le son : %1</translation>
+    </message>
+    <message id="popover.row.focused">
+        <source>focused %1</source>
+        <extracomment>Task row: the focused time of a done task; %1 = as 25m</extracomment>
+        <translation>%1 de concentration</translation>
+    </message>
+    <message id="popover.edit.focused">
+        <source>Focused time, e.g. 25m</source>
+        <extracomment>Task editor: placeholder of the field that corrects a done task's focused time</extracomment>
+        <translation>Temps de concentration, p. ex. 25m</translation>
+    </message>
+    <message id="wrapUp.window.title">
+        <source>Wrap up the day</source>
+        <extracomment>Title of the end-of-day wrap-up window (window lists, screen readers)</extracomment>
+        <translation>Bilan de la journée</translation>
+    </message>
+    <message id="wrapUp.done.heading">
+        <source>Done</source>
+        <extracomment>Wrap-up: heading of the tasks completed today</extracomment>
+        <translation>Terminé</translation>
+    </message>
+    <message id="wrapUp.undo">
+        <source>Undo</source>
+        <extracomment>Wrap-up: takes the move to tomorrow back</extracomment>
+        <translation>Annuler</translation>
+    </message>
+    <message id="wrapUp.doneForToday">
+        <source>Done for today</source>
+        <extracomment>Wrap-up: ends the day; the wrap-up is not offered again today</extracomment>
+        <translation>Fini pour aujourd’hui</translation>
+    </message>
+    <message id="wrapUp.moveRest">
+        <source>Move the rest to tomorrow</source>
+        <extracomment>Wrap-up: moves every open task of today to the head of tomorrow's queue</extracomment>
+        <translation>Reporter le reste à demain</translation>
+    </message>
+    <message id="wrapUp.notification.title">
+        <source>Your workday has ended</source>
+        <extracomment>Notification at the workday end: its title</extracomment>
+        <translation>Votre journée de travail est finie</translation>
+    </message>
+    <message id="wrapUp.notification.body">
+        <source>See what you got done and decide what happens to the rest.</source>
+        <extracomment>Notification at the workday end: its text</extracomment>
+        <translation>Voyez ce que vous avez accompli et décidez du sort du reste.</translation>
+    </message>
+    <message id="wrapUp.notification.action">
+        <source>Wrap up</source>
+        <extracomment>Notification at the workday end: the button that opens the wrap-up</extracomment>
+        <translation>Faire le bilan</translation>
+    </message>
+    <message id="menubar.tooltip.wrapUpPending">
+        <source>Your workday has ended: wrap up the day from the menu.</source>
+        <extracomment>Status item tooltip: the workday has ended and the wrap-up waits in the menu</extracomment>
+        <translation>Votre journée de travail est finie : faites le bilan depuis le menu.</translation>
+    </message>
+    <message id="menubar.menu.wrapUp">
+        <source>Wrap Up the Day…</source>
+        <extracomment>Status item menu: open the end-of-day wrap-up</extracomment>
+        <translation>Bilan de la journée…</translation>
+    </message>
+    <message id="menubar.menu.wrapUpPending">
+        <source>Workday Ended: Wrap Up…</source>
+        <extracomment>Status item menu: the wrap-up while it waits after the workday end</extracomment>
+        <translation>Journée finie : faire le bilan…</translation>
+    </message>
+    <message id="history.day.none">
+        <source>Nothing was completed this day</source>
+        <extracomment>Popover, a past day: nothing was completed that day</extracomment>
+        <translation>Rien n’a été terminé ce jour-là</translation>
+    </message>
+    <message id="history.day.summary" numerus="yes">
+        <source>%n done · %1 focused</source>
+        <extracomment>Popover, a past day: its completed tasks and their focused time; %1 = as 2h 5m</extracomment>
+        <translation>
+            <numerusform>%n terminée · %1 de concentration</numerusform>
+            <numerusform>%n terminées · %1 de concentration</numerusform>
+        </translation>
+    </message>
+    <message id="history.result.done">
+        <source>done · %1</source>
+        <extracomment>History search: a result's focused time, when the task was done; %1 = as 25m</extracomment>
+        <translation>terminée · %1</translation>
+    </message>
+    <message id="history.search.none">
+        <source>No task matches.</source>
+        <extracomment>History search: no task title contains the typed text</extracomment>
+        <translation>Aucune tâche ne correspond.</translation>
+    </message>
+    <message id="history.search.count" numerus="yes">
+        <source>%n task(s) found</source>
+        <extracomment>History search: how many tasks were found (at most 50, newest first)</extracomment>
+        <translation>
+            <numerusform>%n tâche trouvée</numerusform>
+            <numerusform>%n tâches trouvées</numerusform>
+        </translation>
+    </message>
+    <message id="history.edit.focusInvalid">
+        <source>Type the focused time like 25, 25m or 1h 5m.</source>
+        <extracomment>Task editor: the typed focused time cannot be read</extracomment>
+        <translation>Saisissez le temps de concentration comme 25, 25m ou 1h 5m.</translation>
+    </message>
+    <message id="wrapUp.task.focusedOfPlanned">
+        <source>%1 of %2</source>
+        <extracomment>Wrap-up: a done task's focused time against its plan; %1 = focused, %2 = planned (as 1h 5m)</extracomment>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message id="wrapUp.done.none">
+        <source>Nothing done yet today</source>
+        <extracomment>Wrap-up: nothing was completed today</extracomment>
+        <translation>Rien de terminé aujourd’hui</translation>
+    </message>
+    <message id="wrapUp.done.count" numerus="yes">
+        <source>%n task(s) done</source>
+        <extracomment>Wrap-up: how many tasks were completed today</extracomment>
+        <translation>
+            <numerusform>%n tâche terminée</numerusform>
+            <numerusform>%n tâches terminées</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.focused">
+        <source>%1 focused</source>
+        <extracomment>Wrap-up: the seconds of focus measured on today's done tasks; %1 = as 2h 35m</extracomment>
+        <translation>%1 de concentration</translation>
+    </message>
+    <message id="wrapUp.planned.none">
+        <source>No planned task was timed today.</source>
+        <extracomment>Wrap-up: no done task had both a plan and measured focus</extracomment>
+        <translation>Aucune tâche planifiée n’a été chronométrée aujourd’hui.</translation>
+    </message>
+    <message id="wrapUp.planned">
+        <source>Planned tasks: %1 for %2 planned</source>
+        <extracomment>Wrap-up: focused time against the plan of the done tasks that had one; %1 = focused, %2 = planned</extracomment>
+        <translation>Tâches planifiées : %1 pour %2 prévus</translation>
+    </message>
+    <message id="wrapUp.accuracy.good">
+        <source>Your estimates were on the mark (%1% off).</source>
+        <extracomment>Wrap-up: the day's estimates were within 10 percent; %1 = the difference in percent</extracomment>
+        <translation>Vos estimations étaient justes (%1 % d’écart).</translation>
+    </message>
+    <message id="wrapUp.accuracy.over">
+        <source>Tasks took %1% longer than planned.</source>
+        <extracomment>Wrap-up: the day's planned tasks took longer than planned; %1 = percent</extracomment>
+        <translation>Les tâches ont pris %1 % de plus que prévu.</translation>
+    </message>
+    <message id="wrapUp.accuracy.under">
+        <source>Tasks took %1% less time than planned.</source>
+        <extracomment>Wrap-up: the day's planned tasks took less time than planned; %1 = percent</extracomment>
+        <translation>Les tâches ont pris %1 % de moins que prévu.</translation>
+    </message>
+    <message id="wrapUp.left.none">
+        <source>Nothing left for today.</source>
+        <extracomment>Wrap-up: no open task is left today</extracomment>
+        <translation>Plus rien pour aujourd’hui.</translation>
+    </message>
+    <message id="wrapUp.left.count" numerus="yes">
+        <source>%n task(s) left</source>
+        <extracomment>Wrap-up: how many tasks are still open today</extracomment>
+        <translation>
+            <numerusform>%n tâche restante</numerusform>
+            <numerusform>%n tâches restantes</numerusform>
+        </translation>
+    </message>
+    <message id="wrapUp.left.planned">
+        <source>%1 planned</source>
+        <extracomment>Wrap-up: planned time of the open tasks, after the count; %1 = as 1h 15m</extracomment>
+        <translation>%1 prévus</translation>
+    </message>
+    <message id="wrapUp.left.untimed" numerus="yes">
+        <source>%n without a plan</source>
+        <extracomment>Wrap-up: how many open tasks have no planned time, after the count</extracomment>
+        <translation>
+            <numerusform>%n sans plan</numerusform>
+            <numerusform>%n sans plan</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -35,6 +35,8 @@
 #include "services/SoundService.h"
 #include "services/RolloverService.h"
 #include "services/ReviewStatistics.h"
+#include "services/WrapUp.h"
+#include "services/TaskHistory.h"
 #include "services/RoutineService.h"
 #include "services/SyncService.h"
 #include "services/TaskCompletionFlow.h"
@@ -51,7 +53,8 @@
 #include "views/QuickAddDraft.h"
 #include "views/QuickAddWindowController.h"
 #include "views/ReviewModel.h"
-#include "views/RoutinesWindowController.h"
+#include "views/WrapUpModel.h"
+#include "views/HistoryModel.h"
 #include "views/SettingsWindowController.h"
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
@@ -95,6 +98,8 @@ void AppDelegate::applicationWillFinishLaunching()
     m_urlRouter->setOpenWindow([this](AppURLRoute route, const QString &section) {
         if (route == AppURLRoute::review)
             showReview();
+        else if (route == AppURLRoute::wrapUp)
+            showWrapUp();
         else
             showSettings(section);
     });
@@ -164,9 +169,12 @@ void AppDelegate::applicationDidFinishLaunching()
         PopoverModel::Services{*m_activeTasks, *m_countdown, *m_sounds, *m_settings, *m_routineRepository, *m_routines,
                                *m_rollover, m_calendar, m_clock});
     m_popover = std::make_unique<PopoverManager>(*m_popoverModel, *m_ui);
+    m_taskHistory = std::make_unique<TaskHistory>(m_store->viewContext(), m_calendar);
+    m_historyModel = std::make_unique<HistoryModel>(*m_popoverModel, *m_activeTasks, *m_settings, *m_taskHistory,
+                                                    m_calendar, m_clock);
+    m_popover->setHistory(m_historyModel.get());
     m_quickAddDraft = std::make_unique<QuickAddDraft>(*m_tasks, *m_days, m_calendar, m_clock);
     m_quickAdd = std::make_unique<QuickAddWindowController>(*m_quickAddDraft, *m_ui);
-    m_routinesWindow = std::make_unique<RoutinesWindowController>(*m_routineRepository, *m_ui);
     m_reviewStatistics = std::make_unique<ReviewStatistics>(m_store->viewContext(), m_calendar);
     m_reviewModel = std::make_unique<ReviewModel>(*m_reviewStatistics, m_calendar, m_clock);
     m_reviewWindow = std::make_unique<ReviewWindowController>(*m_reviewModel, *m_ui);
@@ -188,6 +196,9 @@ void AppDelegate::applicationDidFinishLaunching()
         if (synced(changes.inserted) || synced(changes.updated) || synced(changes.deleted))
             m_sync->noteLocalChange();
     });
+    m_wrapUpOffer = std::make_unique<WrapUpOffer>(*m_settings, *m_defaults, m_calendar, m_clock);
+    m_wrapUpModel = std::make_unique<WrapUpModel>(*m_activeTasks, m_wrapUpOffer.get(), m_calendar, m_clock);
+    m_wrapUpWindow = std::make_unique<WrapUpWindowController>(*m_wrapUpModel, *m_ui);
     m_settingsWindow = std::make_unique<SettingsWindowController>(SettingsWindowController::Services{
         *m_settings, *m_sounds, *m_routineRepository, *m_ui,
         [this] { return m_hotkeyBackend ? m_hotkeyBackend->name() : QString(); },
@@ -208,6 +219,7 @@ void AppDelegate::applicationDidFinishLaunching()
     connect(m_popoverModel.get(), &PopoverModel::manageRoutinesRequested, this, &AppDelegate::showRoutines);
     connect(m_popover.get(), &PopoverManager::settingsRequested, this, [this] { showSettings(); });
     connect(m_popover.get(), &PopoverManager::reviewRequested, this, &AppDelegate::showReview);
+    connect(m_popover.get(), &PopoverManager::wrapUpRequested, this, &AppDelegate::showWrapUp);
     m_automation = std::make_unique<TaskAutomation>(*m_activeTasks, *m_sounds, *m_popoverModel, m_calendar,
                                                     [this](const QList<Day *> &days, const Calendar &calendar) {
                                                         return IcsWriter::write(days, calendar, m_clock());
@@ -242,6 +254,7 @@ void AppDelegate::installMainInterface()
     actions.completeActive = [this] { completeActiveTask(); };
     actions.openSettings = [this] { showSettings(); };
     actions.openReview = [this] { showReview(); };
+    actions.openWrapUp = [this] { showWrapUp(); };
     actions.quit = [] { QCoreApplication::quit(); };
     m_menuBarController = std::make_unique<MenuBarController>(
         *m_activeTasks, *m_countdown, *m_settings, [this] { return m_appearance->prefersDark(); }, actions);
@@ -315,7 +328,22 @@ void AppDelegate::installMainInterface()
     });
     m_dayChange->start();
 
-    // 9. Sync: the pass at start, then after changes and every few minutes.
+    // 9. The wrap-up, offered once a day at the workday end.
+    connect(m_wrapUpOffer.get(), &WrapUpOffer::offered, this, &AppDelegate::offerWrapUp);
+    connect(m_wrapUpOffer.get(), &WrapUpOffer::pendingChanged, this, [this](bool pending) {
+        if (!pending && m_menuBarController)
+            m_menuBarController->setWrapUpPending(false);
+    });
+    connect(m_notificationCenter.get(), &NotificationCenter::responded, this,
+            [this](const NotificationResponse &response) {
+                if (response.requestIdentifier != QLatin1String(Constants::wrapUpNotification))
+                    return;
+                if (!response.activationToken.isEmpty())
+                    qputenv("XDG_ACTIVATION_TOKEN", response.activationToken);
+                showWrapUp();
+            });
+    m_wrapUpOffer->check();
+    // 10. Sync: the pass at start, then after changes and every few minutes.
     m_sync->start();
 
     qCInfo(lcServices).noquote() << QStringLiteral("Interface installed");
@@ -361,9 +389,48 @@ void AppDelegate::onPopoverOpenRequested(const QString &reason, const QByteArray
     revealPopover();
 }
 
+void AppDelegate::offerWrapUp()
+{
+    const bool notify = m_settings->notificationsEnabled() && m_notificationCenter->isReachable() &&
+        m_notificationCenter->supportsActions();
+    if (!notify) {
+        qCInfo(lcServices).noquote() << QStringLiteral("Wrap-up offered in the tray's menu");
+        if (m_menuBarController)
+            m_menuBarController->setWrapUpPending(true);
+        return;
+    }
+    NotificationContent content;
+    content.identifier = QLatin1String(Constants::wrapUpNotification);
+    //: Notification at the workday end: its title
+    //% "Your workday has ended"
+    content.title = qtTrId("wrapUp.notification.title");
+    //: Notification at the workday end: its text
+    //% "See what you got done and decide what happens to the rest."
+    content.body = qtTrId("wrapUp.notification.body");
+    //: Notification at the workday end: the button that opens the wrap-up
+    //% "Wrap up"
+    content.actions = {{QLatin1String(Constants::wrapUpAction), qtTrId("wrapUp.notification.action")}};
+    m_notificationCenter->deliver(content);
+    qCInfo(lcServices).noquote() << QStringLiteral("Wrap-up offered in a notification");
+}
+
+void AppDelegate::showWrapUp()
+{
+    qCInfo(lcServices).noquote() << QStringLiteral("Wrap-up requested");
+    if (!m_wrapUpWindow)
+        return;
+    m_wrapUpWindow->show();
+    if (m_wrapUpOffer)
+        m_wrapUpOffer->opened();
+    if (m_notificationCenter)
+        m_notificationCenter->remove(QLatin1String(Constants::wrapUpNotification));
+}
+
 void AppDelegate::onDayChanged()
 {
     applyDueRoutines();
+    if (m_wrapUpOffer)
+        m_wrapUpOffer->check();
     // A popover left on a date now past follows the new day.
     m_popoverModel->refresh();
 }
@@ -512,12 +579,12 @@ void AppDelegate::applyLanguage()
         m_ui->retranslate();
     if (m_popoverModel)
         m_popoverModel->retranslate();
-    if (m_routinesWindow)
-        m_routinesWindow->retranslate();
     if (m_settingsWindow)
         m_settingsWindow->retranslate();
     if (m_reviewModel)
         m_reviewModel->refresh();
+    if (m_wrapUpModel)
+        m_wrapUpModel->refresh();
 }
 
 void AppDelegate::applicationWillTerminate()
@@ -554,7 +621,6 @@ void AppDelegate::applicationWillTerminate()
     m_idleMonitor.reset();
     m_sessionEvents.reset();
     m_notificationRouter.reset();
-    m_routinesWindow.reset();
     m_settingsWindow.reset();
     m_sync.reset();
     m_syncPass.reset();
@@ -562,12 +628,17 @@ void AppDelegate::applicationWillTerminate()
     m_secrets.reset();
     m_network.reset();
     m_reviewWindow.reset();
+    m_wrapUpWindow.reset();
+    m_wrapUpModel.reset();
+    m_wrapUpOffer.reset();
     m_reviewModel.reset();
     m_reviewStatistics.reset();
     m_automation.reset();
     m_quickAdd.reset();
     m_quickAddDraft.reset();
     m_popover.reset();
+    m_historyModel.reset();
+    m_taskHistory.reset();
     m_popoverModel.reset();
     m_awayBanner.reset();
     m_onboarding.reset();

@@ -46,11 +46,15 @@ class QuickAddWindowController;
 class RolloverService;
 class SaveFailureService;
 class StoreBackupService;
-class RoutinesWindowController;
 class ReviewModel;
 class ReviewStatistics;
 class ReviewWindowController;
 class SecretStore;
+class WrapUpModel;
+class HistoryModel;
+class TaskHistory;
+class WrapUpOffer;
+class WrapUpWindowController;
 class SettingsWindowController;
 class StoreContext;
 class SyncAccountStore;
@@ -92,6 +96,12 @@ class AppDelegate : public QObject
 {
     Q_OBJECT
 public:
+    struct Constants
+    {
+        static constexpr const char *wrapUpNotification = "tarnwell.wrapup";
+        static constexpr const char *wrapUpAction = "WRAP_UP";
+    };
+
     struct Options
     {
         bool uiTest = false; // --ui-test: skip onboarding
@@ -120,15 +130,17 @@ public:
     // The settings window on a tab ("general", "hotkeys", ...; empty: the last shown).
     void showSettings(const QString &tab = {});
     void showReview();
+    // The end-of-day wrap-up, on demand or from its offer.
+    void showWrapUp();
     // org.freedesktop.Application.ActivateAction: "quick-add", "open-today",
     // "toggle-popover".
     bool activateAction(const QString &action);
 
     PopoverManager *popoverManager() const { return m_popover.get(); }
     QuickAddWindowController *quickAddController() const { return m_quickAdd.get(); }
-    RoutinesWindowController *routinesController() const { return m_routinesWindow.get(); }
     SettingsWindowController *settingsController() const { return m_settingsWindow.get(); }
     ReviewWindowController *reviewController() const { return m_reviewWindow.get(); }
+    WrapUpWindowController *wrapUpController() const { return m_wrapUpWindow.get(); }
     HotkeyManager *hotkeyManager() const { return m_hotkeys.get(); }
     // What the bus interface org.tarnwell.Tarnwell1 drives; none before launch.
     TaskAutomation *automation() const { return m_automation.get(); }
@@ -151,6 +163,9 @@ private:
     // A click on the status item: the popover opens at the click, or closes.
     void togglePopover(const QPoint &anchor);
     void applyDueRoutines();
+    // The workday has ended: a notification with a button where the desktop
+    // shows them, else the tray's menu and tooltip.
+    void offerWrapUp();
     // What works on this desktop now, for the settings' Permissions tab.
     DesktopFacts probeDesktop() const;
 
@@ -179,9 +194,10 @@ private:
     std::unique_ptr<RolloverService> m_rollover;
     std::unique_ptr<PopoverModel> m_popoverModel;
     std::unique_ptr<PopoverManager> m_popover;
+    std::unique_ptr<TaskHistory> m_taskHistory;
+    std::unique_ptr<HistoryModel> m_historyModel;
     std::unique_ptr<QuickAddDraft> m_quickAddDraft;
     std::unique_ptr<QuickAddWindowController> m_quickAdd;
-    std::unique_ptr<RoutinesWindowController> m_routinesWindow;
     std::unique_ptr<ReviewStatistics> m_reviewStatistics;
     std::unique_ptr<ReviewModel> m_reviewModel;
     std::unique_ptr<ReviewWindowController> m_reviewWindow;
@@ -190,6 +206,9 @@ private:
     std::unique_ptr<SyncAccountStore> m_syncAccounts;
     std::unique_ptr<sync::SyncPass> m_syncPass;
     std::unique_ptr<SyncService> m_sync;
+    std::unique_ptr<WrapUpOffer> m_wrapUpOffer;
+    std::unique_ptr<WrapUpModel> m_wrapUpModel;
+    std::unique_ptr<WrapUpWindowController> m_wrapUpWindow;
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<TaskAutomation> m_automation;
     std::unique_ptr<LoginItemService> m_loginItems;

@@ -22,6 +22,8 @@ std::optional<AppURLRoute> AppURLRouter::route(const QUrl &url)
         return AppURLRoute::settings;
     if (host == QLatin1String("review"))
         return AppURLRoute::review;
+    if (host == QLatin1String("wrapup"))
+        return AppURLRoute::wrapUp;
     return AppURLRoute::popover;
 }
 
@@ -64,7 +66,7 @@ void AppURLRouter::perform(AppURLRoute r, const QString &section)
     if (r == AppURLRoute::quickAdd) {
         if (m_openQuickAdd)
             m_openQuickAdd();
-    } else if (r == AppURLRoute::settings || r == AppURLRoute::review) {
+    } else if (r == AppURLRoute::settings || r == AppURLRoute::review || r == AppURLRoute::wrapUp) {
         if (m_openWindow)
             m_openWindow(r, section);
         else if (m_openPopover)

@@ -8,11 +8,12 @@
 
 namespace tarnwell {
 
-enum class AppURLRoute { popover, quickAdd, settings, review };
+enum class AppURLRoute { popover, quickAdd, settings, review, wrapUp };
 
 // Routes links of the "tarnwell" scheme: the host "quickadd" opens the
 // quick-add window, "settings" the settings window (its path names a tab:
-// tarnwell://settings/hotkeys), "review" the review window, every other link
+// tarnwell://settings/hotkeys), "review" the review window, "wrapup" the
+// end-of-day wrap-up, every other link
 // of the scheme the popover. Links that arrive before the interface exists
 // wait for it.
 class AppURLRouter : public QObject

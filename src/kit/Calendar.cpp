@@ -42,6 +42,11 @@ int Calendar::weekday(const QDateTime &instant) const
 
 QDateTime Calendar::atMinuteOfDay(const QDateTime &instant, int minutes) const
 {
+    // The wall clock, not the seconds since midnight: on a daylight-saving
+    // day 18:00 stays 18:00. A time the change skips counts from midnight.
+    const QDateTime wall(date(instant), QTime(0, 0).addSecs(qint64(minutes) * 60), *m_zone);
+    if (wall.isValid() && wall.time() == QTime(0, 0).addSecs(qint64(minutes) * 60))
+        return wall.toUTC();
     return startOfDay(instant).toTimeZone(*m_zone).addSecs(qint64(minutes) * 60).toUTC();
 }
 

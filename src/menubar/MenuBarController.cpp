@@ -113,6 +113,10 @@ void MenuBarController::triggerMenuEntry(int id)
         if (m_actions.openReview)
             m_actions.openReview();
         break;
+    case wrapUpId:
+        if (m_actions.openWrapUp)
+            m_actions.openWrapUp();
+        break;
     case quitId:
         if (m_actions.quit)
             m_actions.quit();
@@ -151,6 +155,15 @@ void MenuBarController::setStoreWarning(const QString &warning)
     if (warning == m_storeWarning)
         return;
     m_storeWarning = warning;
+    push();
+}
+
+void MenuBarController::setWrapUpPending(bool pending)
+{
+    if (pending == m_wrapUpPending)
+        return;
+    m_wrapUpPending = pending;
+    m_pushedToolTip.clear();
     push();
 }
 
@@ -272,6 +285,12 @@ void MenuBarController::push()
                 (over ? FocusTexts::countdownOver() : FocusTexts::countdownLeft());
         }
     }
+    if (m_wrapUpPending) {
+        //: Status item tooltip: the workday has ended and the wrap-up waits in the menu
+        //% "Your workday has ended: wrap up the day from the menu."
+        const QString line = qtTrId("menubar.tooltip.wrapUpPending");
+        description = description.isEmpty() ? line : line + QLatin1Char('\n') + description;
+    }
     if (!m_storeWarning.isEmpty())
         description = description.isEmpty() ? m_storeWarning : m_storeWarning + QLatin1Char('\n') + description;
     const QString toolTipKey = title + QLatin1Char('\n') + description;
@@ -281,6 +300,20 @@ void MenuBarController::push()
     }
     updateMenu();
     pushFallback();
+}
+
+platform::DBusMenuItem MenuBarController::wrapUpEntry() const
+{
+    using platform::DBusMenuItem;
+    if (!m_wrapUpPending)
+        //: Status item menu: open the end-of-day wrap-up
+        //% "Wrap Up the Day…"
+        return DBusMenuItem::entry(wrapUpId, qtTrId("menubar.menu.wrapUp"));
+    //: Status item menu: the wrap-up while it waits after the workday end
+    //% "Workday Ended: Wrap Up…"
+    DBusMenuItem item = DBusMenuItem::entry(wrapUpId, qtTrId("menubar.menu.wrapUpPending"));
+    item.iconName = QStringLiteral("appointment-soon");
+    return item;
 }
 
 void MenuBarController::updateMenu()
@@ -303,6 +336,7 @@ void MenuBarController::updateMenu()
         //: Status item menu: open the review of estimates
         //% "Review…"
         DBusMenuItem::entry(reviewId, qtTrId("menubar.menu.review")),
+        wrapUpEntry(),
         //: Status item menu: open the settings window
         //% "Settings…"
         DBusMenuItem::entry(settingsId, qtTrId("menubar.menu.settings")),

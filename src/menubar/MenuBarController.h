@@ -23,6 +23,7 @@ class Task;
 
 namespace platform {
 class DBusMenu;
+struct DBusMenuItem;
 class StatusNotifierItem;
 } // namespace platform
 
@@ -43,6 +44,7 @@ public:
         std::function<void()> completeActive;
         std::function<void()> openSettings;
         std::function<void()> openReview;
+        std::function<void()> openWrapUp;
         std::function<void()> quit;
     };
 
@@ -74,6 +76,10 @@ public:
     // A line the tooltip shows above everything else while it is not empty
     // (saving fails and no notification could say so).
     void setStoreWarning(const QString &warning);
+    // The workday has ended and the wrap-up waits (no notification could
+    // offer it): the menu's entry is marked and the tooltip says so.
+    void setWrapUpPending(bool pending);
+    bool wrapUpPending() const { return m_wrapUpPending; }
     // The label text as the panel shows it: title, then the countdown.
     static QString labelText(const MenuBarPresentation &presentation);
 
@@ -82,12 +88,13 @@ Q_SIGNALS:
 
 public:
     // The entries of the status item's menu.
-    enum MenuId { openId = 1, quickAddId, timerId, completeId, separatorId, settingsId, quitId, reviewId };
+    enum MenuId { openId = 1, quickAddId, timerId, completeId, separatorId, settingsId, quitId, reviewId, wrapUpId };
 
 private:
     void rebuild();
     void push();
     void updateMenu();
+    platform::DBusMenuItem wrapUpEntry() const;
     void onActiveTaskChanged(Task *task);
     void endDayDone();
     void triggerMenuEntry(int id);
@@ -110,6 +117,7 @@ private:
     std::optional<MenuBarChipRenderer::Key> m_pushedIcon;
     QString m_pushedToolTip;
     QString m_storeWarning;
+    bool m_wrapUpPending = false;
 
     // The day-done display: after the last open task of today is completed.
     Task *m_lastActive = nullptr;

@@ -28,6 +28,9 @@ public:
         LoginItemEnabled,
         OnboardingCompleted,
         EditHistoryEnabled,
+        WarningChimeName,
+        CompletionChimeName,
+        ChimeVolumePercent,
     };
 
     AppSettings();
@@ -69,6 +72,12 @@ public:
     void setOnboardingCompleted(bool v) { setValue(OnboardingCompleted, v); }
     bool editHistoryEnabled() const { return boolean(EditHistoryEnabled); }
     void setEditHistoryEnabled(bool v) { setValue(EditHistoryEnabled, v); }
+    std::optional<QString> warningChimeName() const { return optString(WarningChimeName); }
+    void setWarningChimeName(const std::optional<QString> &v) { setValue(WarningChimeName, fromOptional(v)); }
+    std::optional<QString> completionChimeName() const { return optString(CompletionChimeName); }
+    void setCompletionChimeName(const std::optional<QString> &v) { setValue(CompletionChimeName, fromOptional(v)); }
+    std::optional<qint32> chimeVolumePercent() const { return optInt32(ChimeVolumePercent); }
+    void setChimeVolumePercent(const std::optional<qint32> &v) { setValue(ChimeVolumePercent, fromOptional(v)); }
 };
 
 } // namespace tarnwell

@@ -27,17 +27,33 @@ QString SoundService::resolve(const std::optional<QString> &name)
     return QLatin1String(Constants::defaultSoundName);
 }
 
+QString SoundService::chimeFor(Cue cue) const
+{
+    std::optional<QString> own;
+    if (cue == Cue::warning)
+        own = m_settingsStore.warningChimeName();
+    else if (cue == Cue::completion)
+        own = m_settingsStore.completionChimeName();
+    return resolve(own && soundNames().contains(*own) ? own : m_settingsStore.chimeSoundName());
+}
+
+double SoundService::volumeFor(Cue cue) const
+{
+    // The warning stays softer than the others at every volume.
+    const double base = cue == Cue::warning ? Constants::warningVolume : Constants::endVolume;
+    return base * m_settingsStore.chimeVolumePercent() / 100.0;
+}
+
 void SoundService::play(Cue cue)
 {
     if (!m_settingsStore.soundEnabled())
         return;
-    playSound(resolve(m_settingsStore.chimeSoundName()),
-              cue == Cue::warning ? Constants::warningVolume : Constants::endVolume);
+    playSound(chimeFor(cue), volumeFor(cue));
 }
 
-void SoundService::preview(const std::optional<QString> &name)
+void SoundService::preview(const std::optional<QString> &name, Cue cue)
 {
-    playSound(resolve(name), Constants::endVolume);
+    playSound(resolve(name), volumeFor(cue));
 }
 
 void SoundService::playSound(const QString &name, double volume)

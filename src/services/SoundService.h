@@ -37,7 +37,8 @@ public:
 class SoundService
 {
 public:
-    enum class Cue { end, warning };
+    // The planned time is up; it is about to be; a task was completed.
+    enum class Cue { end, warning, completion };
 
     struct Constants
     {
@@ -54,10 +55,15 @@ public:
     // A known name as it is; none or anything else gives the default.
     static QString resolve(const std::optional<QString> &name);
 
-    // The chosen chime for a timer event, unless sounds are switched off.
+    // The chime chosen for the event (the time-up chime where the event has
+    // none of its own) at the chosen volume, unless sounds are switched off.
     void play(Cue cue);
-    // Plays a chime for the settings picker, whatever the sound setting says.
-    void preview(const std::optional<QString> &name);
+    // Plays a chime for the settings picker at the chosen volume, whatever
+    // the sound setting says.
+    void preview(const std::optional<QString> &name, Cue cue = Cue::end);
+    // The chime name and linear volume the event plays with now.
+    QString chimeFor(Cue cue) const;
+    double volumeFor(Cue cue) const;
 
 private:
     void playSound(const QString &name, double volume);

@@ -41,7 +41,7 @@ void complete(const QUuid &taskID, ActiveTaskService &activeTaskService, SoundSe
 
     activeTaskService.refresh();
     // No haptic feedback: Linux desktops have none.
-    soundService.play(SoundService::Cue::end);
+    soundService.play(SoundService::Cue::completion);
     if (presentNextUp)
         presenter.presentNextUp(context);
     presenter.updatePresentation();

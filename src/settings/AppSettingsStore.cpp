@@ -213,4 +213,24 @@ void AppSettingsStore::setEditHistoryEnabled(bool on)
     change("editHistoryEnabled", [&] { m_row->setEditHistoryEnabled(on); });
 }
 
+void AppSettingsStore::setWarningChimeName(const std::optional<QString> &name)
+{
+    change("warningChimeName", [&] { m_row->setWarningChimeName(name); });
+}
+
+void AppSettingsStore::setCompletionChimeName(const std::optional<QString> &name)
+{
+    change("completionChimeName", [&] { m_row->setCompletionChimeName(name); });
+}
+
+int AppSettingsStore::chimeVolumePercent() const
+{
+    return std::clamp(m_row->chimeVolumePercent().value_or(Defaults::chimeVolumePercent), 0, 100);
+}
+
+void AppSettingsStore::setChimeVolumePercent(qint64 percent)
+{
+    change("chimeVolumePercent", [&] { m_row->setChimeVolumePercent(qint32(std::clamp<qint64>(percent, 0, 100))); });
+}
+
 } // namespace tarnwell

@@ -48,6 +48,7 @@ public:
         static constexpr bool loginItemEnabled = false;
         static constexpr bool onboardingCompleted = false;
         static constexpr bool editHistoryEnabled = false;
+        static constexpr int chimeVolumePercent = 100;
     };
 
     explicit AppSettingsStore(PersistenceController &controller, QObject *parent = nullptr);
@@ -91,6 +92,15 @@ public:
     void setOnboardingCompleted(bool done);
     bool editHistoryEnabled() const { return m_row->editHistoryEnabled(); }
     void setEditHistoryEnabled(bool on);
+    // The chime of the ending-soon warning and of a completion; none plays
+    // the time-up chime (chimeSoundName).
+    std::optional<QString> warningChimeName() const { return m_row->warningChimeName(); }
+    void setWarningChimeName(const std::optional<QString> &name);
+    std::optional<QString> completionChimeName() const { return m_row->completionChimeName(); }
+    void setCompletionChimeName(const std::optional<QString> &name);
+    // The chimes' volume, 0 to 100 percent; written values are clamped.
+    int chimeVolumePercent() const;
+    void setChimeVolumePercent(qint64 percent);
 
 Q_SIGNALS:
     // Emitted before the row changes; `setting` is the attribute name.

@@ -15,6 +15,10 @@ ThemedWindow {
     required property PopoverManager manager
     // The away banner's object (AwayBanner), when the idle monitor runs.
     property AwayBannerModel awayBanner: null
+    // The history: a past day's line, whether it may be changed, the search.
+    property HistoryModel history: null
+    // The search over past tasks' titles covers the day's screen.
+    property bool searching: false
     // The task whose inline editor is open ("" = none).
     property string editingId: ""
 
@@ -37,6 +41,8 @@ ThemedWindow {
         onActivated: {
             if (routineNamePopup.opened)
                 routineNamePopup.close()
+            else if (root.searching)
+                root.searching = false
             else if (root.editingId.length > 0)
                 root.editingId = ""
             else
@@ -59,6 +65,7 @@ ThemedWindow {
 
         // Day navigation and the routine menu.
         RowLayout {
+            id: header
             Layout.fillWidth: true
             spacing: Tokens.spaceXs
             IconButton {
@@ -103,6 +110,19 @@ ThemedWindow {
                 //% "Next day"
                 hint: qsTrId("popover.day.next")
                 onClicked: root.popover.nextDay()
+            }
+            IconButton {
+                objectName: "searchButton"
+                visible: root.history !== null
+                iconName: "search"
+                //: Popover: button that opens the search over the titles of all tasks
+                //% "Search past tasks"
+                hint: qsTrId("popover.search")
+                onClicked: {
+                    root.searching = !root.searching
+                    if (root.searching)
+                        searchField.forceActiveFocus()
+                }
             }
             IconButton {
                 id: routineButton
@@ -170,6 +190,14 @@ ThemedWindow {
                         onTriggered: root.manager.requestReview()
                     }
                     ActionMenuItem {
+                        objectName: "openWrapUp"
+                        iconName: "wrapup"
+                        //: Popover menu: opens the end-of-day wrap-up
+                        //% "Wrap up the day…"
+                        text: qsTrId("popover.menu.wrapUp")
+                        onTriggered: root.manager.requestWrapUp()
+                    }
+                    ActionMenuItem {
                         objectName: "openSettings"
                         iconName: "settings"
                         //: Popover menu: opens the settings window
@@ -181,6 +209,17 @@ ThemedWindow {
                 }
                 // qmllint enable unqualified
             }
+        }
+
+        // A past day: what was done and for how long.
+        TextBlock {
+            objectName: "historySummary"
+            Layout.fillWidth: true
+            visible: text.length > 0
+            role: "secondary"
+            horizontalAlignment: Text.AlignHCenter
+            text: root.history ? root.history.daySummary : ""
+            wrapMode: Text.Wrap
         }
 
         // Unfinished work of the past week (today only).
@@ -359,6 +398,7 @@ ThemedWindow {
             delegate: TaskRow {
                 width: list.width
                 popover: root.popover
+                history: root.history
                 listView: list
                 editing: root.editingId === model.id
                 onEditRequested: root.editingId = model.id
@@ -446,6 +486,8 @@ ThemedWindow {
                 id: addField
                 objectName: "addField"
                 Layout.fillWidth: true
+                // A past day takes new tasks only while its history may be changed.
+                enabled: root.history ? root.history.canEdit : true
                 //: Popover: placeholder of the field that adds a task to the shown day
                 //% "Add a task · 30m tomorrow !"
                 placeholderText: qsTrId("popover.add.placeholder")
@@ -491,6 +533,102 @@ ThemedWindow {
                 font.pixelSize: Theme.smallSize
                 text: root.popover.draft.error
                 wrapMode: Text.Wrap
+            }
+        }
+    }
+
+    // The search over the titles of every day's tasks; a result opens its day.
+    Rectangle {
+        objectName: "historySearch"
+        visible: root.searching
+        color: Theme.window
+        x: Tokens.spaceM
+        y: Tokens.spaceM + header.height + Tokens.spaceS
+        width: parent.width - 2 * Tokens.spaceM
+        height: parent.height - y - Tokens.spaceM
+        MouseArea { anchors.fill: parent }
+        ColumnLayout {
+            anchors.fill: parent
+            spacing: Tokens.spaceS
+            InputField {
+                id: searchField
+                objectName: "historySearchField"
+                Layout.fillWidth: true
+                //: Popover: placeholder of the field that searches past tasks by title
+                //% "Find a task by its title"
+                placeholderText: qsTrId("popover.search.placeholder")
+                Accessible.name: placeholderText
+                onTextEdited: if (root.history) root.history.query = text
+                Keys.onDownPressed: results.forceActiveFocus()
+            }
+            TextBlock {
+                objectName: "historySearchLine"
+                Layout.fillWidth: true
+                visible: text.length > 0
+                role: "secondary"
+                text: root.history ? root.history.resultsLine : ""
+            }
+            ListView {
+                id: results
+                objectName: "historyResults"
+                Accessible.role: Accessible.List
+                Accessible.name: root.history ? root.history.resultsLine : ""
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                clip: true
+                spacing: 2
+                activeFocusOnTab: true
+                keyNavigationEnabled: true
+                boundsBehavior: Flickable.StopAtBounds
+                T.ScrollBar.vertical: ScrollBarThin {}
+                model: root.history ? root.history.results : []
+                // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                // qmllint disable unqualified
+                delegate: ListRow {
+                    id: resultRow
+                    required property var modelData
+                    required property int index
+                    width: results.width
+                    implicitHeight: Math.max(Tokens.rowHeight, resultColumn.implicitHeight + 10)
+                    current: ListView.isCurrentItem && results.activeFocus
+                    Accessible.role: Accessible.ListItem
+                    Accessible.name: resultRow.modelData.title + ", " + resultRow.modelData.date
+                                     + (resultRow.modelData.detail.length > 0 ? ", " + resultRow.modelData.detail : "")
+                    onClicked: {
+                        root.history.openResult(resultRow.modelData.dayOffset)
+                        root.searching = false
+                    }
+                    Keys.onReturnPressed: resultRow.clicked()
+                    Keys.onEnterPressed: resultRow.clicked()
+                    RowLayout {
+                        anchors.fill: parent
+                        anchors.leftMargin: Tokens.spaceS
+                        anchors.rightMargin: Tokens.spaceS
+                        spacing: Tokens.spaceS
+                        Icon {
+                            name: resultRow.modelData.completed ? "done" : "today"
+                            color: resultRow.modelData.completed ? Theme.accentText : Theme.secondaryText
+                            Layout.preferredWidth: Tokens.iconSmall
+                            Layout.preferredHeight: Tokens.iconSmall
+                        }
+                        ColumnLayout {
+                            id: resultColumn
+                            Layout.fillWidth: true
+                            spacing: 0
+                            TextBlock {
+                                Layout.fillWidth: true
+                                text: resultRow.modelData.title
+                            }
+                            TextBlock {
+                                Layout.fillWidth: true
+                                role: "caption"
+                                text: resultRow.modelData.date
+                                      + (resultRow.modelData.detail.length > 0 ? " · " + resultRow.modelData.detail : "")
+                            }
+                        }
+                    }
+                }
+                // qmllint enable unqualified
             }
         }
     }

@@ -40,6 +40,8 @@ bool PopoverManager::ensureWindow()
                            {QStringLiteral("manager"), QVariant::fromValue<QObject *>(this)}};
     if (m_awayBanner)
         properties.insert(QStringLiteral("awayBanner"), QVariant::fromValue<QObject *>(m_awayBanner.data()));
+    if (m_history)
+        properties.insert(QStringLiteral("history"), QVariant::fromValue<QObject *>(m_history.data()));
     m_window = m_ui.createWindow(QStringLiteral("Popover.qml"), properties);
     if (!m_window)
         return false;
@@ -199,6 +201,12 @@ void PopoverManager::requestReview()
 {
     hide();
     Q_EMIT reviewRequested();
+}
+
+void PopoverManager::requestWrapUp()
+{
+    hide();
+    Q_EMIT wrapUpRequested();
 }
 
 bool PopoverManager::isVisible() const

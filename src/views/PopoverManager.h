@@ -47,8 +47,11 @@ public:
     // The popover's menu asks for the other windows; the popover closes.
     Q_INVOKABLE void requestSettings();
     Q_INVOKABLE void requestReview();
+    Q_INVOKABLE void requestWrapUp();
     // The away banner's object, handed to the window when it is made.
     void setAwayBanner(QObject *banner) { m_awayBanner = banner; }
+    // The history (a past day's line, the search), handed over the same way.
+    void setHistory(QObject *history) { m_history = history; }
 
     // Where a window of `size` goes for a click at `anchor` on a screen whose
     // free area is `available`: centred under the click, inside the area.
@@ -69,6 +72,7 @@ Q_SIGNALS:
     void settingsRequested();
     // From the popover's menu and its built-in shortcut (openReview).
     void reviewRequested();
+    void wrapUpRequested();
 
 private:
     bool ensureWindow();
@@ -78,6 +82,7 @@ private:
     UiEngine &m_ui;
     QPointer<QQuickWindow> m_window;
     QPointer<QObject> m_awayBanner;
+    QPointer<QObject> m_history;
     bool m_wasActive = false;
 };
 

@@ -18,6 +18,7 @@
 #include "services/PlanningTexts.h"
 #include "services/RolloverService.h"
 #include "services/RoutineService.h"
+#include "services/TaskHistory.h"
 #include "settings/AppSettingsStore.h"
 
 #include <algorithm>
@@ -91,6 +92,14 @@ Task *PopoverModel::task(const QString &id) const
     if (uuid.isNull())
         return nullptr;
     return m_activeTasks.context().existingObject<Task>(uuid);
+}
+
+Task *PopoverModel::editableTask(const QString &id) const
+{
+    Task *t = task(id);
+    if (!t || !TaskHistory::editable(*t, m_activeTasks.dayRepository().today(), m_settings.editHistoryEnabled()))
+        return nullptr;
+    return t;
 }
 
 QList<Task *> PopoverModel::openTasks() const
@@ -304,20 +313,23 @@ void PopoverModel::extendTaskInHand(int minutes)
 
 void PopoverModel::completeTask(const QString &id)
 {
-    Task *t = task(id);
+    Task *t = editableTask(id);
     if (!t || t->completed())
         return;
     if (t == m_activeTasks.activeTask()) {
         completeTaskInHand();
         return;
     }
-    const QDateTime at = now();
+    // A task ticked on a past day counts as done on that day.
+    QDateTime at = now();
+    if (const Day *day = t->day(); day && day->date() < m_activeTasks.dayRepository().today())
+        at = std::min(at, m_calendar.startOfDayAdding(day->date(), 1).addSecs(-1));
     attempt([&] { m_activeTasks.taskRepository().complete(t, at, FocusTime::focusedSeconds(*t, at)); });
 }
 
 void PopoverModel::reopenTask(const QString &id)
 {
-    if (Task *t = task(id))
+    if (Task *t = editableTask(id))
         attempt([&] { m_activeTasks.taskRepository().reopen(t); });
 }
 
@@ -345,7 +357,7 @@ bool PopoverModel::startNow(const QString &id)
 
 void PopoverModel::moveToTomorrow(const QString &id)
 {
-    Task *t = task(id);
+    Task *t = editableTask(id);
     if (!t || t->completed())
         return;
     TaskRepository &repository = m_activeTasks.taskRepository();
@@ -358,18 +370,20 @@ void PopoverModel::moveToTomorrow(const QString &id)
 
 void PopoverModel::moveUp(const QString &id)
 {
-    if (Task *t = task(id))
+    if (Task *t = editableTask(id))
         attempt([&] { m_activeTasks.taskRepository().moveTask(t, TaskRepository::Direction::up); });
 }
 
 void PopoverModel::moveDown(const QString &id)
 {
-    if (Task *t = task(id))
+    if (Task *t = editableTask(id))
         attempt([&] { m_activeTasks.taskRepository().moveTask(t, TaskRepository::Direction::down); });
 }
 
 QString PopoverModel::reorder(const QStringList &ids)
 {
+    if (m_dayOffset < 0 && !m_settings.editHistoryEnabled())
+        return {};
     QList<QUuid> order;
     for (const QString &id : ids)
         order.append(QUuid::fromString(id));
@@ -400,7 +414,7 @@ QString PopoverModel::moveToPosition(const QString &id, int to)
 
 void PopoverModel::deleteTask(const QString &id)
 {
-    Task *t = task(id);
+    Task *t = editableTask(id);
     if (!t)
         return;
     const QString title = t->title();

@@ -202,6 +202,8 @@ public:
     Q_INVOKABLE void previousDay();
     Q_INVOKABLE void nextDay();
     Q_INVOKABLE void today();
+    // The day `offset` days from today (a history search result).
+    Q_INVOKABLE void showDay(int offset) { setDayOffset(offset); }
 
     // The task-in-hand card.
     Q_INVOKABLE void toggleTimer();
@@ -301,7 +303,10 @@ private:
 
     QDateTime now() const { return m_clock(); }
     QDateTime shownDate() const;
+    // A task the user may change here: none of a past day unless editing
+    // the history is switched on.
     Task *task(const QString &id) const;
+    Task *editableTask(const QString &id) const;
     QList<Task *> openTasks() const;
     void refreshList();
     void refreshCard();

@@ -178,6 +178,17 @@ void GeneralSettingsModel::setIdleThresholdMinutes(int minutes)
         m_settings.setIdleThresholdMinutes(minutes);
 }
 
+bool GeneralSettingsModel::editHistory() const
+{
+    return m_settings.editHistoryEnabled();
+}
+
+void GeneralSettingsModel::setEditHistory(bool on)
+{
+    if (on != m_settings.editHistoryEnabled())
+        m_settings.setEditHistoryEnabled(on);
+}
+
 // ---- Reminders
 
 ReminderSettingsModel::ReminderSettingsModel(AppSettingsStore &settings, SoundService &sounds, QObject *parent)
@@ -248,9 +259,45 @@ void ReminderSettingsModel::setOvertimeMinutes(int minutes)
         m_settings.setOvertimePresetMinutes(std::max(1, minutes));
 }
 
-void ReminderSettingsModel::preview(const QString &name)
+QString ReminderSettingsModel::warningChime() const
 {
-    m_sounds.preview(name);
+    return m_sounds.chimeFor(SoundService::Cue::warning);
+}
+
+void ReminderSettingsModel::setWarningChime(const QString &name)
+{
+    if (SoundService::soundNames().contains(name) && name != m_settings.warningChimeName())
+        m_settings.setWarningChimeName(name);
+}
+
+QString ReminderSettingsModel::completionChime() const
+{
+    return m_sounds.chimeFor(SoundService::Cue::completion);
+}
+
+void ReminderSettingsModel::setCompletionChime(const QString &name)
+{
+    if (SoundService::soundNames().contains(name) && name != m_settings.completionChimeName())
+        m_settings.setCompletionChimeName(name);
+}
+
+int ReminderSettingsModel::volumePercent() const
+{
+    return m_settings.chimeVolumePercent();
+}
+
+void ReminderSettingsModel::setVolumePercent(int percent)
+{
+    if (percent != m_settings.chimeVolumePercent())
+        m_settings.setChimeVolumePercent(percent);
+}
+
+void ReminderSettingsModel::preview(const QString &name, int event)
+{
+    const auto cue = event == 1 ? SoundService::Cue::warning
+        : event == 2            ? SoundService::Cue::completion
+                                : SoundService::Cue::end;
+    m_sounds.preview(name, cue);
 }
 
 // ---- Hotkeys

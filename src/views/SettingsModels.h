@@ -36,6 +36,7 @@ class GeneralSettingsModel : public QObject
     Q_PROPERTY(int menuBarMaxChars READ menuBarMaxChars WRITE setMenuBarMaxChars NOTIFY changed)
     Q_PROPERTY(bool minimalIdleMode READ minimalIdleMode WRITE setMinimalIdleMode NOTIFY changed)
     Q_PROPERTY(int idleThresholdMinutes READ idleThresholdMinutes WRITE setIdleThresholdMinutes NOTIFY changed)
+    Q_PROPERTY(bool editHistory READ editHistory WRITE setEditHistory NOTIFY changed)
 public:
     struct Constants
     {
@@ -66,6 +67,9 @@ public:
     void setMinimalIdleMode(bool on);
     int idleThresholdMinutes() const;
     void setIdleThresholdMinutes(int minutes);
+    // Whether the tasks of past days may be changed in the popover.
+    bool editHistory() const;
+    void setEditHistory(bool on);
 
     static std::optional<int> parseTime(const QString &text);
     void retranslate() { Q_EMIT languagesChanged(); }
@@ -91,6 +95,9 @@ class ReminderSettingsModel : public QObject
     Q_PROPERTY(int warningMinutes READ warningMinutes WRITE setWarningMinutes NOTIFY changed)
     Q_PROPERTY(bool soundEnabled READ soundEnabled WRITE setSoundEnabled NOTIFY changed)
     Q_PROPERTY(QString chime READ chime WRITE setChime NOTIFY changed)
+    Q_PROPERTY(QString warningChime READ warningChime WRITE setWarningChime NOTIFY changed)
+    Q_PROPERTY(QString completionChime READ completionChime WRITE setCompletionChime NOTIFY changed)
+    Q_PROPERTY(int volumePercent READ volumePercent WRITE setVolumePercent NOTIFY changed)
     Q_PROPERTY(QStringList chimes READ chimes CONSTANT)
     Q_PROPERTY(int overtimeMinutes READ overtimeMinutes WRITE setOvertimeMinutes NOTIFY changed)
 public:
@@ -104,10 +111,18 @@ public:
     void setSoundEnabled(bool on);
     QString chime() const;
     void setChime(const QString &name);
+    // Each event's chime as it plays now (the time-up chime until one is chosen).
+    QString warningChime() const;
+    void setWarningChime(const QString &name);
+    QString completionChime() const;
+    void setCompletionChime(const QString &name);
+    int volumePercent() const;
+    void setVolumePercent(int percent);
     QStringList chimes() const;
     int overtimeMinutes() const;
     void setOvertimeMinutes(int minutes);
-    Q_INVOKABLE void preview(const QString &name);
+    // Plays `name` as the event would (0 time up, 1 warning, 2 completion).
+    Q_INVOKABLE void preview(const QString &name, int event = 0);
 
 Q_SIGNALS:
     void changed();

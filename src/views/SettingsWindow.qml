@@ -425,6 +425,18 @@ ThemedWindow {
                         onChosen: (choice) => root.general.idleThresholdMinutes = choice
                     }
                 }
+                ToggleSwitch {
+                    objectName: "editHistory"
+                    Layout.fillWidth: true
+                    //: Settings, General: switch that lets the tasks of past days be changed
+                    //% "Edit past days"
+                    text: qsTrId("settings.general.editHistory")
+                    //: Settings, General: what editing past days allows
+                    //% "Correct the title, plan or measured time of a task on an earlier day, or tick it. Off, past days are only shown."
+                    caption: qsTrId("settings.general.editHistory.caption")
+                    checked: root.general.editHistory
+                    onToggled: root.general.editHistory = checked
+                }
             }
 
             // ---- Reminders
@@ -503,30 +515,77 @@ ThemedWindow {
                     onToggled: root.reminders.soundEnabled = checked
                 }
                 SettingRow {
-                    //: Settings, Reminders: label of the chime menu
-                    //% "Chime"
-                    label: qsTrId("settings.reminders.chime")
-                    Row {
-                        spacing: Tokens.spaceS
-                        SettingSelect {
-                            id: chimeBox
-                            objectName: "chimeBox"
-                            width: 176
-                            enabled: root.reminders.soundEnabled
-                            model: root.reminders.chimes
-                            value: root.reminders.chime
-                            Accessible.name: qsTrId("settings.reminders.chime")
-                            onChosen: (choice) => root.reminders.chime = choice
-                        }
-                        IconButton {
-                            objectName: "previewChime"
-                            iconName: "play"
-                            //: Settings, Reminders: button that plays the chosen chime
-                            //% "Play the chime"
-                            hint: qsTrId("settings.reminders.preview")
-                            onClicked: root.reminders.preview(chimeBox.currentText)
+                    //: Settings, Reminders: label of the chime volume menu
+                    //% "Volume"
+                    label: qsTrId("settings.reminders.volume")
+                    SettingSelect {
+                        objectName: "volumeBox"
+                        enabled: root.reminders.soundEnabled
+                        textRole: "text"
+                        valueRole: "value"
+                        model: Array.from([10, 25, 50, 75, 100]).map(n => ({
+                            value: n,
+                            //: Settings, Reminders: volume option; %1 = percent of full volume
+                            //% "%1%"
+                            text: qsTrId("settings.reminders.volume.percent").arg(n)
+                        }))
+                        value: root.reminders.volumePercent
+                        Accessible.name: qsTrId("settings.reminders.volume")
+                        onChosen: (choice) => root.reminders.volumePercent = choice
+                    }
+                }
+                Repeater {
+                    model: [
+                        //: Settings, Reminders: label of the chime played when the planned time is up
+                        //% "Time is up"
+                        { event: 0, name: "chimeBox", label: qsTrId("settings.reminders.chime.end") },
+                        //: Settings, Reminders: label of the chime played at the warning before the end
+                        //% "Warning"
+                        { event: 1, name: "warningChimeBox", label: qsTrId("settings.reminders.chime.warning") },
+                        //: Settings, Reminders: label of the chime played when a task is completed
+                        //% "Task completed"
+                        { event: 2, name: "completionChimeBox", label: qsTrId("settings.reminders.chime.completion") }
+                    // Qt 6.4's qmllint takes ids outside a delegate or Component for unqualified; this one is only made here.
+                    // qmllint disable unqualified
+                    ]
+                    delegate: SettingRow {
+                        id: chimeRow
+                        required property var modelData
+                        label: modelData.label
+                        Row {
+                            spacing: Tokens.spaceS
+                            SettingSelect {
+                                id: eventChimeBox
+                                objectName: chimeRow.modelData.name
+                                width: 176
+                                enabled: root.reminders.soundEnabled
+                                model: root.reminders.chimes
+                                value: chimeRow.modelData.event === 1 ? root.reminders.warningChime
+                                     : chimeRow.modelData.event === 2 ? root.reminders.completionChime
+                                     : root.reminders.chime
+                                //: Settings, Reminders: accessible name of a chime menu; %1 = the event
+                                //% "Chime: %1"
+                                Accessible.name: qsTrId("settings.reminders.chime.of").arg(chimeRow.modelData.label)
+                                onChosen: (choice) => {
+                                    if (chimeRow.modelData.event === 1)
+                                        root.reminders.warningChime = choice
+                                    else if (chimeRow.modelData.event === 2)
+                                        root.reminders.completionChime = choice
+                                    else
+                                        root.reminders.chime = choice
+                                }
+                            }
+                            IconButton {
+                                objectName: chimeRow.modelData.name + "Preview"
+                                iconName: "play"
+                                //: Settings, Reminders: button that plays a chime; %1 = the event
+                                //% "Play the chime: %1"
+                                hint: qsTrId("settings.reminders.preview.of").arg(chimeRow.modelData.label)
+                                onClicked: root.reminders.preview(eventChimeBox.currentText, chimeRow.modelData.event)
+                            }
                         }
                     }
+                    // qmllint enable unqualified
                 }
             }
 

@@ -11,6 +11,8 @@
 #include "services/DurationParser.h"
 #include "services/PlanningTexts.h"
 #include "services/RoutineService.h"
+#include "services/TaskHistory.h"
+#include "settings/AppSettingsStore.h"
 
 namespace tarnwell {
 
@@ -31,7 +33,9 @@ QString TaskEditor::save(const QString &id, const QString &title, const QString 
                          const QDateTime &dueDate)
 {
     Task *t = task(id);
-    if (!t)
+    if (!t ||
+        !TaskHistory::editable(*t, m_activeTasks.dayRepository().today(),
+                               m_activeTasks.settingsStore().editHistoryEnabled()))
         return {};
     std::optional<qint64> minutes;
     if (!duration.trimmed().isEmpty()) {

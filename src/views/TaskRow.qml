@@ -10,6 +10,9 @@ ListRow {
     required property int index
     required property PopoverModel popover
     required property ListView listView
+    // The history, where the popover has one: decides whether a past day's row may change.
+    property HistoryModel history: null
+    readonly property bool editable: history ? history.canEdit : true
     property bool editing: false
     readonly property bool open: !model.completed
     readonly property bool today: popover.isToday
@@ -35,7 +38,7 @@ ListRow {
         Icon {
             id: handle
             name: "handle"
-            visible: row.open
+            visible: row.open && row.editable
             opacity: row.hovered || row.activeFocus || dragArea.pressed ? 1 : 0.55
             color: Theme.secondaryText
             Layout.preferredWidth: Tokens.iconSmall
@@ -64,6 +67,7 @@ ListRow {
         CheckCircle {
             objectName: "completeBox"
             checked: row.model.completed
+            enabled: row.editable
             //: Task row: tick that marks the task done (or open again)
             //% "Done"
             text: qsTrId("popover.row.done")
@@ -102,6 +106,11 @@ ListRow {
                     const d = row.popover.editor.durationText(row.model.durationMinutes)
                     if (d.length > 0)
                         list.push(d)
+                    if (row.model.completed && row.model.focusedSeconds > 0)
+                        //: Task row: the focused time of a done task; %1 = as 25m
+                        //% "focused %1"
+                        list.push(qsTrId("popover.row.focused").arg(
+                            row.popover.editor.durationText(Math.max(1, Math.round(row.model.focusedSeconds / 60)))))
                     if (row.model.rolledOver)
                         //: Task row: marks a task carried over from an earlier day
                         //% "carried over"
@@ -120,6 +129,7 @@ ListRow {
         IconButton {
             id: actionsButton
             objectName: "rowActions"
+            visible: row.editable
             iconName: "more"
             opacity: row.hovered || row.activeFocus || activeFocus || (row.actions && row.actions.visible) ? 1 : 0.7
             //: Task row: button that opens the task's actions
@@ -198,7 +208,7 @@ ListRow {
     // Delete deletes, Alt+Up/Down moves, the menu key opens the actions.
     focus: ListView.isCurrentItem
     Keys.onPressed: (event) => {
-        if (row.editing)
+        if (row.editing || !row.editable)
             return
         const id = row.model.id
         if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) {
@@ -235,6 +245,7 @@ ListRow {
             repeatBox.currentIndex = row.popover.editor.repeatChoice(row.model.id)
             dueField.text = row.model.dueDate && !isNaN(row.model.dueDate.getTime())
                     ? Qt.formatDate(row.model.dueDate, "yyyy-MM-dd") : ""
+            focusField.text = row.history ? row.history.focusText(row.model.id) : ""
             errorLabel.text = ""
             titleField.forceActiveFocus()
         }
@@ -252,6 +263,8 @@ ListRow {
             }
             const id = row.model.id
             let error = row.popover.editor.save(id, titleField.text, notesField.text, minutesField.text, due)
+            if (error.length === 0 && focusField.visible)
+                error = row.history.correctFocus(id, focusField.text)
             if (error.length === 0)
                 error = row.popover.editor.setRepeat(id, repeatBox.currentIndex)
             errorLabel.text = error
@@ -298,6 +311,18 @@ ListRow {
                 placeholderText: qsTrId("popover.edit.dueDate")
                 onAccepted: editor.save()
             }
+        }
+        InputField {
+            id: focusField
+            objectName: "editFocused"
+            // A done task of a past day: its measured time may be corrected.
+            visible: row.model.completed && row.history !== null && row.history.isPast
+            Layout.fillWidth: true
+            //: Task editor: placeholder of the field that corrects a done task's focused time
+            //% "Focused time, e.g. 25m"
+            placeholderText: qsTrId("popover.edit.focused")
+            Accessible.name: placeholderText
+            onAccepted: editor.save()
         }
         RowLayout {
             Layout.fillWidth: true

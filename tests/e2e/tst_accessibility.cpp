@@ -56,7 +56,9 @@ private:
     // Checks that every control on screen has a role and a name. Returns the
     // names that are not in the chosen language: in a language other than
     // English, those the English run read out (the task's own title aside).
-    QStringList checkControls(const AtSpiNode &tree, const QString &language)
+    // With `compare` false only the names are checked (windows whose names
+    // may rightly read the same in both languages: chime and key names).
+    QStringList checkControls(const AtSpiNode &tree, const QString &language, bool compare = true)
     {
         const auto controls = tree.find([](const AtSpiNode &n) { return n.showing && isControl(n); });
         QStringList unnamed;
@@ -66,7 +68,7 @@ private:
                 unnamed << n->role + QStringLiteral(" (") + n->text + QLatin1Char(')');
             else if (language == QLatin1String("en"))
                 m_englishNames.insert(n->name);
-            else if (m_englishNames.contains(n->name) && n->name != taskTitle)
+            else if (compare && m_englishNames.contains(n->name) && n->name != taskTitle)
                 untranslated << n->name;
         }
         if (controls.isEmpty())
@@ -152,6 +154,40 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!focusedField(app).isEmpty() && focusedField(app) != addField, patience);
         const QStringList quickAddUntranslated = checkControls(m_reader.application(app.pid()), language);
         QVERIFY2(quickAddUntranslated.isEmpty(), qPrintable(quickAddUntranslated.join(QStringLiteral(", "))));
+
+        // Every tab of the settings, the review and the wrap-up, each opened by its link.
+        const bool german = language == QLatin1String("de");
+        const auto readWindow = [&](const QString &url, const QString &shown, int times, const QString &title) {
+            AppProcess opener(m_home.path(), {url});
+            QVERIFY(opener.finish(patience));
+            QVERIFY2(app.waitFor(shown, patience, times), qPrintable(app.log()));
+            // The window's first frame (or the new tab) is on the bus a moment later.
+            QTest::qWait(1000);
+            const AtSpiNode tree = m_reader.application(app.pid());
+            QVERIFY2(tree.shown([&](const AtSpiNode &n) { return n.name == title && !isControl(n); }),
+                     qPrintable(title + QStringLiteral(" is not on screen\n") + tree.dump()));
+            checkControls(tree, language, false);
+            if (QTest::currentTestFailed())
+                qWarning().noquote() << url << "\n" << tree.dump();
+        };
+        int settingsShown = 0;
+        for (const char *tab : {"general", "reminders", "hotkeys", "routines", "permissions", "about"}) {
+            // An open window changes its tab without being shown again.
+            readWindow(QStringLiteral("tarnwell://settings/") + QLatin1String(tab),
+                       QStringLiteral("Settings requested"), ++settingsShown,
+                       german ? QStringLiteral("Tarnwell-Einstellungen") : QStringLiteral("Tarnwell Settings"));
+            if (QTest::currentTestFailed())
+                return;
+        }
+        readWindow(QStringLiteral("tarnwell://review"), QStringLiteral("Review shown"), 1,
+                   german ? QStringLiteral("Rückblick auf Ihre Schätzungen")
+                          : QStringLiteral("Review of your estimates"));
+        if (QTest::currentTestFailed())
+            return;
+        readWindow(QStringLiteral("tarnwell://wrapup"), QStringLiteral("Wrap-up shown"), 1,
+                   german ? QStringLiteral("Tagesabschluss") : QStringLiteral("Wrap up the day"));
+        if (QTest::currentTestFailed())
+            return;
 
         app.terminate();
         QVERIFY(app.finish(patience));

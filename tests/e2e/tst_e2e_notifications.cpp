@@ -2,7 +2,9 @@
 // private bus, under Xvfb: a running task raises its ending-soon warning;
 // after a relaunch past its plan it raises the completion; "Done" on that
 // notification completes it in the store, opens the popover on the next-up
-// screen and the tray label shows the next task.
+// screen and the tray label shows the next task. Past the workday end the
+// wrap-up is offered once: by a notification with a button, or, with no
+// notification server, in the tray's menu.
 #include "persistence/DayRepository.h"
 #include "persistence/PersistenceController.h"
 #include "persistence/TaskRepository.h"
@@ -11,6 +13,7 @@
 #include "support/Desktop.h"
 #include "support/FakeNotificationServer.h"
 
+#include <QSettings>
 #include <QTemporaryDir>
 
 using namespace tarnwell;
@@ -81,6 +84,53 @@ private Q_SLOTS:
         QVERIFY(task && task->completed());
         QVERIFY(task->actualSecondsFocused().value_or(0) >= 180);
         QVERIFY(!app.log().contains(QStringLiteral("missing task lookup")));
+    }
+
+    void wrapUpOfferedOnceAtTheWorkdayEnd()
+    {
+        const QTime local = QTime::currentTime();
+        if (local < QTime(0, 5))
+            QSKIP("too close to midnight for a workday end already past today");
+        {
+            PersistenceController store(storePath());
+            AppSettingsStore settings(store);
+            settings.setWorkdayEndMinutes(local.hour() * 60 + local.minute() - 2);
+            settings.setOnboardingCompleted(true);
+        }
+        const QString offered = QStringLiteral("Offering the day's wrap-up");
+        {
+            FakeNotificationServer server;
+            QVERIFY(server.start());
+            Panel panel;
+            AppProcess app(m_home.path());
+            QVERIFY2(app.waitFor(QStringLiteral("Interface installed")), qPrintable(app.log()));
+            QTRY_VERIFY_WITH_TIMEOUT(!server.notifications.isEmpty() &&
+                                         server.notifications.last().actions.contains(QStringLiteral("WRAP_UP")),
+                                     10000);
+            server.click(server.notifications.last().id, QStringLiteral("WRAP_UP"));
+            QVERIFY2(app.waitFor(QStringLiteral("Wrap-up shown")), qPrintable(app.log()));
+            app.terminate();
+            QVERIFY(app.finish());
+
+            // A restart the same day does not offer it again.
+            AppProcess again(m_home.path());
+            QVERIFY2(again.waitFor(QStringLiteral("Interface installed")), qPrintable(again.log()));
+            QTest::qWait(1000);
+            QVERIFY(!again.log().contains(offered));
+            again.terminate();
+            QVERIFY(again.finish());
+        }
+        // With no notification server (and the day's marker gone): the tray's menu.
+        QSettings(m_home.path() + QStringLiteral("/config/tarnwell/tarnwell.conf"), QSettings::IniFormat)
+            .remove(QStringLiteral("Tarnwell.wrapUp.offeredDay"));
+        Panel panel;
+        AppProcess app(m_home.path());
+        QVERIFY2(app.waitFor(QStringLiteral("Wrap-up offered in the tray's menu")), qPrintable(app.log()));
+        QTRY_VERIFY_WITH_TIMEOUT(panel.registrations() > 0, 10000);
+        panel.clickMenu(9); // the wrap-up's entry
+        QVERIFY2(app.waitFor(QStringLiteral("Wrap-up shown")), qPrintable(app.log()));
+        app.terminate();
+        QVERIFY(app.finish());
     }
 };
 

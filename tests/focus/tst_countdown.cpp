@@ -174,6 +174,22 @@ private Q_SLOTS:
         QCOMPARE(f.rec.take(),
                  (QStringList{QStringLiteral("Glass load"), QStringLiteral("Glass volume 1"),
                               QStringLiteral("Glass play")}));
+
+        // A chime per event, at the chosen volume; an unknown or no own chime plays the time-up one.
+        f.settings.setSoundEnabled(true);
+        f.settings.setWarningChimeName(QStringLiteral("Ping"));
+        f.settings.setCompletionChimeName(QStringLiteral("Trombone"));
+        f.settings.setChimeVolumePercent(150);
+        QCOMPARE(f.settings.chimeVolumePercent(), 100);
+        f.settings.setChimeVolumePercent(50);
+        f.sound.play(SoundService::Cue::warning);
+        f.sound.play(SoundService::Cue::completion);
+        f.sound.preview(QStringLiteral("Hero"), SoundService::Cue::warning);
+        QCOMPARE(
+            f.rec.take(),
+            (QStringList{QStringLiteral("Ping load"), QStringLiteral("Ping volume 0.2"), QStringLiteral("Ping play"),
+                         QStringLiteral("Tink stop"), QStringLiteral("Tink volume 0.5"), QStringLiteral("Tink play"),
+                         QStringLiteral("Hero load"), QStringLiteral("Hero volume 0.2"), QStringLiteral("Hero play")}));
     }
 };
 

@@ -254,7 +254,8 @@ private Q_SLOTS:
                                  QStringLiteral("urgent"),  QStringLiteral("routine"),  QStringLiteral("rollover"),
                                  QStringLiteral("archive"), QStringLiteral("settings"), QStringLiteral("review"),
                                  QStringLiteral("bell"),    QStringLiteral("keyboard"), QStringLiteral("shield"),
-                                 QStringLiteral("info"),    QStringLiteral("warning"),  QStringLiteral("folder")};
+                                 QStringLiteral("info"),    QStringLiteral("warning"),  QStringLiteral("folder"),
+                                 QStringLiteral("search"),  QStringLiteral("wrapup")};
         const QStringList names = icons::names();
         const QColor tint(0x23, 0x69, 0x5a);
         for (const QString &name : wanted) {

@@ -5,7 +5,7 @@
 #include "views/PopoverManager.h"
 #include "views/QuickAddWindowController.h"
 #include "views/RoutinesModel.h"
-#include "views/RoutinesWindowController.h"
+#include "views/SettingsWindowController.h"
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
 
@@ -83,13 +83,22 @@ class PopoverWindowTest : public QObject
         PopoverManager popover{f.model, ui};
         QuickAddDraft quickAddDraft{f.tasks, f.days, f.calendar, f.time.clock()};
         QuickAddWindowController quickAdd{quickAddDraft, ui};
-        RoutinesWindowController routines{f.routines, ui};
+        // The routines are a tab of the settings.
+        SettingsWindowController settings{{f.settings,
+                                           f.sound,
+                                           f.routines,
+                                           ui,
+                                           [] { return QString(); },
+                                           {},
+                                           [] { return DesktopFacts{}; },
+                                           QStringLiteral("0.1.0"),
+                                           QString()}};
         QList<QQmlError> warnings;
 
         Windows()
         {
-            QObject::connect(&f.model, &PopoverModel::manageRoutinesRequested, &routines,
-                             &RoutinesWindowController::show);
+            QObject::connect(&f.model, &PopoverModel::manageRoutinesRequested, &settings,
+                             [this] { settings.show(QStringLiteral("routines")); });
             QObject::connect(&ui.engine(), &QQmlEngine::warnings, &ui,
                              [this](const QList<QQmlError> &list) { warnings << list; });
         }
@@ -269,7 +278,7 @@ private Q_SLOTS:
         QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
     }
 
-    void routinesWindowOpensFromThePopoverAndWorksFromTheKeyboard()
+    void routinesTabOpensFromThePopoverAndWorksFromTheKeyboard()
     {
         Windows w;
         w.popover.show();
@@ -283,10 +292,11 @@ private Q_SLOTS:
         QVERIFY(menu);
         QTRY_VERIFY(menu->property("opened").toBool());
         click(popover, manage);
-        QQuickWindow *window = w.routines.window();
+        QQuickWindow *window = w.settings.window();
         QVERIFY2(window, qPrintable(w.warningText()));
         QVERIFY(QTest::qWaitForWindowExposed(window));
-        QCOMPARE(count(QStringLiteral("Routines shown")), 1);
+        QCOMPARE(count(QStringLiteral("Settings shown")), 1);
+        QTRY_VERIFY(item(window, "page-routines")->isVisible());
         QVERIFY(item(window, "routinesEmpty")->isVisible());
 
         // A new routine takes the name field; a blank name is refused there.
@@ -310,7 +320,7 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Tab);
         typeText(window, QStringLiteral("10m"));
         QTest::keyClick(window, Qt::Key_Return);
-        QCOMPARE(w.routines.model()->items().count(), 1);
+        QCOMPARE(w.settings.routines()->items().count(), 1);
         QTest::keyClick(window, Qt::Key_Return);
         QVERIFY(item(window, "addItemError")->isVisible());
 
@@ -327,9 +337,9 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Escape);
         QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
                      QStringLiteral("itemList"));
-        QVERIFY(w.routines.isVisible());
+        QVERIFY(w.settings.isVisible());
         QTest::keyClick(window, Qt::Key_Up, Qt::AltModifier);
-        RoutineItemsModel &items = w.routines.model()->items();
+        RoutineItemsModel &items = w.settings.routines()->items();
         QCOMPARE(items.index(0).data(RoutineItemsModel::TitleRole).toString(), QStringLiteral("Read"));
         QTest::keyClick(window, Qt::Key_Return);
         QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
@@ -344,7 +354,7 @@ private Q_SLOTS:
 
         // Weekday toggles show for a custom rule.
         QVERIFY(!item(window, "weekdayToggles")->isVisible());
-        w.routines.model()->setRepeatChoice(int(RoutineSchedule::Kind::custom));
+        w.settings.routines()->setRepeatChoice(int(RoutineSchedule::Kind::custom));
         QVERIFY(item(window, "weekdayToggles")->isVisible());
 
         // Delete asks first; Escape closes the question, then the window.
@@ -353,7 +363,7 @@ private Q_SLOTS:
         QTRY_VERIFY(dialog && dialog->isVisible());
         QTest::keyClick(window, Qt::Key_Escape);
         QTRY_VERIFY(!dialog->isVisible());
-        QVERIFY(w.routines.isVisible());
+        QVERIFY(w.settings.isVisible());
         QCOMPARE(w.f.routines.routines().size(), 1);
         click(window, item(window, "deleteRoutine"));
         QTRY_VERIFY(dialog->isVisible());
@@ -363,7 +373,7 @@ private Q_SLOTS:
         QVERIFY(w.f.model.routines().isEmpty());
         QTRY_VERIFY(!dialog->isVisible()); // the question has faded out
         QTest::keyClick(window, Qt::Key_Escape);
-        QTRY_VERIFY(!w.routines.isVisible());
+        QTRY_VERIFY(!w.settings.isVisible());
         QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
     }
 

@@ -168,12 +168,25 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(window));
         // The tab list has the keyboard: Down goes to Reminders.
         QTRY_VERIFY(item(window, QStringLiteral("settingsTabs"))->hasActiveFocus());
+        item(window, QStringLiteral("editHistory"))->forceActiveFocus();
+        QTest::keyClick(window, Qt::Key_Space);
+        QVERIFY(s.f.settings.editHistoryEnabled());
+        item(window, QStringLiteral("settingsTabs"))->forceActiveFocus();
         QTest::keyClick(window, Qt::Key_Down);
         QTRY_VERIFY(item(window, QStringLiteral("page-reminders"))->isVisible());
         QTest::keyClick(window, Qt::Key_Tab);
         QVERIFY(item(window, QStringLiteral("notifications"))->hasActiveFocus());
         QTest::keyClick(window, Qt::Key_Space);
         QVERIFY(!s.f.settings.notificationsEnabled());
+        // The warning's own chime and the volume, from their menus, reach the sound service.
+        item(window, QStringLiteral("warningChimeBox"))->forceActiveFocus();
+        QTest::keyClick(window, Qt::Key_Down);
+        QCOMPARE(s.f.settings.warningChimeName(), std::optional<QString>(QStringLiteral("Tink")));
+        QCOMPARE(s.f.sound.chimeFor(SoundService::Cue::warning), QStringLiteral("Tink"));
+        QCOMPARE(s.f.sound.chimeFor(SoundService::Cue::end), QStringLiteral("Glass"));
+        item(window, QStringLiteral("volumeBox"))->forceActiveFocus();
+        QTest::keyClick(window, Qt::Key_Up);
+        QCOMPARE(s.f.settings.chimeVolumePercent(), 75);
         item(window, QStringLiteral("sound"))->forceActiveFocus();
         QTest::keyClick(window, Qt::Key_Space);
         QVERIFY(!s.f.settings.soundEnabled());
