@@ -39,7 +39,7 @@ int main(int argc, char *argv[])
     double likeWorst = 0;
     for (const QString &needle : needles) {
         const double us = bench::medianUs(11, [&] {
-            like.addBindValue(QStringLiteral("%") + needle + QStringLiteral("%"));
+            like.addBindValue(QString(QStringLiteral("%") + needle + QStringLiteral("%")));
             like.exec();
             while (like.next()) { }
         });

@@ -35,7 +35,7 @@ struct Agent
     FakePass pass;
     FakeSecrets secrets;
     SyncService service{{accounts, &secrets, &pass, time.clock()}};
-    platform::AutomationBus bus;
+    platform::AutomationBus bus{QDBusConnection::sessionBus()};
 
     Agent()
     {

@@ -87,7 +87,7 @@ class SyncSettingsTest : public QObject
 private Q_SLOTS:
     void accountThroughTheTab()
     {
-        Radicale server;
+        test::Radicale server;
         QString why;
         QVERIFY2(server.start(&why), qPrintable(why));
         QNetworkAccessManager maker;
