@@ -12,7 +12,20 @@
 #include "views/TaskListModel.h"
 
 #include <QAbstractItemModelTester>
+#include <QQuickItem>
 #include <QTemporaryDir>
+
+// The item of a scene (delegates included) with this object name.
+inline QQuickItem *findItem(QQuickItem *root, const QString &name)
+{
+    if (root->objectName() == name)
+        return root;
+    const auto children = root->childItems();
+    for (QQuickItem *child : children)
+        if (QQuickItem *found = findItem(child, name))
+            return found;
+    return nullptr;
+}
 
 struct ViewsFixture
 {

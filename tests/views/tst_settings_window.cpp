@@ -26,21 +26,9 @@ Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
 
 namespace {
 
-// The item of the scene (delegates included) with this name.
-QQuickItem *find(QQuickItem *root, const QString &name)
-{
-    if (root->objectName() == name)
-        return root;
-    const auto children = root->childItems();
-    for (QQuickItem *child : children)
-        if (QQuickItem *found = find(child, name))
-            return found;
-    return nullptr;
-}
-
 QQuickItem *item(QQuickWindow *window, const QString &name)
 {
-    return find(window->contentItem(), name);
+    return findItem(window->contentItem(), name);
 }
 
 void click(QQuickWindow *window, QQuickItem *target)

@@ -25,17 +25,6 @@ Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
 
 namespace {
 
-QQuickItem *find(QQuickItem *root, const QString &name)
-{
-    if (root->objectName() == name)
-        return root;
-    const auto children = root->childItems();
-    for (QQuickItem *child : children)
-        if (QQuickItem *found = find(child, name))
-            return found;
-    return nullptr;
-}
-
 // Every byte the store left on disk (the file, its WAL and journal).
 QByteArray storeBytes(const QString &folder)
 {
@@ -58,7 +47,7 @@ class SyncSettingsTest : public QObject
     QQuickWindow *m_window = nullptr;
     QQuickItem *item(const QString &name)
     {
-        QQuickItem *found = find(m_window->contentItem(), name);
+        QQuickItem *found = findItem(m_window->contentItem(), name);
         if (!found)
             qWarning("no item %s", qPrintable(name));
         return found;
