@@ -116,6 +116,8 @@ private:
     StoreContext *m_context = nullptr;
     std::vector<QVariant> m_values;
     quint64 m_dirty = 0;
+    // When the object was handed to its context: rows are written in that order.
+    quint64 m_insertOrder = 0;
     State m_state = State::Inserted;
     // Loaded members of each to-many relationship; absent until first read.
     std::vector<std::optional<QList<ManagedObject *>>> m_related;

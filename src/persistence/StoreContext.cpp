@@ -164,6 +164,7 @@ void StoreContext::insertObject(ManagedObject *object)
         object->m_values[0] = QUuid::createUuid();
     object->m_context = this;
     object->m_state = ManagedObject::State::Inserted;
+    object->m_insertOrder = ++m_insertCount;
     m_objects.insert(object->id(), object);
     m_inserted.insert(object);
     // Any reference set before insertion joins the owner's loaded list now.
@@ -342,7 +343,13 @@ void StoreContext::save(const std::function<void()> &alsoWrite)
         throw error;
     }
     try {
-        for (ManagedObject *object : std::as_const(m_inserted))
+        // New rows go in in the order they were made, so that what was made
+        // together (a day's tasks, a routine's items) shares pages on disk and
+        // today's queue is a few page reads however long the history is.
+        std::vector<ManagedObject *> inserted(m_inserted.cbegin(), m_inserted.cend());
+        std::sort(inserted.begin(), inserted.end(),
+                  [](const ManagedObject *a, const ManagedObject *b) { return a->m_insertOrder < b->m_insertOrder; });
+        for (ManagedObject *object : inserted)
             insertRow(object);
         for (ManagedObject *object : std::as_const(m_updated))
             updateRow(object);

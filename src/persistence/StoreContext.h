@@ -141,6 +141,7 @@ private:
     QString m_connectionName;
     QHash<QUuid, ManagedObject *> m_objects; // owns every object
     QSet<ManagedObject *> m_inserted;
+    quint64 m_insertCount = 0;
     QSet<ManagedObject *> m_updated;
     QSet<ManagedObject *> m_deleted;
     QHash<ManagedObject *, ChangeKind> m_unprocessed;

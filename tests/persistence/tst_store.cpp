@@ -141,6 +141,26 @@ private Q_SLOTS:
         QCOMPARE(context.fetch<Task>(byTitle), QList<Task *>{task});
     }
 
+    // A day's tasks made together sit together on disk: reading today stays a
+    // few pages however much history lies before it.
+    void rowsAreWrittenInTheOrderTheyWereMade()
+    {
+        const QString file = path(QStringLiteral("order.sqlite"));
+        PersistenceController store(file);
+        auto &context = store.viewContext();
+        Day *day = makeDay(context, at(4));
+        for (int i = 0; i < 64; ++i)
+            makeTask(context, day, QString::number(i), i);
+        context.save();
+        OtherConnection other(file);
+        QSqlQuery query(QSqlDatabase::database(other.name));
+        QVERIFY(query.exec(QStringLiteral("SELECT title FROM tasks ORDER BY rowid")));
+        for (int i = 0; i < 64; ++i) {
+            QVERIFY(query.next());
+            QCOMPARE(query.value(0).toString(), QString::number(i));
+        }
+    }
+
     void fetchSeesUnsavedChanges()
     {
         PersistenceController store(true);
