@@ -3,7 +3,7 @@
 # UndefinedBehaviorSanitizer) and runs them one after the other.
 # Usage: fuzz/build-and-run.sh [seconds] [target...]
 #   seconds: total run time, shared equally by the targets (default 600)
-#   targets: quickadd, hotkey, automation, files (default: all)
+#   targets: quickadd, hotkey, automation, files, caldav (default: all)
 # FUZZ_BUILD_ONLY=1 builds without running.
 # Seed corpora are fuzz/corpus/<target>/; inputs found while running go to
 # fuzz/out/corpus-<target>/, crashes to fuzz/out/.
@@ -11,10 +11,10 @@ set -euo pipefail
 seconds="${1:-600}"
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(quickadd hotkey automation files)
+[ ${#targets[@]} -gt 0 ] || targets=(quickadd hotkey automation files caldav)
 here="$(cd "$(dirname "$0")" && pwd)"
 root="$(cd "$here/.." && pwd)"
-out="$here/out"
+out="${FUZZ_OUT:-$here/out}"
 mkdir -p "$out"
 flags=(-std=c++20 -g -O1 -fPIC -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined
        -fno-omit-frame-pointer -DQT_NO_CAST_FROM_ASCII -I"$root/src")
@@ -76,6 +76,16 @@ build_files() {
     -o "$out/files_fuzzer"
 }
 
+build_caldav() {
+  # shellcheck disable=SC2046
+  clang++ "${flags[@]}" $(pkg-config --cflags Qt6Core libical) \
+    "$here/caldav_fuzzer.cpp" \
+    "$root/src/ical/VTodoMapping.cpp" \
+    "$root/src/sync/TodoMerge.cpp" \
+    $(pkg-config --libs Qt6Core libical) \
+    -o "$out/caldav_fuzzer"
+}
+
 # FUZZ_SECONDS_EACH, when set, gives every target that many seconds instead
 # of a share of the total.
 per_target=$(( seconds / ${#targets[@]} ))
@@ -88,6 +98,7 @@ for target in "${targets[@]}"; do
   [ "$target" = automation ] && max_len=8192
   [ "$target" = hotkey ] && max_len=128
   [ "$target" = files ] && max_len=4096
+  [ "$target" = caldav ] && max_len=4096
   (cd "$out" && "./${target}_fuzzer" -max_total_time="$per_target" -print_final_stats=1 -max_len="$max_len" \
     -artifact_prefix="$out/" "corpus-$target" "$here/corpus/$target")
 done

@@ -35,14 +35,41 @@ icalcomponent *firstTodo(icalcomponent *root)
     return icalcomponent_get_first_component(root, ICAL_VTODO_COMPONENT);
 }
 
+// iCalendar text holds no control characters but tab and line feed. libical
+// escapes a line feed, drops some others, writes a carriage return as it is
+// (which ends the content line early) and can lose a tab where it folds a
+// line; and it drops blanks around a value. So, both ways, line ends become
+// line feeds, a tab a blank, the other control characters go, and so does
+// white space at either end: a value reads back as it was written.
+QString plainLines(QString value)
+{
+    value.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    value.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    value.replace(QLatin1Char('\t'), QLatin1Char(' '));
+    value.removeIf([](QChar c) { return (c.unicode() < 0x20 && c != u'\n') || c.unicode() == 0x7f; });
+    return value.trimmed();
+}
+
 QString text(const char *value)
 {
-    return value ? QString::fromUtf8(value) : QString();
+    return value ? plainLines(QString::fromUtf8(value)) : QString();
+}
+
+QByteArray icalText(const QString &value)
+{
+    return plainLines(value).toUtf8();
+}
+
+// A time iCalendar can write: four-digit year and a real calendar date.
+bool writable(icaltimetype t)
+{
+    return !icaltime_is_null_time(t) && icaltime_is_valid_time(t) && t.year >= 1 && t.year <= 9999 &&
+        QDate(t.year, t.month, t.day).isValid();
 }
 
 QDateTime instant(icaltimetype t)
 {
-    if (icaltime_is_null_time(t) || !icaltime_is_valid_time(t))
+    if (!writable(t))
         return {};
     return QDateTime::fromSecsSinceEpoch(
         icaltime_as_timet_with_zone(t, t.zone ? t.zone : icaltimezone_get_utc_timezone()), Qt::UTC);
@@ -50,7 +77,7 @@ QDateTime instant(icaltimetype t)
 
 QDate date(icaltimetype t)
 {
-    if (icaltime_is_null_time(t) || !icaltime_is_valid_time(t))
+    if (!writable(t))
         return {};
     return QDate(t.year, t.month, t.day);
 }
@@ -170,12 +197,18 @@ QByteArray write(const TodoFields &f, const QDateTime &now, const QByteArray &pr
 {
     Component root = parse(previous);
     icalcomponent *todo = firstTodo(root.get());
-    if (todo && icalcomponent_isa(root.get()) == ICAL_VTODO_COMPONENT) {
-        // A bare VTODO: put it in a calendar of its own.
+    if (todo && icalcomponent_isa(root.get()) != ICAL_VCALENDAR_COMPONENT) {
+        // A bare VTODO, or one inside something that is not a calendar (which
+        // would write out as nothing): put it in a calendar of its own.
         Component calendar(icalcomponent_new(ICAL_VCALENDAR_COMPONENT), &icalcomponent_free);
         icalcomponent_add_property(calendar.get(), icalproperty_new_version("2.0"));
         icalcomponent_add_property(calendar.get(), icalproperty_new_prodid("-//Tarnwell//Tarnwell//EN"));
-        icalcomponent_add_component(calendar.get(), root.release());
+        if (todo == root.get()) {
+            icalcomponent_add_component(calendar.get(), root.release());
+        } else {
+            icalcomponent_remove_component(icalcomponent_get_parent(todo), todo);
+            icalcomponent_add_component(calendar.get(), todo);
+        }
         root = std::move(calendar);
     }
     if (!todo) {
@@ -186,12 +219,12 @@ QByteArray write(const TodoFields &f, const QDateTime &now, const QByteArray &pr
         icalcomponent_add_component(root.get(), todo);
     }
 
-    replace(todo, ICAL_UID_PROPERTY, icalproperty_new_uid(f.uid.toUtf8().constData()));
+    replace(todo, ICAL_UID_PROPERTY, icalproperty_new_uid(icalText(f.uid).constData()));
     replace(todo, ICAL_DTSTAMP_PROPERTY, icalproperty_new_dtstamp(utc(now)));
     replace(todo, ICAL_LASTMODIFIED_PROPERTY, icalproperty_new_lastmodified(utc(f.lastModified.value_or(now))));
-    replace(todo, ICAL_SUMMARY_PROPERTY, icalproperty_new_summary(f.title.toUtf8().constData()));
+    replace(todo, ICAL_SUMMARY_PROPERTY, icalproperty_new_summary(icalText(f.title).constData()));
     replace(todo, ICAL_DESCRIPTION_PROPERTY,
-            f.notes.isEmpty() ? nullptr : icalproperty_new_description(f.notes.toUtf8().constData()));
+            f.notes.isEmpty() ? nullptr : icalproperty_new_description(icalText(f.notes).constData()));
 
     // The day goes where the to-do keeps its date: its due date when it has
     // only that, else its start (and a due date moves along with it).

@@ -113,6 +113,32 @@ private Q_SLOTS:
         QVERIFY(!odd->order);
         QVERIFY(!odd->day.isValid());
     }
+
+    // Found by fuzzing: each of these made a to-do come back different from
+    // what was written, so two machines would rewrite it on every sync, or
+    // wrote it out as nothing at all.
+    void mangledToDosStillComeBackTheSame()
+    {
+        const auto roundTrip = [](const QByteArray &ics) {
+            const auto read = VTodoMapping::read(ics);
+            QVERIFY(read);
+            const QByteArray written = VTodoMapping::write(*read, now, ics);
+            QVERIFY(written.startsWith("BEGIN:VCALENDAR"));
+            const auto again = VTodoMapping::read(written);
+            QVERIFY(again);
+            QCOMPARE(again->title, read->title);
+            QCOMPARE(again->uid, read->uid);
+            QCOMPARE(again->completedAt, read->completedAt);
+        };
+        // A to-do inside something that is not a calendar.
+        roundTrip("BEGIN:VCA0\r\nBEGIN:VTODO\r\nUID:a\r\nSUMMARY:Wrapped\r\nEND:VTODO\r\nEND:VCA0\r\n");
+        // A carriage return, a tab, a form feed and blanks around the text.
+        roundTrip("BEGIN:VTODO\r\nUID: b \r\nSUMMARY:Ba\te\rto-do\x0c \r\nEND:VTODO\r\n");
+        QCOMPARE(VTodoMapping::read("BEGIN:VTODO\r\nUID:b\r\nSUMMARY:Ba\te\rdo\x0c \r\nEND:VTODO\r\n")->title,
+                 QStringLiteral("Ba e\ndo"));
+        // A completion in the 78th month.
+        roundTrip("BEGIN:VTODO\r\nUID:c\r\nSTATUS:CANCELLED\r\nCOMPLETED:26397803T000000Z\r\nEND:VTODO\r\n");
+    }
 };
 
 QTEST_GUILESS_MAIN(VTodoMappingTest)
