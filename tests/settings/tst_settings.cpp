@@ -25,8 +25,9 @@ private Q_SLOTS:
             PersistenceController store(file);
             AppSettingsStore settings(store);
             QVERIFY(!settings.row()->id().isNull());
-            // The defaults no other suite acts on (the idle threshold, chime,
-            // hot keys, switches and workday end are met in theirs).
+            // The defaults no other suite acts on (the chime, hot keys,
+            // switches and workday end are met in theirs).
+            QCOMPARE(settings.idleThresholdMinutes(), 10);
             QCOMPARE(settings.minimalIdleMode(), false);
             QCOMPARE(settings.preEndWarningMinutes(), 0);
             QCOMPARE(settings.overtimePresetMinutes(), 10);
