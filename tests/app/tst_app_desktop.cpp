@@ -16,12 +16,8 @@ class AppDesktopTest : public QObject
 private Q_SLOTS:
     void closingTheFirstRunWindowStillInstallsTheInterface()
     {
-        QDBusConnection panel = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
-        WatcherObject object;
-        auto *watcher = new FakeWatcher(&object);
-        QVERIFY(
-            panel.registerObject(QStringLiteral("/StatusNotifierWatcher"), &object, QDBusConnection::ExportAdaptors));
-        QVERIFY(panel.registerService(QStringLiteral("org.kde.StatusNotifierWatcher")));
+        Panel panel;
+        QVERIFY(panel.isStarted());
 
         QTemporaryDir home;
         AppProcess app(home.path(), {});
@@ -29,18 +25,18 @@ private Q_SLOTS:
         X11Windows x11;
         xcb_window_t window = 0;
         QTRY_VERIFY_WITH_TIMEOUT((window = x11.find(QStringLiteral("Welcome to Tarnwell"))) != 0, 10000);
-        QCOMPARE(watcher->services.size(), 0);
+        QCOMPARE(panel.registrations(), 0);
 
         x11.requestClose(window);
         QVERIFY2(app.waitFor(QStringLiteral("Interface installed")), qPrintable(app.log()));
-        QTRY_COMPARE(watcher->services.size(), 1);
+        QTRY_COMPARE(panel.registrations(), 1);
         QTRY_COMPARE_WITH_TIMEOUT(x11.find(QStringLiteral("Welcome to Tarnwell")), xcb_window_t(0), 5000);
 
         // A second start reaches a popover that really opens.
         AppProcess second(home.path(), {});
         QVERIFY(second.finish(5000));
         QVERIFY2(app.waitFor(QStringLiteral("Popover shown")), qPrintable(app.log()));
-        QCOMPARE(watcher->services.size(), 1);
+        QCOMPARE(panel.registrations(), 1);
         app.terminate();
         QVERIFY(app.finish());
     }

@@ -49,25 +49,6 @@ private:
     bool m_up = false;
 };
 
-// A panel on the bus: a stand-in watcher on a connection of its own.
-struct Panel
-{
-    Panel(const QString &address, const QString &name)
-        : bus(QDBusConnection::connectToBus(address, name))
-        , watcher(new FakeWatcher(&object))
-    {
-        started =
-            bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), &object, QDBusConnection::ExportAdaptors) &&
-            bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
-    }
-    ~Panel() { QDBusConnection::disconnectFromBus(bus.name()); }
-
-    QDBusConnection bus;
-    WatcherObject object;
-    FakeWatcher *watcher;
-    bool started = false;
-};
-
 // A call that lets the event loop run meanwhile (the watcher answers from here).
 QDBusMessage call(QDBusConnection &bus, const QString &method, const QVariantList &arguments = {})
 {
@@ -94,14 +75,14 @@ private Q_SLOTS:
         auto daemon = std::make_unique<BusDaemon>(address);
         QVERIFY(daemon->isUp());
         auto panel = std::make_unique<Panel>(address, QStringLiteral("panel-1"));
-        QVERIFY(panel->started);
+        QVERIFY(panel->isStarted());
 
         QTemporaryDir home;
         AppProcess app(home.path(), {QStringLiteral("--ui-test")},
                        {QStringLiteral("DBUS_SESSION_BUS_ADDRESS=") + address});
         QVERIFY2(app.waitFor(QStringLiteral("Interface installed")), qPrintable(app.log()));
-        QTRY_COMPARE_WITH_TIMEOUT(panel->watcher->services.size(), 1, 5000);
-        QCOMPARE(call(panel->bus, QStringLiteral("AddTask"), {QStringLiteral("Before"), 20, false}).type(),
+        QTRY_COMPARE_WITH_TIMEOUT(panel->registrations(), 1, 5000);
+        QCOMPARE(call(panel->bus(), QStringLiteral("AddTask"), {QStringLiteral("Before"), 20, false}).type(),
                  QDBusMessage::ReplyMessage);
 
         // The daemon dies; the agent notices, says so once and goes on.
@@ -116,15 +97,15 @@ private Q_SLOTS:
         daemon = std::make_unique<BusDaemon>(address);
         QVERIFY(daemon->isUp());
         panel = std::make_unique<Panel>(address, QStringLiteral("panel-2"));
-        QVERIFY(panel->started);
+        QVERIFY(panel->isStarted());
         QVERIFY2(app.waitFor(QStringLiteral("Claimed org.tarnwell.Tarnwell on the new session bus"), 15000),
                  qPrintable(app.log()));
-        QVERIFY(panel->bus.interface()->isServiceRegistered(agentName).value());
-        QTRY_COMPARE_WITH_TIMEOUT(panel->watcher->services.size(), 1, 5000);
-        QCOMPARE(panel->watcher->senders.value(0), panel->bus.interface()->serviceOwner(agentName).value());
+        QVERIFY(panel->bus().interface()->isServiceRegistered(agentName).value());
+        QTRY_COMPARE_WITH_TIMEOUT(panel->registrations(), 1, 5000);
+        QCOMPARE(panel->senders().value(0), panel->bus().interface()->serviceOwner(agentName).value());
 
         // The interface answers, and what it is given lands in the same store.
-        const QDBusMessage added = call(panel->bus, QStringLiteral("AddTask"), {QStringLiteral("After"), 15, false});
+        const QDBusMessage added = call(panel->bus(), QStringLiteral("AddTask"), {QStringLiteral("After"), 15, false});
         QCOMPARE(added.type(), QDBusMessage::ReplyMessage);
         QCOMPARE(added.arguments().value(0).toString(), QStringLiteral("After"));
         QCOMPARE(app.log().count(QStringLiteral("Lost the session bus")), 1);

@@ -1,18 +1,14 @@
-// The add-task intent, the checks of outside arguments, and export/import.
+// The checks of outside arguments, export/import and the calendar file.
 #include "focus/FocusFixture.h"
 #include "ical/IcsWriter.h"
-#include "integration/AddTaskIntent.h"
 #include "integration/AutomationArguments.h"
 #include "integration/TaskAutomation.h"
 #include "integration/TaskExchange.h"
 #include "kit/Translations.h"
 #include "persistence/Day.h"
-#include "persistence/RepositoryError.h"
 #include "persistence/RoutineRepository.h"
 #include "persistence/Task.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTest>
 
 #include <libical/ical.h>
@@ -34,35 +30,6 @@ private Q_SLOTS:
     {
         static Translations translations;
         translations.install(QStringLiteral("en"));
-    }
-
-    void urgentIntentGoesFirstAndShiftsTheOthers()
-    {
-        FocusFixture f;
-        f.add(QStringLiteral("a")), f.add(QStringLiteral("b")), f.add(QStringLiteral("c"));
-        AddTaskIntentRunner runner(f.service.dayRepository(), f.service.taskRepository());
-        const AddTaskIntent intent{QStringLiteral("  Call the bank  "), 20, true};
-        QCOMPARE(intent.perform(runner), QStringLiteral("Added “Call the bank” to Tarnwell."));
-        Day *today = f.service.dayRepository().day(f.time.now);
-        const QList<Task *> queue = f.service.taskRepository().openTasks(today);
-        QCOMPARE(titles(queue),
-                 (QStringList{QStringLiteral("Call the bank"), QStringLiteral("a"), QStringLiteral("b"),
-                              QStringLiteral("c")}));
-        for (int i = 0; i < queue.size(); ++i)
-            QCOMPARE(queue[i]->orderIndex(), i);
-        QCOMPARE(queue.first()->durationMinutes(), std::optional<qint32>(20));
-    }
-
-    void intentOnAnEmptyStoreCreatesToday()
-    {
-        FocusFixture f;
-        AddTaskIntentRunner runner(f.service.dayRepository(), f.service.taskRepository());
-        QCOMPARE(runner.run(QStringLiteral("x"), std::nullopt, false),
-                 AddTaskIntentRunner::Outcome{QStringLiteral("x")});
-        QVERIFY(f.service.dayRepository().day(f.time.now));
-        QVERIFY_THROWS_EXCEPTION(RepositoryError, runner.run(QStringLiteral("   "), std::nullopt, false));
-        QVERIFY_THROWS_EXCEPTION(RepositoryError, runner.run(QString(201, u'x'), std::nullopt, false));
-        QCOMPARE(f.service.taskRepository().openTasks(f.service.dayRepository().day(f.time.now)).size(), 1);
     }
 
     void argumentChecks_data()

@@ -25,17 +25,7 @@ struct Result
 
 QProcessEnvironment environmentFor(const QString &home, const QStringList &extra = {})
 {
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
-    env.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/config"));
-    env.insert(QStringLiteral("LANGUAGE"), QStringLiteral("en"));
-    for (const QString &entry : extra) {
-        if (entry.contains(u'='))
-            env.insert(entry.section(u'=', 0, 0), entry.section(u'=', 1));
-        else
-            env.remove(entry);
-    }
-    return env;
+    return AppProcess::environment(home, QStringList{QStringLiteral("LANGUAGE=en")} + extra);
 }
 
 Result run(const QString &home, const QStringList &arguments, const QStringList &extra = {})

@@ -13,9 +13,6 @@
 
 #include <QGuiApplication>
 #include <QKeySequence>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
 Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
@@ -45,11 +42,6 @@ struct Windows
                     {{QStringLiteral("action"), rawValue(action)}});
     }
 };
-
-QString focusName(QQuickWindow *window)
-{
-    return window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString();
-}
 
 } // namespace
 

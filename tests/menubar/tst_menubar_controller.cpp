@@ -8,7 +8,6 @@
 #include "support/FakeStatusNotifierWatcher.h"
 
 #include <QDBusConnection>
-#include <QDBusPendingCallWatcher>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -29,37 +28,14 @@ class MenuBarControllerTest : public QObject
     Q_OBJECT
 
 private:
-    QDBusConnection m_panel = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
-    WatcherObject m_watcherObject;
-    FakeWatcher *m_watcher = new FakeWatcher(&m_watcherObject);
+    Panel m_panel;
 
-    QDBusMessage call(const QDBusMessage &message)
+    template<typename T>
+    T property(const QString &name)
     {
-        QDBusPendingCallWatcher pending(m_panel.asyncCall(message, 5000));
-        if (!pending.isFinished())
-            QSignalSpy(&pending, &QDBusPendingCallWatcher::finished).wait(6000);
-        return pending.reply();
-    }
-    QVariant property(const QString &service, const QString &name)
-    {
-        QDBusMessage get =
-            QDBusMessage::createMethodCall(service, QStringLiteral("/StatusNotifierItem"),
-                                           QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-        get << QStringLiteral("org.kde.StatusNotifierItem") << name;
-        return call(get).arguments().value(0).value<QDBusVariant>().variant();
-    }
-    QString label(const QString &service) { return property(service, QStringLiteral("XAyatanaLabel")).toString(); }
-    StatusNotifierPixmaps icon(const QString &service)
-    {
-        StatusNotifierPixmaps pixmaps;
-        property(service, QStringLiteral("IconPixmap")).value<QDBusArgument>() >> pixmaps;
-        return pixmaps;
-    }
-    StatusNotifierToolTip toolTip(const QString &service)
-    {
-        StatusNotifierToolTip tip;
-        property(service, QStringLiteral("ToolTip")).value<QDBusArgument>() >> tip;
-        return tip;
+        T value;
+        m_panel.property(name).value<QDBusArgument>() >> value;
+        return value;
     }
 
 private Q_SLOTS:
@@ -67,9 +43,7 @@ private Q_SLOTS:
     {
         registerStatusNotifierTypes();
         registerDBusMenuTypes();
-        QVERIFY(m_panel.registerObject(QStringLiteral("/StatusNotifierWatcher"), &m_watcherObject,
-                                       QDBusConnection::ExportAdaptors));
-        QVERIFY(m_panel.registerService(QStringLiteral("org.kde.StatusNotifierWatcher")));
+        QVERIFY(m_panel.isStarted());
     }
 
     void labelIconAndClicksFollowTheTaskInHand()
@@ -84,42 +58,39 @@ private Q_SLOTS:
             f.service, f.countdown, f.settings, [] { return false; }, actions);
         controller.install(QDBusConnection::sessionBus());
         const QString service = controller.statusItem()->serviceName();
-        QTRY_VERIFY(m_watcher->services.contains(service));
-        QCOMPARE(label(service), QStringLiteral("What's next?"));
+        QTRY_COMPARE(m_panel.item(), service);
+        QCOMPARE(m_panel.label(), QStringLiteral("What's next?"));
 
         PanelRecorder recorder;
         for (const char *member : {"XAyatanaNewLabel", "NewIcon", "NewToolTip"})
-            QVERIFY(m_panel.connect(service, QStringLiteral("/StatusNotifierItem"),
-                                    QStringLiteral("org.kde.StatusNotifierItem"), QString::fromLatin1(member),
-                                    &recorder, SLOT(record(QDBusMessage))));
+            QVERIFY(m_panel.bus().connect(service, QStringLiteral("/StatusNotifierItem"),
+                                          QStringLiteral("org.kde.StatusNotifierItem"), QString::fromLatin1(member),
+                                          &recorder, SLOT(record(QDBusMessage))));
 
         Task *task = f.add(QStringLiteral("Write the quarterly report"), 25);
-        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  25m"));
-        QCOMPARE(toolTip(service).title, QStringLiteral("Write the quarterly report"));
-        const auto before = icon(service);
+        QCOMPARE(m_panel.label(), QStringLiteral("Write the quart\u2026  25m"));
+        QCOMPARE(property<StatusNotifierToolTip>(QStringLiteral("ToolTip")).title,
+                 QStringLiteral("Write the quarterly report"));
+        const auto before = property<StatusNotifierPixmaps>(QStringLiteral("IconPixmap"));
         QTRY_COMPARE(recorder.members.count(QStringLiteral("XAyatanaNewLabel")), 1);
         recorder.members.clear();
 
         f.service.startTimer(task);
         f.tick(1);
-        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  24m")); // whole minutes, rounded down
+        QCOMPARE(m_panel.label(), QStringLiteral("Write the quart\u2026  24m")); // whole minutes, rounded down
         QTRY_COMPARE(recorder.members.count(QStringLiteral("XAyatanaNewLabel")), 1);
         recorder.members.clear();
         f.tick(59);
-        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  24m"));
+        QCOMPARE(m_panel.label(), QStringLiteral("Write the quart\u2026  24m"));
         f.tick(1);
-        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  23m"));
+        QCOMPARE(m_panel.label(), QStringLiteral("Write the quart\u2026  23m"));
         QTRY_COMPARE(recorder.members.count(QStringLiteral("XAyatanaNewLabel")), 1);
         // 60 s of a 25-minute plan is two steps of the ring at most.
         QVERIFY(recorder.members.count(QStringLiteral("NewIcon")) <= 2);
-        QVERIFY(!(icon(service) == before));
+        QVERIFY(!(property<StatusNotifierPixmaps>(QStringLiteral("IconPixmap")) == before));
 
         // A click on the item opens the popover where the panel says.
-        QDBusMessage activate =
-            QDBusMessage::createMethodCall(service, QStringLiteral("/StatusNotifierItem"),
-                                           QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
-        activate << 300 << 4;
-        call(activate);
+        m_panel.activate(300, 4);
         QTRY_COMPARE(popoverClicks, QList<QPoint>{QPoint(300, 4)});
 
         // The menu's timer entry pauses the task in hand.
@@ -130,12 +101,12 @@ private Q_SLOTS:
         f.service.startTimer(task);
         f.tick(25 * 60);
         QCOMPARE(controller.presentation().state, MenuBarPresentation::State::overdue);
-        QCOMPARE(label(service), QStringLiteral("Write the quart\u2026  -1m"));
+        QCOMPARE(m_panel.label(), QStringLiteral("Write the quart\u2026  -1m"));
         TaskCompletionFlow::complete(task->id(), f.service, f.sound, f.rec, false);
-        QCOMPARE(label(service), QStringLiteral("Done for today. That's plenty."));
+        QCOMPARE(m_panel.label(), QStringLiteral("Done for today. That's plenty."));
         QCOMPARE(controller.presentation().state, MenuBarPresentation::State::dayDone);
         f.add(QStringLiteral("One more thing"));
-        QCOMPARE(label(service), QStringLiteral("One more thing"));
+        QCOMPARE(m_panel.label(), QStringLiteral("One more thing"));
         QVERIFY(!controller.showingDayDone());
     }
 
@@ -151,7 +122,7 @@ private Q_SLOTS:
             f.service, f.countdown, f.settings, [] { return false; }, actions);
         controller->install(QDBusConnection::sessionBus());
         const QString service = controller->statusItem()->serviceName();
-        QTRY_VERIFY(m_watcher->services.contains(service));
+        QTRY_COMPARE(m_panel.item(), service);
 
         // "Open Today" opens, twice in a row too: it never closes the popover.
         controller->statusItem()->menu()->triggered(MenuBarController::openId);
@@ -165,7 +136,7 @@ private Q_SLOTS:
             QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
             QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
         owner << service;
-        QTRY_VERIFY(!call(owner).arguments().value(0).toBool());
+        QTRY_VERIFY(!m_panel.call(owner).arguments().value(0).toBool());
     }
 };
 

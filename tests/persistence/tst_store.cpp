@@ -72,6 +72,20 @@ struct OtherConnection
     QString name;
 };
 
+// The schema's steps as this build ships them, oldest first.
+QStringList schemaSteps()
+{
+    QStringList steps;
+    QDir dir(QStringLiteral(":/persistence/schema"));
+    for (const QString &name : dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name)) {
+        QFile f(dir.filePath(name));
+        if (!f.open(QIODevice::ReadOnly))
+            qFatal("cannot read %s", qPrintable(name));
+        steps << QString::fromUtf8(f.readAll());
+    }
+    return steps;
+}
+
 } // namespace
 
 class StoreTest : public QObject
@@ -305,13 +319,7 @@ private Q_SLOTS:
     void migrationCopiesAsideAndAppliesAllOrNothing()
     {
         const QString file = path(QStringLiteral("migrate.sqlite"));
-        QStringList steps;
-        QDir dir(QStringLiteral(":/persistence/schema"));
-        for (const QString &name : dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name)) {
-            QFile f(dir.filePath(name));
-            QVERIFY(f.open(QIODevice::ReadOnly));
-            steps << QString::fromUtf8(f.readAll());
-        }
+        const QStringList steps = schemaSteps();
         // NOLINTNEXTLINE(clang-analyzer-deadcode.DeadStores): read after the expected throw, which the analyzer does not follow
         const int current = int(steps.size());
         {
@@ -370,13 +378,7 @@ private Q_SLOTS:
     void syncStateMigratesAndTombstonesDeletedTasks()
     {
         const QString file = path(QStringLiteral("v2.sqlite"));
-        QStringList steps;
-        QDir dir(QStringLiteral(":/persistence/schema"));
-        for (const QString &name : dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name)) {
-            QFile f(dir.filePath(name));
-            QVERIFY(f.open(QIODevice::ReadOnly));
-            steps << QString::fromUtf8(f.readAll());
-        }
+        const QStringList steps = schemaSteps();
         QVERIFY(steps.size() >= 3);
         QUuid synced, plain, withDay;
         {

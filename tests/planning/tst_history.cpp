@@ -1,12 +1,9 @@
 // Past tasks: the search over titles (through the title index, and by reading
 // titles for text too short for it) and the rule that keeps past days as
 // they were unless editing the history is on.
-#include "persistence/DayRepository.h"
-#include "persistence/PersistenceController.h"
+#include "PlanningFixture.h"
 #include "persistence/StoreMigrator.h"
-#include "persistence/TaskRepository.h"
 #include "services/TaskHistory.h"
-#include "support/ManualClock.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,13 +14,8 @@ using namespace tarnwell;
 
 namespace {
 
-struct Fixture
+struct Fixture : PlanningFixture
 {
-    Calendar calendar;
-    ManualClock time{QDate(2026, 6, 10).startOfDay(calendar.timeZone()).addSecs(10 * 3600)};
-    PersistenceController store{true};
-    DayRepository days{store.viewContext(), calendar, time.clock()};
-    TaskRepository tasks{store.viewContext(), calendar, time.clock(), days};
     TaskHistory history{store.viewContext(), calendar};
 
     Task *add(const QString &title, int dayOffset)

@@ -1,13 +1,10 @@
 // The review of estimates: periods across daylight-saving changes and a year
 // boundary, the bucket edges, medians, what counts as measured time, and the
 // day's summary. Runs once per time zone (see CMakeLists).
+#include "PlanningFixture.h"
 #include "kit/Translations.h"
-#include "persistence/DayRepository.h"
-#include "persistence/PersistenceController.h"
-#include "persistence/TaskRepository.h"
 #include "services/DailySummary.h"
 #include "services/ReviewStatistics.h"
-#include "support/ManualClock.h"
 
 #include <QSqlQuery>
 #include <QTest>
@@ -16,13 +13,8 @@ using namespace tarnwell;
 
 namespace {
 
-struct Fixture
+struct Fixture : PlanningFixture
 {
-    Calendar calendar;
-    ManualClock time{QDate(2026, 6, 10).startOfDay(calendar.timeZone()).addSecs(10 * 3600)};
-    PersistenceController store{true};
-    DayRepository days{store.viewContext(), calendar, time.clock()};
-    TaskRepository tasks{store.viewContext(), calendar, time.clock(), days};
     ReviewStatistics review{store.viewContext(), calendar};
 
     // A task planned for `minutes` (none: unplanned), completed at `at` after

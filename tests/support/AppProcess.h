@@ -16,13 +16,8 @@ public:
     explicit AppProcess(const QString &home, const QStringList &arguments = {QStringLiteral("--ui-test")},
                         const QStringList &extraEnvironment = {})
     {
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
-        env.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/config"));
-        env.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("%{message}"));
-        for (const QString &entry : extraEnvironment)
-            env.insert(entry.section(QLatin1Char('='), 0, 0), entry.section(QLatin1Char('='), 1));
-        m_process.setProcessEnvironment(env);
+        m_process.setProcessEnvironment(
+            environment(home, QStringList{QStringLiteral("QT_MESSAGE_PATTERN=%{message}")} + extraEnvironment));
         m_process.setProcessChannelMode(QProcess::MergedChannels);
         m_process.start(QStringLiteral(TARNWELL_BINARY), arguments);
     }
@@ -33,6 +28,22 @@ public:
             m_process.waitForFinished();
         }
     }
+    // The environment of a program with its data and config folders below
+    // `home`; an entry "NAME=value" sets a variable, a bare "NAME" removes it.
+    static QProcessEnvironment environment(const QString &home, const QStringList &extra = {})
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
+        env.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/config"));
+        for (const QString &entry : extra) {
+            if (entry.contains(QLatin1Char('=')))
+                env.insert(entry.section(QLatin1Char('='), 0, 0), entry.section(QLatin1Char('='), 1));
+            else
+                env.remove(entry);
+        }
+        return env;
+    }
+
     AppProcess(const AppProcess &) = delete;
     AppProcess &operator=(const AppProcess &) = delete;
 

@@ -8,72 +8,12 @@
 #include "support/FakeStatusNotifierWatcher.h"
 
 #include <QDBusConnection>
-#include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
-#include <QDBusVariant>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTest>
-
-// The panel's side of the status item.
-class Panel
-{
-public:
-    Panel()
-    {
-        m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), &m_object, QDBusConnection::ExportAdaptors);
-        m_bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
-    }
-    ~Panel() { m_bus.unregisterService(QStringLiteral("org.kde.StatusNotifierWatcher")); }
-    Panel(const Panel &) = delete;
-    Panel &operator=(const Panel &) = delete;
-
-    QString item() const { return m_watcher->services.value(m_watcher->services.size() - 1); }
-    int registrations() const { return int(m_watcher->services.size()); }
-
-    QDBusMessage call(const QDBusMessage &message)
-    {
-        QDBusPendingCallWatcher pending(m_bus.asyncCall(message, 20000));
-        if (!pending.isFinished())
-            QSignalSpy(&pending, &QDBusPendingCallWatcher::finished).wait(21000);
-        return pending.reply();
-    }
-    QVariant property(const QString &name)
-    {
-        QDBusMessage get =
-            QDBusMessage::createMethodCall(item(), QStringLiteral("/StatusNotifierItem"),
-                                           QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-        get << QStringLiteral("org.kde.StatusNotifierItem") << name;
-        return call(get).arguments().value(0).value<QDBusVariant>().variant();
-    }
-    QString label() { return property(QStringLiteral("XAyatanaLabel")).toString(); }
-    void activate(int x, int y)
-    {
-        QDBusMessage m =
-            QDBusMessage::createMethodCall(item(), QStringLiteral("/StatusNotifierItem"),
-                                           QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
-        m << x << y;
-        call(m);
-    }
-    // A click on an entry of the status item's menu.
-    enum MenuEntry { menuTimer = 3, menuComplete = 4 };
-    void clickMenu(int id)
-    {
-        const QString path = property(QStringLiteral("Menu")).value<QDBusObjectPath>().path();
-        QDBusMessage m = QDBusMessage::createMethodCall(item(), path, QStringLiteral("com.canonical.dbusmenu"),
-                                                        QStringLiteral("Event"));
-        m << id << QStringLiteral("clicked") << QVariant::fromValue(QDBusVariant(QString())) << 0u;
-        call(m);
-    }
-
-private:
-    QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("panel"));
-    WatcherObject m_object;
-    FakeWatcher *m_watcher = new FakeWatcher(&m_object);
-};
 
 // What a person's keyboard does: xdotool into the focused window, or under
 // Wayland tests/support/wayland/wayland_keyboard (a virtual keyboard on the

@@ -11,9 +11,15 @@
 #include "views/QuickAddDraft.h"
 #include "views/TaskListModel.h"
 
+#include "views/UiEngine.h"
+
 #include <QAbstractItemModelTester>
+#include <QDir>
+#include <QQmlEngine>
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QTemporaryDir>
+#include <QTest>
 
 // The item of a scene (delegates included) with this object name.
 inline QQuickItem *findItem(QQuickItem *root, const QString &name)
@@ -25,6 +31,78 @@ inline QQuickItem *findItem(QQuickItem *root, const QString &name)
         if (QQuickItem *found = findItem(child, name))
             return found;
     return nullptr;
+}
+
+// The item of a window with this object name, those of its popups included.
+inline QQuickItem *namedItem(QQuickWindow *window, const QString &name)
+{
+    QQuickItem *found = window->findChild<QQuickItem *>(name);
+    return found ? found : window->contentItem()->findChild<QQuickItem *>(name);
+}
+inline QQuickItem *namedItem(QQuickWindow *window, const char *name)
+{
+    return namedItem(window, QString::fromLatin1(name));
+}
+
+// The visible items of a scene (delegates included) with this object name.
+inline QList<QQuickItem *> visibleItems(QQuickItem *root, const QString &name)
+{
+    QList<QQuickItem *> found;
+    if (root->objectName() == name && root->isVisible())
+        found << root;
+    const auto children = root->childItems();
+    for (QQuickItem *child : children)
+        found << visibleItems(child, name);
+    return found;
+}
+
+inline void click(QQuickWindow *window, QQuickItem *target)
+{
+    QVERIFY(target);
+    QVERIFY2(target->isVisible(), qPrintable(target->objectName()));
+    QTest::mouseClick(window, Qt::LeftButton, {},
+                      target->mapToScene(QPointF(target->width() / 2, target->height() / 2)).toPoint());
+}
+
+// Types ASCII text key by key (QTest has keyClicks only for widgets).
+inline void typeText(QWindow *window, const QString &text)
+{
+    for (const QChar c : text)
+        QTest::keyClick(window, c.toLatin1());
+}
+
+inline QString focusName(QQuickWindow *window)
+{
+    return window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString();
+}
+
+// Every warning the engine's windows give while the test runs.
+struct QmlWarnings
+{
+    explicit QmlWarnings(tarnwell::UiEngine &ui)
+    {
+        QObject::connect(&ui.engine(), &QQmlEngine::warnings, &ui,
+                         [this](const QList<QQmlError> &list) { errors << list; });
+    }
+    bool isEmpty() const { return errors.isEmpty(); }
+    QString text() const
+    {
+        QStringList out;
+        for (const QQmlError &e : errors)
+            out << e.toString();
+        return out.join(u'\n');
+    }
+    QList<QQmlError> errors;
+};
+
+// Saves a picture to look at where the run asks for them (TARNWELL_ARTIFACTS).
+inline void saveArtifact(const QImage &picture, const QString &fileName)
+{
+    const QString dir = qEnvironmentVariable("TARNWELL_ARTIFACTS");
+    if (dir.isEmpty())
+        return;
+    QDir().mkpath(dir);
+    QVERIFY2(picture.save(dir + u'/' + fileName), qPrintable(fileName));
 }
 
 struct ViewsFixture

@@ -10,11 +10,7 @@
 #include "views/UiEngine.h"
 
 #include <QGuiApplication>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
 #include <QScreen>
-#include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
 Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
@@ -34,39 +30,6 @@ void record(QtMsgType type, const QMessageLogContext &context, const QString &me
 int count(const QString &line)
 {
     return int(std::count(g_log.cbegin(), g_log.cend(), line));
-}
-
-// The visible items of the window's scene (delegates included) with this name.
-QList<QQuickItem *> visibleItems(QQuickItem *root, const QString &name)
-{
-    QList<QQuickItem *> found;
-    if (root->objectName() == name && root->isVisible())
-        found << root;
-    const auto children = root->childItems();
-    for (QQuickItem *child : children)
-        found << visibleItems(child, name);
-    return found;
-}
-
-QQuickItem *item(QQuickWindow *window, const char *name)
-{
-    const QString objectName = QString::fromLatin1(name);
-    QQuickItem *found = window->findChild<QQuickItem *>(objectName);
-    return found ? found : window->contentItem()->findChild<QQuickItem *>(objectName);
-}
-
-// Types ASCII text key by key (QTest has keyClicks only for widgets).
-void typeText(QWindow *window, const QString &text)
-{
-    for (const QChar c : text)
-        QTest::keyClick(window, c.toLatin1());
-}
-
-void click(QQuickWindow *window, QQuickItem *target)
-{
-    QVERIFY(target && target->isVisible());
-    QTest::mouseClick(window, Qt::LeftButton, {},
-                      target->mapToScene(QPointF(target->width() / 2, target->height() / 2)).toPoint());
 }
 
 } // namespace
@@ -93,21 +56,12 @@ class PopoverWindowTest : public QObject
                                            [] { return DesktopFacts{}; },
                                            QStringLiteral("0.1.0"),
                                            QString()}};
-        QList<QQmlError> warnings;
+        QmlWarnings warnings{ui};
 
         Windows()
         {
             QObject::connect(&f.model, &PopoverModel::manageRoutinesRequested, &settings,
                              [this] { settings.show(QStringLiteral("routines")); });
-            QObject::connect(&ui.engine(), &QQmlEngine::warnings, &ui,
-                             [this](const QList<QQmlError> &list) { warnings << list; });
-        }
-        QString warningText() const
-        {
-            QStringList out;
-            for (const QQmlError &e : warnings)
-                out << e.toString();
-            return out.join(u'\n');
         }
     };
 
@@ -130,7 +84,7 @@ private Q_SLOTS:
         w.f.add(QStringLiteral("First"), 25);
         w.popover.show(QPoint());
         QQuickWindow *window = w.popover.window();
-        QVERIFY2(window, qPrintable(w.warningText()));
+        QVERIFY2(window, qPrintable(w.warnings.text()));
         QVERIFY(QTest::qWaitForWindowExposed(window));
         QCOMPARE(count(QStringLiteral("Popover shown")), 1);
         QVERIFY(window->flags() & Qt::Tool);
@@ -138,20 +92,19 @@ private Q_SLOTS:
         QVERIFY(area.contains(window->geometry()));
 
         QTRY_VERIFY(window->isActive());
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
-                     QStringLiteral("addField"));
+        QTRY_COMPARE(focusName(window), QStringLiteral("addField"));
         typeText(window, QStringLiteral("Write report ~ 45m tomorrow !"));
-        QVERIFY(item(window, "addError"));
-        QVERIFY(item(window, "addError")->property("text").toString().isEmpty());
+        QVERIFY(namedItem(window, "addError"));
+        QVERIFY(namedItem(window, "addError")->property("text").toString().isEmpty());
         QTest::keyClick(window, Qt::Key_Return);
         QCOMPARE(w.f.titles(1), QStringList{QStringLiteral("Write report")});
         QCOMPARE(w.f.tasks.openTasks(w.f.day(1)).first()->durationMinutes(), 45);
-        QVERIFY(item(window, "addField")->property("text").toString().isEmpty());
+        QVERIFY(namedItem(window, "addField")->property("text").toString().isEmpty());
 
         // A line with nothing to add says so in place.
         typeText(window, QStringLiteral("!"));
         QTest::keyClick(window, Qt::Key_Return);
-        QVERIFY(!item(window, "addError")->property("text").toString().isEmpty());
+        QVERIFY(!namedItem(window, "addError")->property("text").toString().isEmpty());
 
         // Left on tomorrow and closed, it opens on today again.
         w.f.model.nextDay();
@@ -165,7 +118,7 @@ private Q_SLOTS:
         QCOMPARE(count(QStringLiteral("Popover shown")), 2);
         w.popover.toggle();
         QVERIFY(!w.popover.isVisible());
-        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warnings.text()));
     }
 
     void cardButtonsRunTheTimerAndShowWhatIsNext()
@@ -176,18 +129,18 @@ private Q_SLOTS:
         w.popover.show();
         QQuickWindow *window = w.popover.window();
         QVERIFY(QTest::qWaitForWindowExposed(window));
-        QVERIFY(item(window, "taskInHandCard")->isVisible());
+        QVERIFY(namedItem(window, "taskInHandCard")->isVisible());
 
-        click(window, item(window, "timerButton"));
+        click(window, namedItem(window, "timerButton"));
         QVERIFY(first->activeStartedAt());
-        click(window, item(window, "doneButton"));
+        click(window, namedItem(window, "doneButton"));
         QVERIFY(first->completed());
-        QTRY_VERIFY(item(window, "nextUpStart")->isVisible());
-        click(window, item(window, "nextUpStart"));
-        QVERIFY(!item(window, "nextUpStart")->isVisible());
+        QTRY_VERIFY(namedItem(window, "nextUpStart")->isVisible());
+        click(window, namedItem(window, "nextUpStart"));
+        QVERIFY(!namedItem(window, "nextUpStart")->isVisible());
         QCOMPARE(w.f.service.activeTask()->title(), QStringLiteral("Second"));
         QVERIFY(w.f.service.activeTask()->activeStartedAt());
-        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warnings.text()));
     }
 
     void rowsWorkFromTheKeyboardAndByDragging()
@@ -199,7 +152,7 @@ private Q_SLOTS:
         w.popover.show();
         QQuickWindow *window = w.popover.window();
         QVERIFY(QTest::qWaitForWindowExposed(window));
-        QQuickItem *list = item(window, "taskList");
+        QQuickItem *list = namedItem(window, "taskList");
         list->forceActiveFocus();
         list->setProperty("currentIndex", 1);
         QTest::keyClick(window, Qt::Key_Down, Qt::AltModifier);
@@ -226,8 +179,7 @@ private Q_SLOTS:
         // Enter opens the editor in place; a blank title is refused there.
         list->setProperty("currentIndex", 0);
         QTest::keyClick(window, Qt::Key_Return);
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
-                     QStringLiteral("editTitle"));
+        QTRY_COMPARE(focusName(window), QStringLiteral("editTitle"));
         QTest::keyClick(window, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(window, Qt::Key_Backspace);
         QTest::keyClick(window, Qt::Key_Return);
@@ -237,7 +189,7 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Escape); // closes the editor, not the popover
         QVERIFY(w.popover.isVisible());
         QCOMPARE(w.f.titles(0).first(), QStringLiteral("C"));
-        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warnings.text()));
     }
 
     void losingTheFocusClosesThePopover()
@@ -260,11 +212,10 @@ private Q_SLOTS:
         Windows w;
         w.quickAdd.show();
         QQuickWindow *window = w.quickAdd.window();
-        QVERIFY2(window, qPrintable(w.warningText()));
+        QVERIFY2(window, qPrintable(w.warnings.text()));
         QVERIFY(QTest::qWaitForWindowExposed(window));
         QCOMPARE(count(QStringLiteral("Quick add shown")), 1);
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
-                     QStringLiteral("quickAddField"));
+        QTRY_COMPARE(focusName(window), QStringLiteral("quickAddField"));
         typeText(window, QStringLiteral("Plan ~ 30m"));
         QCOMPARE(w.quickAddDraft.durationText(), QStringLiteral("30m"));
         QTest::keyClick(window, Qt::Key_Return);
@@ -275,7 +226,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(window));
         QTest::keyClick(window, Qt::Key_Escape);
         QTRY_VERIFY(!w.quickAdd.isVisible());
-        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warnings.text()));
     }
 
     void routinesTabOpensFromThePopoverAndWorksFromTheKeyboard()
@@ -284,8 +235,8 @@ private Q_SLOTS:
         w.popover.show();
         QQuickWindow *popover = w.popover.window();
         QVERIFY(QTest::qWaitForWindowExposed(popover));
-        click(popover, item(popover, "routineButton"));
-        QQuickItem *manage = item(popover, "manageRoutines");
+        click(popover, namedItem(popover, "routineButton"));
+        QQuickItem *manage = namedItem(popover, "manageRoutines");
         QTRY_VERIFY(manage && manage->isVisible());
         // Clicked once the menu has opened and laid out all its items.
         auto *menu = manage->property("menu").value<QObject *>();
@@ -293,88 +244,80 @@ private Q_SLOTS:
         QTRY_VERIFY(menu->property("opened").toBool());
         click(popover, manage);
         QQuickWindow *window = w.settings.window();
-        QVERIFY2(window, qPrintable(w.warningText()));
+        QVERIFY2(window, qPrintable(w.warnings.text()));
         QVERIFY(QTest::qWaitForWindowExposed(window));
         QCOMPARE(count(QStringLiteral("Settings shown")), 1);
-        QTRY_VERIFY(item(window, "page-routines")->isVisible());
-        QVERIFY(item(window, "routinesEmpty")->isVisible());
+        QTRY_VERIFY(namedItem(window, "page-routines")->isVisible());
+        QVERIFY(namedItem(window, "routinesEmpty")->isVisible());
 
         // A new routine takes the name field; a blank name is refused there.
-        click(window, item(window, "newRoutine"));
+        click(window, namedItem(window, "newRoutine"));
         QCOMPARE(w.f.routines.routines().size(), 1);
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
-                     QStringLiteral("routineName"));
+        QTRY_COMPARE(focusName(window), QStringLiteral("routineName"));
         QTest::keyClick(window, Qt::Key_Backspace);
         QTest::keyClick(window, Qt::Key_Return);
-        QVERIFY(item(window, "nameError")->isVisible());
+        QVERIFY(namedItem(window, "nameError")->isVisible());
         typeText(window, QStringLiteral("Morning"));
         QTest::keyClick(window, Qt::Key_Return);
         QCOMPARE(w.f.routines.routines().first()->name(), QStringLiteral("Morning"));
-        QVERIFY(!item(window, "nameError")->isVisible());
-        QCOMPARE(w.f.model.routines().first().toMap().value(QStringLiteral("name")).toString(),
-                 QStringLiteral("Morning"));
+        QVERIFY(!namedItem(window, "nameError")->isVisible());
 
         // Tasks are added from their fields.
-        item(window, "newItemTitle")->forceActiveFocus();
+        namedItem(window, "newItemTitle")->forceActiveFocus();
         typeText(window, QStringLiteral("Stretch"));
         QTest::keyClick(window, Qt::Key_Tab);
         typeText(window, QStringLiteral("10m"));
         QTest::keyClick(window, Qt::Key_Return);
         QCOMPARE(w.settings.routines()->items().count(), 1);
         QTest::keyClick(window, Qt::Key_Return);
-        QVERIFY(item(window, "addItemError")->isVisible());
+        QVERIFY(namedItem(window, "addItemError")->isVisible());
 
         // From the list: Enter edits in place (Escape leaves the editor, not
         // the window), Alt+Up moves a task, Delete removes it.
         typeText(window, QStringLiteral("Read"));
         QTest::keyClick(window, Qt::Key_Return);
-        QQuickItem *list = item(window, "itemList");
+        QQuickItem *list = namedItem(window, "itemList");
         list->forceActiveFocus();
         list->setProperty("currentIndex", 1);
         QTest::keyClick(window, Qt::Key_Return);
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
-                     QStringLiteral("editItemTitle"));
+        QTRY_COMPARE(focusName(window), QStringLiteral("editItemTitle"));
         QTest::keyClick(window, Qt::Key_Escape);
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
-                     QStringLiteral("itemList"));
+        QTRY_COMPARE(focusName(window), QStringLiteral("itemList"));
         QVERIFY(w.settings.isVisible());
         QTest::keyClick(window, Qt::Key_Up, Qt::AltModifier);
         RoutineItemsModel &items = w.settings.routines()->items();
         QCOMPARE(items.index(0).data(RoutineItemsModel::TitleRole).toString(), QStringLiteral("Read"));
         QTest::keyClick(window, Qt::Key_Return);
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
-                     QStringLiteral("editItemTitle"));
+        QTRY_COMPARE(focusName(window), QStringLiteral("editItemTitle"));
         typeText(window, QStringLiteral(" more"));
         QTest::keyClick(window, Qt::Key_Return);
         QCOMPARE(items.index(0).data(RoutineItemsModel::TitleRole).toString(), QStringLiteral("Read more"));
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
-                     QStringLiteral("itemList"));
+        QTRY_COMPARE(focusName(window), QStringLiteral("itemList"));
         QTest::keyClick(window, Qt::Key_Delete);
         QCOMPARE(items.count(), 1);
 
         // Weekday toggles show for a custom rule.
-        QVERIFY(!item(window, "weekdayToggles")->isVisible());
+        QVERIFY(!namedItem(window, "weekdayToggles")->isVisible());
         w.settings.routines()->setRepeatChoice(int(RoutineSchedule::Kind::custom));
-        QVERIFY(item(window, "weekdayToggles")->isVisible());
+        QVERIFY(namedItem(window, "weekdayToggles")->isVisible());
 
         // Delete asks first; Escape closes the question, then the window.
-        click(window, item(window, "deleteRoutine"));
-        QQuickItem *dialog = item(window, "confirmDelete");
+        click(window, namedItem(window, "deleteRoutine"));
+        QQuickItem *dialog = namedItem(window, "confirmDelete");
         QTRY_VERIFY(dialog && dialog->isVisible());
         QTest::keyClick(window, Qt::Key_Escape);
         QTRY_VERIFY(!dialog->isVisible());
         QVERIFY(w.settings.isVisible());
         QCOMPARE(w.f.routines.routines().size(), 1);
-        click(window, item(window, "deleteRoutine"));
+        click(window, namedItem(window, "deleteRoutine"));
         QTRY_VERIFY(dialog->isVisible());
         click(window, dialog);
-        QTRY_VERIFY(item(window, "routinesEmpty")->isVisible());
+        QTRY_VERIFY(namedItem(window, "routinesEmpty")->isVisible());
         QVERIFY(w.f.routines.routines().isEmpty());
-        QVERIFY(w.f.model.routines().isEmpty());
         QTRY_VERIFY(!dialog->isVisible()); // the question has faded out
         QTest::keyClick(window, Qt::Key_Escape);
         QTRY_VERIFY(!w.settings.isVisible());
-        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warningText()));
+        QVERIFY2(w.warnings.isEmpty(), qPrintable(w.warnings.text()));
     }
 
     void idleWindowsAreLetGoAndComeBack()
@@ -399,8 +342,7 @@ private Q_SLOTS:
         QQuickWindow *window = w.popover.window();
         QVERIFY(window && w.ui.hasEngine());
         QVERIFY(QTest::qWaitForWindowExposed(window));
-        QTRY_COMPARE(window->activeFocusItem() ? window->activeFocusItem()->objectName() : QString(),
-                     QStringLiteral("addField"));
+        QTRY_COMPARE(focusName(window), QStringLiteral("addField"));
         typeText(window, QStringLiteral("Second"));
         QTest::keyClick(window, Qt::Key_Return);
         QCOMPARE(w.f.titles(0), (QStringList{QStringLiteral("First"), QStringLiteral("Second")}));

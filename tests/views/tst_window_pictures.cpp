@@ -16,11 +16,7 @@
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
 
-#include <QDir>
 #include <QGuiApplication>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
 Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
@@ -40,13 +36,10 @@ class WindowPicturesTest : public QObject
         QVERIFY2(std::abs(corner.red() - expected.red()) <= 2 && std::abs(corner.green() - expected.green()) <= 2 &&
                      std::abs(corner.blue() - expected.blue()) <= 2,
                  qPrintable(corner.name() + QStringLiteral(" for ") + expected.name()));
-        const QString dir = QString::fromLocal8Bit(qgetenv("TARNWELL_ARTIFACTS"));
-        if (!dir.isEmpty()) {
-            QDir().mkpath(dir);
-            picture.save(QStringLiteral("%1/%2-%3-%4-%5x.png")
-                             .arg(dir, name, dark ? QStringLiteral("dark") : QStringLiteral("light"), language)
-                             .arg(window->effectiveDevicePixelRatio()));
-        }
+        saveArtifact(picture,
+                     QStringLiteral("%1-%2-%3-%4x.png")
+                         .arg(name, dark ? QStringLiteral("dark") : QStringLiteral("light"), language)
+                         .arg(window->effectiveDevicePixelRatio()));
     }
 
 private Q_SLOTS:

@@ -12,27 +12,11 @@
 #include "views/UiEngine.h"
 #include "views/WrapUpModel.h"
 
-#include <QDir>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
 Q_IMPORT_QML_PLUGIN(Tarnwell_ViewsPlugin)
 
 namespace {
-
-QQuickItem *item(QQuickWindow *window, const char *name)
-{
-    return window->findChild<QQuickItem *>(QLatin1String(name));
-}
-
-void click(QQuickWindow *window, QQuickItem *target)
-{
-    QVERIFY(target && target->isVisible());
-    QTest::mouseClick(window, Qt::LeftButton, {},
-                      target->mapToScene(QPointF(target->width() / 2, target->height() / 2)).toPoint());
-}
 
 void save(QQuickWindow *window, const QString &name, bool dark, const QString &language)
 {
@@ -42,12 +26,9 @@ void save(QQuickWindow *window, const QString &name, bool dark, const QString &l
     QTest::qWait(50);
     QImage picture;
     QTRY_VERIFY((picture = window->grabWindow(), !picture.isNull()));
-    const QString dir = QString::fromLocal8Bit(qgetenv("TARNWELL_ARTIFACTS"));
-    if (dir.isEmpty())
-        return;
-    QDir().mkpath(dir);
-    picture.save(QStringLiteral("%1/%2-%3-%4.png")
-                     .arg(dir, name, dark ? QStringLiteral("dark") : QStringLiteral("light"), language));
+    saveArtifact(
+        picture,
+        QStringLiteral("%1-%2-%3.png").arg(name, dark ? QStringLiteral("dark") : QStringLiteral("light"), language));
 }
 
 } // namespace
@@ -97,26 +78,26 @@ private Q_SLOTS:
         QQuickWindow *window = controller.window();
         QVERIFY(window);
         QVERIFY(QTest::qWaitForWindowExposed(window));
-        QCOMPARE(item(window, "wrapUpHeading")->property("text").toString(), wrapUp.doneLine());
-        QVERIFY(item(window, "accuracyLine")->isVisible());
+        QCOMPARE(namedItem(window, "wrapUpHeading")->property("text").toString(), wrapUp.doneLine());
+        QVERIFY(namedItem(window, "accuracyLine")->isVisible());
         QVERIFY(wrapUp.accuracyLine().contains(QLatin1String("12")));
         save(window, QStringLiteral("wrapup"), dark, language);
 
         // Move the rest: first on tomorrow, in order, ahead of what was there.
-        click(window, item(window, "moveRest"));
+        click(window, namedItem(window, "moveRest"));
         QVERIFY(f.tasks.openTasks(f.day(0)).isEmpty());
         QCOMPARE(f.tasks.openTasks(f.day(1)), (QList<Task *>{first, second, third, waiting}));
-        QTRY_VERIFY(item(window, "wrapUpToast")->isVisible());
+        QTRY_VERIFY(namedItem(window, "wrapUpToast")->isVisible());
         QTest::qWait(theme.motionMedium() + 100);
         save(window, QStringLiteral("wrapup-moved"), dark, language);
         // Undo, from the toast: back on today in their order, tomorrow as it was.
-        click(window, item(window, "wrapUpToast")->findChild<QQuickItem *>(QStringLiteral("toastAction")));
+        click(window, namedItem(window, "wrapUpToast")->findChild<QQuickItem *>(QStringLiteral("toastAction")));
         QCOMPARE(f.tasks.openTasks(f.day(0)), left);
         QCOMPARE(f.tasks.openTasks(f.day(1)), QList<Task *>{waiting});
         QVERIFY(!wrapUp.toastVisible());
 
         // Done for today: the offer is spent for the day and the window closes.
-        click(window, item(window, "doneForToday"));
+        click(window, namedItem(window, "doneForToday"));
         QVERIFY(offer.isFinishedToday());
         QTRY_VERIFY(!controller.isVisible());
 
@@ -131,9 +112,9 @@ private Q_SLOTS:
         popover.show(QPoint());
         QQuickWindow *pop = popover.window();
         QVERIFY(QTest::qWaitForWindowExposed(pop));
-        click(pop, item(pop, "previousDay"));
+        click(pop, namedItem(pop, "previousDay"));
         QCOMPARE(f.model.dayOffset(), -1);
-        QTRY_VERIFY(item(pop, "historySummary")->isVisible());
+        QTRY_VERIFY(namedItem(pop, "historySummary")->isVisible());
         QVERIFY(!historyModel.canEdit());
         f.model.completeTask(ViewsFixture::idOf(oldOpen)); // refused while history is read-only
         QVERIFY(!oldOpen->completed());
@@ -142,20 +123,19 @@ private Q_SLOTS:
 
         // The search finds today's and yesterday's "budget" tasks; a result opens its day.
         f.model.today();
-        click(pop, item(pop, "searchButton"));
-        QTRY_VERIFY(item(pop, "historySearchField")->hasActiveFocus());
-        for (const QChar c : QStringLiteral("budget"))
-            QTest::keyClick(pop, c.toLatin1());
+        click(pop, namedItem(pop, "searchButton"));
+        QTRY_VERIFY(namedItem(pop, "historySearchField")->hasActiveFocus());
+        typeText(pop, QStringLiteral("budget"));
         QCOMPARE(historyModel.results().size(), 3);
         QTest::qWait(theme.motionMedium() + 100);
         save(pop, QStringLiteral("history-search"), dark, language);
-        QQuickItem *results = item(pop, "historyResults");
+        QQuickItem *results = namedItem(pop, "historyResults");
         QTRY_VERIFY(results->property("count").toInt() == 3);
         results->forceActiveFocus();
         results->setProperty("currentIndex", 2);
         QTest::keyClick(pop, Qt::Key_Return);
         QCOMPARE(f.model.dayOffset(), -1);
-        QVERIFY(!item(pop, "historySearch")->isVisible());
+        QVERIFY(!namedItem(pop, "historySearch")->isVisible());
         popover.hide();
         QVERIFY(f.translations.install(QStringLiteral("en")));
     }

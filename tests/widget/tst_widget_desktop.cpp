@@ -130,9 +130,7 @@ private Q_SLOTS:
         QVERIFY2(app->waitFor(QStringLiteral("Interface installed"), patience), qPrintable(app->log()));
 
         QProcess widget;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
-        widget.setProcessEnvironment(env);
+        widget.setProcessEnvironment(AppProcess::environment(home));
         widget.setProcessChannelMode(QProcess::ForwardedChannels);
         widget.start(QStringLiteral(TARNWELL_WIDGET_BINARY), {QStringLiteral("--position"), QStringLiteral("40,40")});
         QTRY_VERIFY_WITH_TIMEOUT(names(widget.processId()).contains(QStringLiteral("Draft the offer")), patience);

@@ -136,9 +136,7 @@ private Q_SLOTS:
         const QString home = m_root.filePath(QStringLiteral("pipe"));
         AppProcess app(home);
         QVERIFY2(app.waitFor(QStringLiteral("Interface installed")), qPrintable(app.log()));
-        QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
-        e.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
-        e.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/config"));
+        const QProcessEnvironment e = AppProcess::environment(home);
         const auto cli = [&](const QString &program, const QStringList &arguments) {
             QProcess p;
             p.setProcessEnvironment(e);
