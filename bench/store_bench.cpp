@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
+#include <array>
 #include <memory>
 
 using namespace tarnwell;
@@ -18,45 +19,59 @@ namespace {
 
 struct Figures
 {
-    double open = 0, todayQueueCold = 0, todayQueue = 0, createSave = 0, complete = 0, moveNextDay = 0;
+    std::vector<double> open, todayQueueCold, todayQueue, createSave, complete, moveNextDay;
 };
 
-Figures measure(const QString &path)
+// Both stores are measured in turns, sample by sample, so that what the rest
+// of a shared machine does to the disk and the caches hits both alike.
+template<typename F>
+void inTurns(int samples, Figures &empty, Figures &full, F &&sample)
 {
-    Figures f;
-    const int coldSamples = 31;
-    const int warmSamples = 301;
-
-    std::vector<double> opens, queues;
-    for (int i = 0; i < coldSamples; ++i) {
-        std::unique_ptr<Store> store;
-        opens.push_back(bench::timeUs([&] { store = std::make_unique<Store>(path); }));
-        // Today's day and its open tasks, from a store that holds nothing in memory yet.
-        queues.push_back(bench::timeUs([&] {
-            Day *today = store->days.day(QDateTime::currentDateTimeUtc());
-            benchmark::DoNotOptimize(store->tasks.openTasks(today));
-        }));
+    for (int i = 0; i < samples; ++i) {
+        sample(empty, 0, i);
+        sample(full, 1, i);
     }
-    f.open = bench::median(opens);
-    f.todayQueueCold = bench::median(queues);
+}
 
-    Store store(path);
-    // What every refresh of the task in hand does on a running app.
-    f.todayQueue = bench::medianUs(warmSamples, [&] {
+void measure(const std::array<QString, 2> &paths, Figures &empty, Figures &full)
+{
+    const auto readToday = [](Store &store) {
         Day *today = store.days.day(QDateTime::currentDateTimeUtc());
         benchmark::DoNotOptimize(store.tasks.openTasks(today));
+    };
+    // Opening, and today's open tasks from a store that holds nothing in memory yet.
+    inTurns(101, empty, full, [&](Figures &f, int side, int) {
+        std::unique_ptr<Store> store;
+        f.open.push_back(bench::timeUs([&] { store = std::make_unique<Store>(paths[size_t(side)]); }));
+        f.todayQueueCold.push_back(bench::timeUs([&] { readToday(*store); }));
     });
-    Day *today = store.days.fetchOrCreateDay(QDateTime::currentDateTimeUtc());
-    QList<Task *> created;
-    int n = 0;
-    f.createSave = bench::medianUs(warmSamples, [&] {
-        created.append(store.tasks.createTask(QStringLiteral("Bench task %1").arg(n++), 25, false, today));
+
+    std::array<std::unique_ptr<Store>, 2> stores{std::make_unique<Store>(paths[0]), std::make_unique<Store>(paths[1])};
+    // What every refresh of the task in hand does on a running app.
+    inTurns(301, empty, full, [&](Figures &f, int side, int) {
+        f.todayQueue.push_back(bench::timeUs([&] { readToday(*stores[size_t(side)]); }));
     });
-    int next = 0;
-    f.complete = bench::medianUs(warmSamples / 2,
-                                 [&] { store.tasks.complete(created[next++], QDateTime::currentDateTimeUtc(), 600); });
-    f.moveNextDay = bench::medianUs(warmSamples / 2, [&] { store.tasks.moveToNextDay(created[next++]); });
-    return f;
+
+    // Saves, which wait for the disk.
+    std::array<Day *, 2> today{};
+    std::array<QList<Task *>, 2> created;
+    for (int side : {0, 1})
+        today[size_t(side)] = stores[size_t(side)]->days.fetchOrCreateDay(QDateTime::currentDateTimeUtc());
+    inTurns(301, empty, full, [&](Figures &f, int side, int i) {
+        f.createSave.push_back(bench::timeUs([&] {
+            created[size_t(side)].append(stores[size_t(side)]->tasks.createTask(QStringLiteral("Bench task %1").arg(i),
+                                                                                25, false, today[size_t(side)]));
+        }));
+    });
+    inTurns(150, empty, full, [&](Figures &f, int side, int i) {
+        f.complete.push_back(bench::timeUs([&] {
+            stores[size_t(side)]->tasks.complete(created[size_t(side)][i], QDateTime::currentDateTimeUtc(), 600);
+        }));
+    });
+    inTurns(150, empty, full, [&](Figures &f, int side, int i) {
+        f.moveNextDay.push_back(
+            bench::timeUs([&] { stores[size_t(side)]->tasks.moveToNextDay(created[size_t(side)][150 + i]); }));
+    });
 }
 
 } // namespace
@@ -71,18 +86,11 @@ int main(int argc, char *argv[])
     const double fillUs = bench::timeUs([&] { fill(full, 3650, 2740); }); // 27.4 a day = 100,010 tasks
     std::fprintf(stderr, "filled the 100k store in %.1f s\n", fillUs / 1e6);
 
-    // Interleave the two stores so that disk and cache noise hits both alike.
-    const Figures e = measure(empty);
-    const Figures h = measure(full);
-    const Figures e2 = measure(empty);
-    const Figures h2 = measure(full);
-    // Best of two rounds per figure, so one noisy round does not decide.
-    const auto best = [](const Figures &a, const Figures &b, double Figures::*field) {
-        return std::min(a.*field, b.*field);
-    };
-    const auto report = [&](const std::string &name, double Figures::*field, bool absolutes) {
-        const double emptyUs = best(e, e2, field);
-        const double fullUs = best(h, h2, field);
+    Figures e, h;
+    measure({empty, full}, e, h);
+    const auto report = [&](const std::string &name, std::vector<double> Figures::*field, bool absolutes) {
+        const double emptyUs = bench::median(e.*field);
+        const double fullUs = bench::median(h.*field);
         if (absolutes) {
             bench::figure("store." + name + ".empty_us", emptyUs, "us");
             bench::figure("store." + name + ".100k_us", fullUs, "us");
