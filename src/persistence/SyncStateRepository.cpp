@@ -118,19 +118,28 @@ QList<SyncStateRepository::Tombstone> SyncStateRepository::tombstones() const
     return out;
 }
 
-QList<QUuid> SyncStateRepository::changedTasks() const
+SyncStateRepository::WritesPage SyncStateRepository::pendingWrites(qint64 afterRow, int rows) const
 {
-    return ids(run(m_context,
-                   QStringLiteral("SELECT t.id FROM tasks t JOIN sync_items s ON s.task_id = t.id "
-                                  "WHERE s.fingerprint IS NOT (%1) OR s.etag IS NULL")
-                       .arg(fingerprintSql)));
-}
-
-QList<QUuid> SyncStateRepository::unsyncedTasks() const
-{
-    return ids(run(m_context,
-                   QStringLiteral("SELECT t.id FROM tasks t LEFT JOIN sync_items s ON s.task_id = t.id "
-                                  "WHERE s.task_id IS NULL ORDER BY t.created_at")));
+    QSqlQuery q =
+        run(m_context,
+            QStringLiteral("SELECT t.rowid, t.id, s.task_id IS NULL, s.fingerprint IS NOT (%1) OR s.etag IS NULL "
+                           "FROM tasks t LEFT JOIN sync_items s ON s.task_id = t.id "
+                           "WHERE t.rowid > ? ORDER BY t.rowid LIMIT ?")
+                .arg(fingerprintSql),
+            {afterRow, rows});
+    WritesPage page;
+    page.lastRow = afterRow;
+    int seen = 0;
+    while (q.next()) {
+        ++seen;
+        page.lastRow = q.value(0).toLongLong();
+        if (q.value(2).toBool())
+            page.unsynced.append(QUuid::fromString(q.value(1).toString()));
+        else if (q.value(3).toBool())
+            page.changed.append(QUuid::fromString(q.value(1).toString()));
+    }
+    page.atEnd = seen < rows;
+    return page;
 }
 
 QList<QUuid> SyncStateRepository::syncedTasks() const

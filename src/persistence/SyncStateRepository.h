@@ -30,6 +30,14 @@ public:
         QString href;
         QString etag;
     };
+    // A page of the scan for what a pass writes.
+    struct WritesPage
+    {
+        QList<QUuid> unsynced; // never written to the server
+        QList<QUuid> changed; // changed here since both sides agreed, or lost by the server
+        qint64 lastRow = 0; // where the next page starts
+        bool atEnd = true;
+    };
 
     explicit SyncStateRepository(StoreContext &context);
 
@@ -45,11 +53,11 @@ public:
     // href → etag ("" for a lost resource) of every item.
     QHash<QString, QString> etags() const;
     QList<Tombstone> tombstones() const;
-    // The items whose task's synced columns differ from the fingerprint
-    // taken when both sides last agreed.
-    QList<QUuid> changedTasks() const;
-    // The tasks that have no item: never written to the server.
-    QList<QUuid> unsyncedTasks() const;
+    // Of the next `rows` tasks after row `afterRow` (0: from the first), in
+    // the order they were stored: those that have no item, and those whose
+    // synced columns differ from the fingerprint taken when both sides last
+    // agreed. A large store is scanned a page at a time.
+    WritesPage pendingWrites(qint64 afterRow, int rows) const;
 
     // Records the agreement on a task: its item, and its columns as they are
     // now (call after the task's own rows are written).

@@ -138,7 +138,15 @@ private Q_SLOTS:
         write->setActiveStartedAt(m_clock.now.addSecs(-300)); // running: 300 s not banked yet
         a->store.viewContext().save();
         QCOMPARE(pass(*a).pushed, 2);
+        // What B's store announces while the pass saves A's tasks is the
+        // pass's own (no pass is due for it); B's own edits are changes.
+        int own = 0;
+        int local = 0;
+        const auto watch = connect(&b->store.viewContext(), &StoreContext::objectsDidChange, this,
+                                   [&](const ChangeSet &) { ++(b->engine.isSavingServerChanges() ? own : local); });
         QCOMPARE(pass(*b).pulled, 2);
+        QVERIFY(own > 0);
+        QCOMPARE(local, 0);
 
         Task *bWrite = b->named(QStringLiteral("Write the report"));
         QVERIFY(bWrite);
@@ -158,6 +166,8 @@ private Q_SLOTS:
         Task *bFirst = b->add(QStringLiteral("Book the train"), m_today);
         b->tasks.reorderTasks(bWrite->day(), {bFirst->id(), bWrite->id()});
         b->tasks.complete(bWrite, m_clock.now, 900);
+        QVERIFY(local > 0);
+        disconnect(watch);
         QCOMPARE(pass(*b).pushed, 2);
         a->tasks.moveToNextDay(call);
         QVERIFY(pass(*a).status.ok());
