@@ -86,6 +86,8 @@ public:
         , m_sink(std::move(sink))
         , m_reader([this](DavResponse &&r) { m_sink(std::move(r)); })
     {
+        m_timer.setSingleShot(true);
+        connect(&m_timer, &QTimer::timeout, this, [this] { step(); });
     }
 
     DavMultistatusReader::ResponseSink takeSink() { return std::exchange(m_sink, {}); }
@@ -112,7 +114,9 @@ private:
         if (m_scheduled)
             return;
         m_scheduled = true;
-        QTimer::singleShot(0, this, [this] { step(); });
+        // A timer, not a posted call: the main loop's due timers and input
+        // are served between two steps.
+        m_timer.start(0);
     }
 
     void step()
@@ -136,6 +140,7 @@ private:
     DavMultistatusReader::ResponseSink m_sink;
     DavMultistatusReader m_reader;
     std::function<void(const DavMultistatusReader &)> m_done;
+    QTimer m_timer;
     bool m_scheduled = false;
 };
 

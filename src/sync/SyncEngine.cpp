@@ -407,10 +407,16 @@ void SyncEngine::queueListed()
 void SyncEngine::later(void (SyncEngine::*step)())
 {
     const quint64 generation = m_generation;
-    QTimer::singleShot(0, this, [this, generation, step] {
+    // A timer, not a posted call: the main loop's due timers and input are
+    // served before it, so no two steps of a pass run back to back.
+    auto *timer = new QTimer(this);
+    timer->setSingleShot(true);
+    connect(timer, &QTimer::timeout, this, [this, timer, generation, step] {
+        timer->deleteLater();
         if (isCurrent(generation))
             (this->*step)();
     });
+    timer->start(0);
 }
 
 void SyncEngine::queueChanged(const QString &href, const QString &etag)
@@ -431,11 +437,7 @@ void SyncEngine::kick()
     if (!m_pass || m_pass->sliceScheduled)
         return;
     m_pass->sliceScheduled = true;
-    const quint64 generation = m_generation;
-    QTimer::singleShot(0, this, [this, generation] {
-        if (isCurrent(generation))
-            applySlice();
-    });
+    later(&SyncEngine::applySlice);
 }
 
 void SyncEngine::fetchNext()
@@ -481,7 +483,8 @@ void SyncEngine::applySlice()
         m_pass->resetState = false;
         ops.append([this] { m_state.clear(); });
     }
-    while (!m_pass->incoming.empty() && clock.elapsed() < m_tuning.sliceMilliseconds && applied < m_tuning.sliceItems) {
+    const qint64 budgetNs = qint64(m_tuning.sliceMilliseconds) * 1000000;
+    while (!m_pass->incoming.empty() && clock.nsecsElapsed() < budgetNs && applied < m_tuning.sliceItems) {
         const Incoming in = std::move(m_pass->incoming.front());
         m_pass->incoming.pop_front();
         if (in.removed)
@@ -808,12 +811,8 @@ void SyncEngine::scheduleFlush()
     if (!m_pass || m_pass->flushScheduled || m_pass->pendingOps.isEmpty())
         return;
     m_pass->flushScheduled = true;
-    const quint64 generation = m_generation;
     // Answers that arrive together are noted in one save.
-    QTimer::singleShot(0, this, [this, generation] {
-        if (isCurrent(generation))
-            flushOps();
-    });
+    later(&SyncEngine::flushOps);
 }
 
 void SyncEngine::flushOps()

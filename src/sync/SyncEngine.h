@@ -47,12 +47,12 @@ public:
     {
         int fetchBatch = 100; // resources per calendar-multiget
         // Per slice on the main loop: resources applied until this much time
-        // went by or this many were applied; then the slice is saved (the
-        // save's own fsync comes on top).
-        int sliceMilliseconds = 4;
-        int sliceItems = 50;
+        // went by or this many were applied; then the slice is saved (which
+        // takes about as long again, more when SQLite checkpoints its log).
+        int sliceMilliseconds = 3;
+        int sliceItems = 25;
         int parallelWrites = 4; // PUT and DELETE requests in flight at once
-        int scanRows = 500; // tasks looked at per turn when finding what to write
+        int scanRows = 200; // tasks looked at per turn when finding what to write
     };
 
     SyncEngine(StoreContext &context, DayRepository &days, QNetworkAccessManager &network, Clock clock,
