@@ -147,6 +147,10 @@ private Q_SLOTS:
         QCOMPARE(pass(*b).pulled, 2);
         QVERIFY(own > 0);
         QCOMPARE(local, 0);
+        // The pass's relaxed commits leave the store's own saves as durable as before.
+        QSqlQuery level(b->store.viewContext().database());
+        QVERIFY(level.exec(QStringLiteral("PRAGMA synchronous")) && level.next());
+        QCOMPARE(level.value(0).toInt(), 2);
 
         Task *bWrite = b->named(QStringLiteral("Write the report"));
         QVERIFY(bWrite);
