@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QSqlQuery>
 #include <QString>
 #include <QUuid>
 
@@ -75,7 +76,12 @@ public:
     QList<QUuid> syncedTasks() const;
 
 private:
+    // A statement run for every resource of a pass, prepared once; the
+    // caller reads what it needs and lets it go (finish()).
+    QSqlQuery &prepared(const QString &sql, const QVariantList &bindings) const;
+
     StoreContext &m_context;
+    mutable QHash<QString, QSqlQuery> m_statements;
 };
 
 } // namespace tarnwell
