@@ -137,6 +137,16 @@ QHash<QString, QString> SyncStateRepository::etags() const
     return out;
 }
 
+std::optional<QString> SyncStateRepository::etagAt(const QString &href) const
+{
+    QSqlQuery &q = prepared(QStringLiteral("SELECT ifnull(etag, '') FROM sync_items WHERE href = ?"), {href});
+    std::optional<QString> etag;
+    if (q.next())
+        etag = q.value(0).toString();
+    q.finish();
+    return etag;
+}
+
 QList<SyncStateRepository::Tombstone> SyncStateRepository::tombstones() const
 {
     QSqlQuery q = run(m_context, QStringLiteral("SELECT href, etag FROM sync_tombstones"));

@@ -53,6 +53,8 @@ public:
     std::optional<Item> itemAt(const QString &href) const;
     // href → etag ("" for a lost resource) of every item.
     QHash<QString, QString> etags() const;
+    // The etag of the item at `href` (empty: to be written again); none when there is no item.
+    std::optional<QString> etagAt(const QString &href) const;
     QList<Tombstone> tombstones() const;
     // Of the next `rows` tasks after row `afterRow` (0: from the first), in
     // the order they were stored: those that have no item, and those whose

@@ -100,7 +100,7 @@ struct SyncEngine::Pass
     QString newToken;
 
     // Pull.
-    QHash<QString, QString> knownEtags; // href → etag of every item
+    QHash<QString, QString> knownEtags; // href → etag of every item, read for a whole listing only
     QHash<QString, QString> tombstones; // href → etag
     CalDavChanges listing; // what the server listed, taken in a slice per turn
     qsizetype listed = 0;
@@ -315,7 +315,7 @@ void SyncEngine::askChanges(const QString &token)
             if (status.ok() && !changes.syncToken.isEmpty()) {
                 // Nothing changed (the common pass): the known etags need not be read.
                 const bool quiet = !token.isEmpty() && changes.changed.isEmpty() && changes.removed.isEmpty();
-                if (!quiet && !loadKnown())
+                if (!quiet && !loadKnown(token.isEmpty()))
                     return;
                 takeListing(changes, token.isEmpty());
                 return;
@@ -333,18 +333,19 @@ void SyncEngine::askChanges(const QString &token)
                                         fail(listed);
                                         return;
                                     }
-                                    if (loadKnown())
+                                    if (loadKnown(true))
                                         takeListing(CalDavChanges{QString(), all, {}}, true);
                                 });
         });
 }
 
-bool SyncEngine::loadKnown()
+bool SyncEngine::loadKnown(bool everything)
 {
     if (m_pass->resetState)
         return true; // everything it knows belongs to another collection
     try {
-        m_pass->knownEtags = m_state.etags();
+        if (everything)
+            m_pass->knownEtags = m_state.etags();
         for (const auto &t : m_state.tombstones())
             m_pass->tombstones.insert(t.href, t.etag);
         return true;
@@ -371,22 +372,28 @@ void SyncEngine::queueListed()
     const qint64 budgetNs = qint64(m_tuning.sliceMilliseconds) * 1000000;
     const CalDavChanges &listing = m_pass->listing;
     const qsizetype total = listing.changed.size() + listing.removed.size();
-    for (; m_pass->listed < total; ++m_pass->listed) {
-        if (m_pass->listed % 64 == 63 && clock.nsecsElapsed() >= budgetNs) {
-            later(&SyncEngine::queueListed);
-            return;
+    try {
+        for (; m_pass->listed < total; ++m_pass->listed) {
+            if (m_pass->listed % 64 == 63 && clock.nsecsElapsed() >= budgetNs) {
+                later(&SyncEngine::queueListed);
+                return;
+            }
+            if (m_pass->listed < listing.changed.size()) {
+                const CalDavResource &r = listing.changed.at(m_pass->listed);
+                const QString href = hrefOf(r.url);
+                if (m_pass->everything)
+                    m_pass->present.insert(href);
+                queueChanged(href, r.etag);
+            } else {
+                const QString href = hrefOf(listing.removed.at(m_pass->listed - listing.changed.size()));
+                if (knownEtag(href) || m_pass->tombstones.contains(href))
+                    m_pass->incoming.push_back({href, {}, {}, true});
+            }
         }
-        if (m_pass->listed < listing.changed.size()) {
-            const CalDavResource &r = listing.changed.at(m_pass->listed);
-            const QString href = hrefOf(r.url);
-            if (m_pass->everything)
-                m_pass->present.insert(href);
-            queueChanged(href, r.etag);
-        } else {
-            const QString href = hrefOf(listing.removed.at(m_pass->listed - listing.changed.size()));
-            if (m_pass->knownEtags.contains(href) || m_pass->tombstones.contains(href))
-                m_pass->incoming.push_back({href, {}, {}, true});
-        }
+    } catch (const StoreError &error) {
+        fail(CalDavStatus{CalDavError::server, 0,
+                          QStringLiteral("reading the sync state: %1").arg(error.description())});
+        return;
     }
     if (m_pass->everything) {
         // What the store knows and the whole listing lacks was removed there.
@@ -419,12 +426,21 @@ void SyncEngine::later(void (SyncEngine::*step)())
     timer->start(0);
 }
 
+std::optional<QString> SyncEngine::knownEtag(const QString &href) const
+{
+    // A whole listing reads every etag at once; a few changes ask the store.
+    if (m_pass->everything) {
+        const auto it = m_pass->knownEtags.constFind(href);
+        return it == m_pass->knownEtags.cend() ? std::nullopt : std::optional(*it);
+    }
+    return m_state.etagAt(href);
+}
+
 void SyncEngine::queueChanged(const QString &href, const QString &etag)
 {
     // What the store already has (our own writes come back this way too),
     // and what was deleted here at the same etag, needs nothing.
-    const auto known = m_pass->knownEtags.constFind(href);
-    if (known != m_pass->knownEtags.cend() && !etag.isEmpty() && *known == etag)
+    if (const auto known = knownEtag(href); known && !etag.isEmpty() && *known == etag)
         return;
     const auto dead = m_pass->tombstones.constFind(href);
     if (dead != m_pass->tombstones.cend() && *dead == etag)

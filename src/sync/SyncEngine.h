@@ -96,7 +96,11 @@ private:
 
     // Pull.
     void askChanges(const QString &token);
-    bool loadKnown(); // the etags and tombstones the store holds; false when the pass failed
+    // The tombstones the store holds, and for a whole listing every etag;
+    // false when the pass failed.
+    bool loadKnown(bool everything);
+    // The etag the store has for `href`, if it has the resource (throws StoreError).
+    std::optional<QString> knownEtag(const QString &href) const;
     // Takes in what the server listed, a slice per turn of the event loop;
     // `everything`: the whole collection, so what is missing from it was removed.
     void takeListing(CalDavChanges listing, bool everything);
