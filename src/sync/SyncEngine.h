@@ -50,7 +50,7 @@ public:
         // went by or this many were applied; then the slice is saved (which
         // takes about as long again, more when SQLite checkpoints its log).
         int sliceMilliseconds = 3;
-        int sliceItems = 25;
+        int sliceItems = 15;
         int parallelWrites = 4; // PUT and DELETE requests in flight at once
         int scanRows = 200; // tasks looked at per turn when finding what to write
     };
