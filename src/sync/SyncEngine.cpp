@@ -500,7 +500,9 @@ void SyncEngine::applySlice()
         ops.append([this] { m_state.clear(); });
     }
     const qint64 budgetNs = qint64(m_tuning.sliceMilliseconds) * 1000000;
-    while (!m_pass->incoming.empty() && clock.nsecsElapsed() < budgetNs && applied < m_tuning.sliceItems) {
+    // At least one per slice, however short the slice.
+    while (!m_pass->incoming.empty() && (applied == 0 || clock.nsecsElapsed() < budgetNs) &&
+           applied < std::max(1, m_tuning.sliceItems)) {
         const Incoming in = std::move(m_pass->incoming.front());
         m_pass->incoming.pop_front();
         if (in.removed)
@@ -664,7 +666,7 @@ void SyncEngine::startPush()
 void SyncEngine::scanWrites()
 {
     try {
-        const auto page = m_state.pendingWrites(m_pass->scannedRow, m_tuning.scanRows);
+        const auto page = m_state.pendingWrites(m_pass->scannedRow, std::max(1, m_tuning.scanRows));
         for (const QUuid &id : page.unsynced)
             m_pass->writes.push_back({Write::Kind::create, id, {}});
         for (const QUuid &id : page.changed)

@@ -131,6 +131,13 @@ private Q_SLOTS:
     void changesOnEitherSideReachTheOther()
     {
         auto [a, b] = freshPair();
+        // The smallest steps there are: every slice, page and listing part ends after one.
+        SyncEngine::Tuning tiny;
+        tiny.sliceItems = 1;
+        tiny.scanRows = 1;
+        tiny.sliceMilliseconds = 0;
+        a->engine.setTuning(tiny);
+        b->engine.setTuning(tiny);
         Task *write = a->add(QStringLiteral("Write the report"), m_today);
         Task *call = a->add(QStringLiteral("Call the bank"), m_today.addDays(1));
         a->tasks.updateTask(write, write->title(), QStringLiteral("Section 3 first"), 50, std::nullopt);
