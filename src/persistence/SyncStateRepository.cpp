@@ -64,7 +64,7 @@ std::optional<SyncStateRepository::Item> oneItem(QSqlQuery &query)
 
 QString oneText(QSqlQuery &query)
 {
-    const QString text = query.next() ? query.value(0).toString() : QString();
+    QString text = query.next() ? query.value(0).toString() : QString();
     query.finish();
     return text;
 }

@@ -149,8 +149,10 @@ private Q_SLOTS:
         // pass's own (no pass is due for it); B's own edits are changes.
         int own = 0;
         int local = 0;
-        const auto watch = connect(&b->store.viewContext(), &StoreContext::objectsDidChange, this,
-                                   [&](const ChangeSet &) { ++(b->engine.isSavingServerChanges() ? own : local); });
+        const SyncEngine &bEngine = b->engine;
+        const auto watch =
+            connect(&b->store.viewContext(), &StoreContext::objectsDidChange, this,
+                    [&own, &local, &bEngine](const ChangeSet &) { ++(bEngine.isSavingServerChanges() ? own : local); });
         QCOMPARE(pass(*b).pulled, 2);
         QVERIFY(own > 0);
         QCOMPARE(local, 0);
