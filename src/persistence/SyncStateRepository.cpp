@@ -22,23 +22,25 @@ QString idText(const QUuid &id)
     return id.toString(QUuid::WithoutBraces);
 }
 
+[[noreturn]] void refused(const QSqlQuery &query, const QString &sql)
+{
+    const QSqlError error = query.lastError();
+    bool numeric = false;
+    const qint64 code = error.nativeErrorCode().toLongLong(&numeric);
+    throw StoreError(QStringLiteral("SQLite"), numeric ? code : -1,
+                     QStringLiteral("%1: %2").arg(sql.left(60), error.text().trimmed()));
+}
+
 QSqlQuery run(StoreContext &context, const QString &sql, const QVariantList &bindings = {})
 {
     QSqlQuery query(context.database());
     query.setForwardOnly(true);
-    bool ok = query.prepare(sql);
-    if (ok) {
-        for (const QVariant &value : bindings)
-            query.addBindValue(value);
-        ok = query.exec();
-    }
-    if (!ok) {
-        const QSqlError error = query.lastError();
-        bool numeric = false;
-        const qint64 code = error.nativeErrorCode().toLongLong(&numeric);
-        throw StoreError(QStringLiteral("SQLite"), numeric ? code : -1,
-                         QStringLiteral("%1: %2").arg(sql.left(60), error.text().trimmed()));
-    }
+    if (!query.prepare(sql))
+        refused(query, sql);
+    for (const QVariant &value : bindings)
+        query.addBindValue(value);
+    if (!query.exec())
+        refused(query, sql);
     return query;
 }
 
@@ -50,12 +52,21 @@ QList<QUuid> ids(QSqlQuery query)
     return out;
 }
 
-std::optional<SyncStateRepository::Item> oneItem(QSqlQuery query)
+std::optional<SyncStateRepository::Item> oneItem(QSqlQuery &query)
 {
-    if (!query.next())
-        return std::nullopt;
-    return SyncStateRepository::Item{QUuid::fromString(query.value(0).toString()), query.value(1).toString(),
-                                     query.value(2).toString(), query.value(3).toByteArray()};
+    std::optional<SyncStateRepository::Item> item;
+    if (query.next())
+        item = SyncStateRepository::Item{QUuid::fromString(query.value(0).toString()), query.value(1).toString(),
+                                         query.value(2).toString(), query.value(3).toByteArray()};
+    query.finish();
+    return item;
+}
+
+QString oneText(QSqlQuery &query)
+{
+    QString text = query.next() ? query.value(0).toString() : QString();
+    query.finish();
+    return text;
 }
 
 } // namespace
@@ -63,6 +74,24 @@ std::optional<SyncStateRepository::Item> oneItem(QSqlQuery query)
 SyncStateRepository::SyncStateRepository(StoreContext &context)
     : m_context(context)
 {
+}
+
+QSqlQuery &SyncStateRepository::prepared(const QString &sql, const QVariantList &bindings) const
+{
+    auto it = m_statements.find(sql);
+    if (it == m_statements.end()) {
+        QSqlQuery query(m_context.database());
+        query.setForwardOnly(true);
+        if (!query.prepare(sql))
+            refused(query, sql);
+        it = m_statements.insert(sql, query);
+    }
+    QSqlQuery &query = it.value();
+    for (int i = 0; i < bindings.size(); ++i)
+        query.bindValue(i, bindings.at(i));
+    if (!query.exec())
+        refused(query, sql);
+    return query;
 }
 
 std::optional<QString> SyncStateRepository::collection() const
@@ -90,14 +119,13 @@ void SyncStateRepository::setCollection(const QString &url, const QString &syncT
 
 std::optional<SyncStateRepository::Item> SyncStateRepository::item(const QUuid &taskId) const
 {
-    return oneItem(run(m_context, QStringLiteral("SELECT task_id, href, etag, base FROM sync_items WHERE task_id = ?"),
-                       {idText(taskId)}));
+    return oneItem(prepared(QStringLiteral("SELECT task_id, href, etag, base FROM sync_items WHERE task_id = ?"),
+                            {idText(taskId)}));
 }
 
 std::optional<SyncStateRepository::Item> SyncStateRepository::itemAt(const QString &href) const
 {
-    return oneItem(
-        run(m_context, QStringLiteral("SELECT task_id, href, etag, base FROM sync_items WHERE href = ?"), {href}));
+    return oneItem(prepared(QStringLiteral("SELECT task_id, href, etag, base FROM sync_items WHERE href = ?"), {href}));
 }
 
 QHash<QString, QString> SyncStateRepository::etags() const
@@ -109,6 +137,16 @@ QHash<QString, QString> SyncStateRepository::etags() const
     return out;
 }
 
+std::optional<QString> SyncStateRepository::etagAt(const QString &href) const
+{
+    QSqlQuery &q = prepared(QStringLiteral("SELECT ifnull(etag, '') FROM sync_items WHERE href = ?"), {href});
+    std::optional<QString> etag;
+    if (q.next())
+        etag = q.value(0).toString();
+    q.finish();
+    return etag;
+}
+
 QList<SyncStateRepository::Tombstone> SyncStateRepository::tombstones() const
 {
     QSqlQuery q = run(m_context, QStringLiteral("SELECT href, etag FROM sync_tombstones"));
@@ -118,19 +156,28 @@ QList<SyncStateRepository::Tombstone> SyncStateRepository::tombstones() const
     return out;
 }
 
-QList<QUuid> SyncStateRepository::changedTasks() const
+SyncStateRepository::WritesPage SyncStateRepository::pendingWrites(qint64 afterRow, int rows) const
 {
-    return ids(run(m_context,
-                   QStringLiteral("SELECT t.id FROM tasks t JOIN sync_items s ON s.task_id = t.id "
-                                  "WHERE s.fingerprint IS NOT (%1) OR s.etag IS NULL")
-                       .arg(fingerprintSql)));
-}
-
-QList<QUuid> SyncStateRepository::unsyncedTasks() const
-{
-    return ids(run(m_context,
-                   QStringLiteral("SELECT t.id FROM tasks t LEFT JOIN sync_items s ON s.task_id = t.id "
-                                  "WHERE s.task_id IS NULL ORDER BY t.created_at")));
+    QSqlQuery q =
+        run(m_context,
+            QStringLiteral("SELECT t.rowid, t.id, s.task_id IS NULL, s.fingerprint IS NOT (%1) OR s.etag IS NULL "
+                           "FROM tasks t LEFT JOIN sync_items s ON s.task_id = t.id "
+                           "WHERE t.rowid > ? ORDER BY t.rowid LIMIT ?")
+                .arg(fingerprintSql),
+            {afterRow, rows});
+    WritesPage page;
+    page.lastRow = afterRow;
+    int seen = 0;
+    while (q.next()) {
+        ++seen;
+        page.lastRow = q.value(0).toLongLong();
+        if (q.value(2).toBool())
+            page.unsynced.append(QUuid::fromString(q.value(1).toString()));
+        else if (q.value(3).toBool())
+            page.changed.append(QUuid::fromString(q.value(1).toString()));
+    }
+    page.atEnd = seen < rows;
+    return page;
 }
 
 QList<QUuid> SyncStateRepository::syncedTasks() const
@@ -140,50 +187,46 @@ QList<QUuid> SyncStateRepository::syncedTasks() const
 
 void SyncStateRepository::putItem(const Item &item)
 {
-    run(m_context,
-        QStringLiteral("INSERT INTO sync_items(task_id, href, etag, base, fingerprint) "
-                       "SELECT ?, ?, ?, ?, (%1) FROM tasks t WHERE t.id = ? "
-                       "ON CONFLICT(task_id) DO UPDATE SET href = excluded.href, etag = excluded.etag, "
-                       "base = excluded.base, fingerprint = excluded.fingerprint")
-            .arg(fingerprintSql),
-        {idText(item.taskId), item.href, item.etag.isEmpty() ? QVariant() : QVariant(item.etag),
-         QString::fromUtf8(item.base), idText(item.taskId)});
+    prepared(QStringLiteral("INSERT INTO sync_items(task_id, href, etag, base, fingerprint) "
+                            "SELECT ?, ?, ?, ?, (%1) FROM tasks t WHERE t.id = ? "
+                            "ON CONFLICT(task_id) DO UPDATE SET href = excluded.href, etag = excluded.etag, "
+                            "base = excluded.base, fingerprint = excluded.fingerprint")
+                 .arg(fingerprintSql),
+             {idText(item.taskId), item.href, item.etag.isEmpty() ? QVariant() : QVariant(item.etag),
+              QString::fromUtf8(item.base), idText(item.taskId)});
 }
 
 void SyncStateRepository::setEtag(const QString &href, const QString &etag)
 {
-    run(m_context, QStringLiteral("UPDATE sync_items SET etag = ? WHERE href = ?"),
-        {etag.isEmpty() ? QVariant() : QVariant(etag), href});
+    prepared(QStringLiteral("UPDATE sync_items SET etag = ? WHERE href = ?"),
+             {etag.isEmpty() ? QVariant() : QVariant(etag), href});
 }
 
 QString SyncStateRepository::fingerprint(const QUuid &taskId) const
 {
-    QSqlQuery q =
-        run(m_context, QStringLiteral("SELECT fingerprint FROM sync_items WHERE task_id = ?"), {idText(taskId)});
-    return q.next() ? q.value(0).toString() : QString();
+    return oneText(prepared(QStringLiteral("SELECT fingerprint FROM sync_items WHERE task_id = ?"), {idText(taskId)}));
 }
 
 QString SyncStateRepository::currentFingerprint(const QUuid &taskId) const
 {
-    QSqlQuery q =
-        run(m_context, QStringLiteral("SELECT %1 FROM tasks t WHERE t.id = ?").arg(fingerprintSql), {idText(taskId)});
-    return q.next() ? q.value(0).toString() : QString();
+    return oneText(
+        prepared(QStringLiteral("SELECT %1 FROM tasks t WHERE t.id = ?").arg(fingerprintSql), {idText(taskId)}));
 }
 
 void SyncStateRepository::setFingerprint(const QUuid &taskId, const QString &fingerprint)
 {
-    run(m_context, QStringLiteral("UPDATE sync_items SET fingerprint = ? WHERE task_id = ?"),
-        {fingerprint.isEmpty() ? QVariant() : QVariant(fingerprint), idText(taskId)});
+    prepared(QStringLiteral("UPDATE sync_items SET fingerprint = ? WHERE task_id = ?"),
+             {fingerprint.isEmpty() ? QVariant() : QVariant(fingerprint), idText(taskId)});
 }
 
 void SyncStateRepository::removeItem(const QString &href)
 {
-    run(m_context, QStringLiteral("DELETE FROM sync_items WHERE href = ?"), {href});
+    prepared(QStringLiteral("DELETE FROM sync_items WHERE href = ?"), {href});
 }
 
 void SyncStateRepository::removeTombstone(const QString &href)
 {
-    run(m_context, QStringLiteral("DELETE FROM sync_tombstones WHERE href = ?"), {href});
+    prepared(QStringLiteral("DELETE FROM sync_tombstones WHERE href = ?"), {href});
 }
 
 void SyncStateRepository::clear()

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QSqlQuery>
 #include <QString>
 #include <QUuid>
 
@@ -30,6 +31,14 @@ public:
         QString href;
         QString etag;
     };
+    // A page of the scan for what a pass writes.
+    struct WritesPage
+    {
+        QList<QUuid> unsynced; // never written to the server
+        QList<QUuid> changed; // changed here since both sides agreed, or lost by the server
+        qint64 lastRow = 0; // where the next page starts
+        bool atEnd = true;
+    };
 
     explicit SyncStateRepository(StoreContext &context);
 
@@ -44,12 +53,14 @@ public:
     std::optional<Item> itemAt(const QString &href) const;
     // href → etag ("" for a lost resource) of every item.
     QHash<QString, QString> etags() const;
+    // The etag of the item at `href` (empty: to be written again); none when there is no item.
+    std::optional<QString> etagAt(const QString &href) const;
     QList<Tombstone> tombstones() const;
-    // The items whose task's synced columns differ from the fingerprint
-    // taken when both sides last agreed.
-    QList<QUuid> changedTasks() const;
-    // The tasks that have no item: never written to the server.
-    QList<QUuid> unsyncedTasks() const;
+    // Of the next `rows` tasks after row `afterRow` (0: from the first), in
+    // the order they were stored: those that have no item, and those whose
+    // synced columns differ from the fingerprint taken when both sides last
+    // agreed. A large store is scanned a page at a time.
+    WritesPage pendingWrites(qint64 afterRow, int rows) const;
 
     // Records the agreement on a task: its item, and its columns as they are
     // now (call after the task's own rows are written).
@@ -67,7 +78,12 @@ public:
     QList<QUuid> syncedTasks() const;
 
 private:
+    // A statement run for every resource of a pass, prepared once; the
+    // caller reads what it needs and lets it go (finish()).
+    QSqlQuery &prepared(const QString &sql, const QVariantList &bindings) const;
+
     StoreContext &m_context;
+    mutable QHash<QString, QSqlQuery> m_statements;
 };
 
 } // namespace tarnwell

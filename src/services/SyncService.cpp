@@ -369,6 +369,8 @@ void SyncService::arm()
 
 void SyncService::noteLocalChange()
 {
+    if (m_services.pass && m_services.pass->isSavingServerChanges())
+        return; // the pass's own writes, not changes to send
     if (m_running) {
         m_changedDuringPass = true;
         return;

@@ -6,6 +6,8 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QPointer>
+#include <QTimer>
 
 namespace tarnwell::sync {
 
@@ -68,7 +70,79 @@ QUrl asCollection(QUrl url)
     return url;
 }
 
+// The longest one step of reading an answer keeps the main loop (what the
+// sink does with each response included).
+constexpr std::chrono::microseconds readStep{2000};
+
 } // namespace
+
+// A multistatus answer read while it arrives, in short steps on the event
+// loop: each response goes to the sink as soon as it is read.
+class StreamedAnswer : public QObject
+{
+public:
+    StreamedAnswer(DavMultistatusReader::ResponseSink sink, QObject *parent)
+        : QObject(parent)
+        , m_sink(std::move(sink))
+        , m_reader([this](DavResponse &&r) { m_sink(std::move(r)); })
+    {
+        m_timer.setSingleShot(true);
+        connect(&m_timer, &QTimer::timeout, this, [this] { step(); });
+    }
+
+    DavMultistatusReader::ResponseSink takeSink() { return std::exchange(m_sink, {}); }
+
+    void add(const QByteArray &data)
+    {
+        if (data.isEmpty())
+            return;
+        m_reader.addData(data);
+        schedule();
+    }
+
+    // The whole answer is in: `done` is called once it is read (or found broken).
+    void end(std::function<void(const DavMultistatusReader &)> done)
+    {
+        m_done = std::move(done);
+        m_reader.close();
+        schedule();
+    }
+
+private:
+    void schedule()
+    {
+        if (m_scheduled)
+            return;
+        m_scheduled = true;
+        // A timer, not a posted call: the main loop's due timers and input
+        // are served between two steps.
+        m_timer.start(0);
+    }
+
+    void step()
+    {
+        m_scheduled = false;
+        switch (m_reader.read(readStep)) {
+        case DavMultistatusReader::Progress::paused:
+            schedule();
+            return;
+        case DavMultistatusReader::Progress::needData:
+            return; // the next piece, or the end, calls again
+        case DavMultistatusReader::Progress::finished:
+            if (!m_done)
+                return; // read to its end before the network said so
+            deleteLater();
+            std::exchange(m_done, {})(m_reader);
+            return;
+        }
+    }
+
+    DavMultistatusReader::ResponseSink m_sink;
+    DavMultistatusReader m_reader;
+    std::function<void(const DavMultistatusReader &)> m_done;
+    QTimer m_timer;
+    bool m_scheduled = false;
+};
 
 CalDavClient::CalDavClient(QNetworkAccessManager &network, QObject *parent)
     : QObject(parent)
@@ -95,43 +169,87 @@ QNetworkRequest CalDavClient::request(const QUrl &url) const
 }
 
 void CalDavClient::send(const QByteArray &verb, const QUrl &url, const QByteArray &body,
-                        const QList<QPair<QByteArray, QByteArray>> &headers, Handler handler, int redirects)
+                        const QList<QPair<QByteArray, QByteArray>> &headers, Handler handler, ResponseSink sink,
+                        int redirects)
 {
     QNetworkRequest r = request(url);
     for (const auto &[name, value] : headers)
         r.setRawHeader(name, value);
     QNetworkReply *reply = m_network.sendCustomRequest(r, verb, body);
-    connect(reply, &QNetworkReply::finished, this, [this, reply, verb, url, body, headers, handler, redirects] {
-        reply->deleteLater();
-        Answer answer;
+    const auto succeeded = [reply] {
         const int http = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-        const QString what = QString::fromLatin1(verb) + u' ' + url.toDisplayString(QUrl::RemoveUserInfo);
-        if (http == 0) {
-            const bool tls = reply->error() == QNetworkReply::SslHandshakeFailedError;
-            answer.status.error = tls ? CalDavError::certificate : CalDavError::network;
-            answer.status.detail = what + QStringLiteral(": ") + reply->errorString();
-            handler(answer);
-            return;
-        }
-        if (http == 301 || http == 302 || http == 303 || http == 307 || http == 308) {
-            const QUrl target = url.resolved(reply->header(QNetworkRequest::LocationHeader).toUrl());
-            // Never from HTTPS to HTTP, and never in circles.
-            if (redirects < maxRedirects && target.isValid() && target.scheme() == url.scheme()) {
-                send(verb, target, body, headers, handler, redirects + 1);
-                return;
-            }
-        }
-        answer.status = statusFor(http, what + QStringLiteral(": HTTP ") + QString::number(http));
-        answer.body = reply->readAll();
-        answer.etag = QString::fromUtf8(reply->rawHeader("ETag"));
-        handler(answer);
-    });
+        return http >= 200 && http < 300;
+    };
+    // A multistatus answer is read while it arrives; any other stays whole
+    // for the handler.
+    QPointer<StreamedAnswer> stream;
+    if (sink) {
+        stream = new StreamedAnswer(std::move(sink), this);
+        connect(reply, &QNetworkReply::readyRead, stream, [reply, stream, succeeded] {
+            if (succeeded())
+                stream->add(reply->readAll());
+        });
+    }
+    connect(reply, &QNetworkReply::finished, this,
+            [this, reply, verb, url, body, headers, handler, stream, succeeded, redirects] {
+                reply->deleteLater();
+                Answer answer;
+                const int http = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+                const QString what = QString::fromLatin1(verb) + u' ' + url.toDisplayString(QUrl::RemoveUserInfo);
+                const auto dropStream = [stream] {
+                    if (stream)
+                        stream->deleteLater();
+                };
+                if (http == 0) {
+                    dropStream();
+                    const bool tls = reply->error() == QNetworkReply::SslHandshakeFailedError;
+                    answer.status.error = tls ? CalDavError::certificate : CalDavError::network;
+                    answer.status.detail = what + QStringLiteral(": ") + reply->errorString();
+                    handler(answer);
+                    return;
+                }
+                if (http == 301 || http == 302 || http == 303 || http == 307 || http == 308) {
+                    const QUrl target = url.resolved(reply->header(QNetworkRequest::LocationHeader).toUrl());
+                    // Never from HTTPS to HTTP, and never in circles.
+                    if (redirects < maxRedirects && target.isValid() && target.scheme() == url.scheme()) {
+                        send(verb, target, body, headers, handler, stream ? stream->takeSink() : ResponseSink(),
+                             redirects + 1);
+                        dropStream();
+                        return;
+                    }
+                }
+                answer.status = statusFor(http, what + QStringLiteral(": HTTP ") + QString::number(http));
+                answer.etag = QString::fromUtf8(reply->rawHeader("ETag"));
+                if (stream && succeeded()) {
+                    if (reply->error() != QNetworkReply::NoError) {
+                        // Cut off mid-answer: what was read is not the whole answer.
+                        dropStream();
+                        answer.status.error = CalDavError::network;
+                        answer.status.detail = what + QStringLiteral(": ") + reply->errorString();
+                        handler(answer);
+                        return;
+                    }
+                    stream->add(reply->readAll());
+                    stream->end([handler, answer](const DavMultistatusReader &read) mutable {
+                        if (!read.error().isEmpty())
+                            answer.status = {CalDavError::malformed, answer.status.httpStatus,
+                                             answer.status.detail + QStringLiteral(": ") + read.error()};
+                        answer.syncToken = read.syncToken();
+                        handler(answer);
+                    });
+                    return;
+                }
+                dropStream();
+                answer.body = reply->readAll();
+                handler(answer);
+            });
 }
 
-void CalDavClient::davQuery(const QByteArray &verb, const QUrl &url, int depth, const QByteArray &body, Handler handler)
+void CalDavClient::davQuery(const QByteArray &verb, const QUrl &url, int depth, const QByteArray &body, Handler handler,
+                            ResponseSink sink)
 {
     send(verb, url, body, {{"Depth", QByteArray::number(depth)}, {"Content-Type", "application/xml; charset=utf-8"}},
-         std::move(handler));
+         std::move(handler), std::move(sink));
 }
 
 void CalDavClient::discover(const QUrl &server, Callback<QList<CalDavCollection>> done)
@@ -267,54 +385,55 @@ void CalDavClient::changesSince(const QUrl &collection, const QString &syncToken
         escaped(syncToken) +
         QByteArrayLiteral(
             R"(</D:sync-token><D:sync-level>1</D:sync-level><D:prop><D:getetag/></D:prop></D:sync-collection>)");
-    davQuery("REPORT", collection, 0, body, [collection, done](const Answer &answer) {
-        CalDavChanges changes;
-        if (!answer.status.ok()) {
-            CalDavStatus status = answer.status;
-            // RFC 6578: a token the server no longer knows is refused with
-            // the valid-sync-token precondition.
-            if ((status.httpStatus == 403 || status.httpStatus == 409) && answer.body.contains("valid-sync-token"))
-                status.error = CalDavError::invalidSyncToken;
-            done(status, changes);
+    // Thousands of members on a first sync: each is taken as it is read.
+    auto changes = std::make_shared<CalDavChanges>();
+    const auto sink = [collection, changes](DavResponse &&r) {
+        const QUrl url = resolved(collection, r.href);
+        if (url == collection)
             return;
-        }
-        const DavMultistatus ms = DavMultistatus::parse(answer.body);
-        if (!ms.error.isEmpty()) {
-            done(readStatus(answer.status, ms), changes);
-            return;
-        }
-        changes.syncToken = ms.syncToken;
-        for (const DavResponse &r : ms.responses) {
-            const QUrl url = resolved(collection, r.href);
-            if (url == collection)
-                continue;
-            if (r.status == 404)
-                changes.removed << url;
-            else if (r.props.contains(QStringLiteral("getetag")))
-                changes.changed.append(CalDavResource{url, r.props.value(QStringLiteral("getetag")).text, {}});
-        }
-        done(answer.status, changes);
-    });
+        if (r.status == 404)
+            changes->removed << url;
+        else if (const auto etag = r.props.constFind(QStringLiteral("getetag")); etag != r.props.cend())
+            changes->changed.append(CalDavResource{url, etag->text, {}});
+    };
+    davQuery(
+        "REPORT", collection, 0, body,
+        [done, changes](const Answer &answer) {
+            if (!answer.status.ok()) {
+                CalDavStatus status = answer.status;
+                // RFC 6578: a token the server no longer knows is refused with
+                // the valid-sync-token precondition.
+                if ((status.httpStatus == 403 || status.httpStatus == 409) && answer.body.contains("valid-sync-token"))
+                    status.error = CalDavError::invalidSyncToken;
+                done(status, {});
+                return;
+            }
+            changes->syncToken = answer.syncToken;
+            done(answer.status, std::exchange(*changes, {}));
+        },
+        sink);
 }
 
 void CalDavClient::listEtags(const QUrl &collection, Callback<QList<CalDavResource>> done)
 {
-    davQuery("PROPFIND", collection, 1, propfindEtags, [collection, done](const Answer &answer) {
-        QList<CalDavResource> out;
-        if (!answer.status.ok()) {
-            done(answer.status, out);
+    auto listed = std::make_shared<QList<CalDavResource>>();
+    const auto sink = [collection, listed](DavResponse &&r) {
+        const QUrl url = resolved(collection, r.href);
+        if (url == collection ||
+            r.props.value(QStringLiteral("resourcetype")).children.contains(QLatin1String("collection")))
             return;
-        }
-        const DavMultistatus ms = DavMultistatus::parse(answer.body);
-        for (const DavResponse &r : ms.responses) {
-            const QUrl url = resolved(collection, r.href);
-            if (url == collection ||
-                r.props.value(QStringLiteral("resourcetype")).children.contains(QLatin1String("collection")))
-                continue;
-            out.append(CalDavResource{url, r.props.value(QStringLiteral("getetag")).text, {}});
-        }
-        done(readStatus(answer.status, ms), out);
-    });
+        listed->append(CalDavResource{url, r.props.value(QStringLiteral("getetag")).text, {}});
+    };
+    davQuery(
+        "PROPFIND", collection, 1, propfindEtags,
+        [done, listed](const Answer &answer) {
+            if (!answer.status.ok()) {
+                done(answer.status, {});
+                return;
+            }
+            done(answer.status, std::exchange(*listed, {}));
+        },
+        sink);
 }
 
 void CalDavClient::fetch(const QUrl &collection, const QList<QUrl> &urls, Callback<QList<CalDavResource>> done)
@@ -324,21 +443,24 @@ void CalDavClient::fetch(const QUrl &collection, const QList<QUrl> &urls, Callba
     for (const QUrl &url : urls)
         body += "<D:href>" + escaped(url.path(QUrl::FullyEncoded)) + "</D:href>";
     body += "</C:calendar-multiget>";
-    davQuery("REPORT", collection, 1, body, [collection, done](const Answer &answer) {
-        QList<CalDavResource> out;
-        if (!answer.status.ok()) {
-            done(answer.status, out);
+    auto found = std::make_shared<QList<CalDavResource>>();
+    const auto sink = [collection, found](DavResponse &&r) {
+        const auto data = r.props.constFind(QStringLiteral("calendar-data"));
+        if (data == r.props.cend())
             return;
-        }
-        const DavMultistatus ms = DavMultistatus::parse(answer.body);
-        for (const DavResponse &r : ms.responses) {
-            if (!r.props.contains(QStringLiteral("calendar-data")))
-                continue;
-            out.append(CalDavResource{resolved(collection, r.href), r.props.value(QStringLiteral("getetag")).text,
-                                      r.props.value(QStringLiteral("calendar-data")).text.toUtf8()});
-        }
-        done(readStatus(answer.status, ms), out);
-    });
+        found->append(CalDavResource{resolved(collection, r.href), r.props.value(QStringLiteral("getetag")).text,
+                                     data->text.toUtf8()});
+    };
+    davQuery(
+        "REPORT", collection, 1, body,
+        [done, found](const Answer &answer) {
+            if (!answer.status.ok()) {
+                done(answer.status, {});
+                return;
+            }
+            done(answer.status, std::exchange(*found, {}));
+        },
+        sink);
 }
 
 void CalDavClient::put(const QUrl &url, const QByteArray &calendarData, const QString &etag, Callback<QString> done)

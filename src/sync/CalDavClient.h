@@ -14,6 +14,8 @@ class QNetworkRequest;
 
 namespace tarnwell::sync {
 
+struct DavResponse;
+
 // What went wrong with a request, in the terms the user is told about.
 enum class CalDavError {
     none,
@@ -99,15 +101,22 @@ private:
     struct Answer
     {
         CalDavStatus status;
-        QByteArray body;
+        QByteArray body; // empty when a sink read it
         QString etag;
+        QString syncToken; // of a multistatus answer read by a sink
     };
     using Handler = std::function<void(const Answer &)>;
+    using ResponseSink = std::function<void(DavResponse &&)>;
 
     QNetworkRequest request(const QUrl &url) const;
+    // With a sink, a successful answer is read as a multistatus while it
+    // arrives, each response handed to the sink; the handler comes after the
+    // last one (malformed when the body could not be read).
     void send(const QByteArray &verb, const QUrl &url, const QByteArray &body,
-              const QList<QPair<QByteArray, QByteArray>> &headers, Handler handler, int redirects = 0);
-    void davQuery(const QByteArray &verb, const QUrl &url, int depth, const QByteArray &body, Handler handler);
+              const QList<QPair<QByteArray, QByteArray>> &headers, Handler handler, ResponseSink sink = {},
+              int redirects = 0);
+    void davQuery(const QByteArray &verb, const QUrl &url, int depth, const QByteArray &body, Handler handler,
+                  ResponseSink sink = {});
     void findPrincipal(const QUrl &server, bool triedRoot, Callback<QList<CalDavCollection>> done);
     void findHome(const QUrl &principal, Callback<QList<CalDavCollection>> done);
     void listCollections(const QUrl &home, Callback<QList<CalDavCollection>> done);

@@ -9,6 +9,7 @@
 #include "persistence/TaskRepository.h"
 
 #include <QElapsedTimer>
+#include <QSqlQuery>
 #include <QTextBoundaryFinder>
 #include <QTimer>
 
@@ -55,6 +56,39 @@ bool isFatal(CalDavError error)
         error == CalDavError::notCalDav;
 }
 
+// Commits that do not wait for the disk, while it lives: SQLite's NORMAL
+// instead of the store's FULL, and only on a write-ahead log, where a power
+// cut can undo the last commits but never damages the file or reorders them.
+class RelaxedCommits
+{
+public:
+    explicit RelaxedCommits(const QSqlDatabase &db)
+        : m_db(db)
+    {
+        QSqlQuery q(m_db);
+        if (!q.exec(QStringLiteral("PRAGMA journal_mode")) || !q.next() ||
+            q.value(0).toString().compare(QLatin1String("wal"), Qt::CaseInsensitive) != 0)
+            return;
+        if (!q.exec(QStringLiteral("PRAGMA synchronous")) || !q.next() || q.value(0).toInt() <= normal)
+            return;
+        m_level = q.value(0).toInt();
+        if (!q.exec(QStringLiteral("PRAGMA synchronous = %1").arg(normal)))
+            m_level = 0;
+    }
+    ~RelaxedCommits()
+    {
+        if (m_level > 0)
+            QSqlQuery(m_db).exec(QStringLiteral("PRAGMA synchronous = %1").arg(m_level));
+    }
+    RelaxedCommits(const RelaxedCommits &) = delete;
+    RelaxedCommits &operator=(const RelaxedCommits &) = delete;
+
+private:
+    static constexpr int normal = 1;
+    QSqlDatabase m_db;
+    int m_level = 0; // the level to go back to; 0: nothing was changed
+};
+
 } // namespace
 
 struct SyncEngine::Pass
@@ -66,14 +100,20 @@ struct SyncEngine::Pass
     QString newToken;
 
     // Pull.
-    QHash<QString, QString> knownEtags; // href → etag of every item
+    QHash<QString, QString> knownEtags; // href → etag of every item, read for a whole listing only
     QHash<QString, QString> tombstones; // href → etag
+    CalDavChanges listing; // what the server listed, taken in a slice per turn
+    qsizetype listed = 0;
+    bool everything = false; // the listing is the whole collection
+    QSet<QString> present; // of a whole listing, the hrefs taken in so far
     QList<QUrl> toFetch;
     std::deque<Incoming> incoming;
     QHash<QDate, Day *> days;
     qsizetype fetched = 0;
 
     // Push.
+    qint64 scannedRow = 0;
+    bool scanning = false;
     std::deque<Write> writes;
     QList<StateOp> pendingOps;
     CalDavStatus firstFailure; // a resource the server refused; the pass goes on
@@ -168,7 +208,7 @@ void SyncEngine::cancel()
     // What the slices saved is consistent on its own; what the server
     // accepted is noted before the pass goes.
     if (!m_pass->pendingOps.isEmpty())
-        trySave(std::exchange(m_pass->pendingOps, {}));
+        trySave(std::exchange(m_pass->pendingOps, {}), !m_context.hasChanges());
     m_pass.reset();
     qCInfo(lcServices) << "Sync pass cancelled";
 }
@@ -205,7 +245,7 @@ void SyncEngine::finish()
 {
     std::optional<CalDavStatus> unsaved;
     if (!m_pass->pendingOps.isEmpty())
-        unsaved = trySave(std::exchange(m_pass->pendingOps, {}));
+        unsaved = trySave(std::exchange(m_pass->pendingOps, {}), !m_context.hasChanges());
     std::unique_ptr<Pass> pass = std::move(m_pass);
     if (unsaved && pass->outcome.status.ok())
         pass->outcome.status = *unsaved;
@@ -222,9 +262,21 @@ void SyncEngine::finish()
         pass->done(pass->outcome);
 }
 
-std::optional<CalDavStatus> SyncEngine::trySave(const QList<StateOp> &ops)
+// A pass's own saves are relaxed: they wait for no disk flush (several
+// milliseconds each, and at times a hundred, on the main thread). Nothing of
+// the user's is at stake: their changes are saved as they are made, a save
+// that carries someone else's pending changes is never relaxed, and the next
+// ordinary save flushes these commits too. What a power cut can take back is
+// a pass's last commits, in order, and the next pass does them again: the
+// sync token goes in the last slice's commit, so it is lost with what it
+// covers; a write the server took but the store forgot comes back as a
+// conflict with the same content and is matched.
+std::optional<CalDavStatus> SyncEngine::trySave(const QList<StateOp> &ops, bool relaxed)
 {
     try {
+        std::optional<RelaxedCommits> lazily;
+        if (relaxed)
+            lazily.emplace(m_context.database());
         m_context.save([&ops] {
             for (const StateOp &op : ops)
                 op();
@@ -235,9 +287,9 @@ std::optional<CalDavStatus> SyncEngine::trySave(const QList<StateOp> &ops)
     }
 }
 
-bool SyncEngine::save(const QList<StateOp> &ops)
+bool SyncEngine::save(const QList<StateOp> &ops, bool relaxed)
 {
-    if (const auto failed = trySave(ops)) {
+    if (const auto failed = trySave(ops, relaxed)) {
         fail(*failed);
         return false;
     }
@@ -263,22 +315,9 @@ void SyncEngine::askChanges(const QString &token)
             if (status.ok() && !changes.syncToken.isEmpty()) {
                 // Nothing changed (the common pass): the known etags need not be read.
                 const bool quiet = !token.isEmpty() && changes.changed.isEmpty() && changes.removed.isEmpty();
-                if (!quiet && !loadKnown())
+                if (!quiet && !loadKnown(token.isEmpty()))
                     return;
-                if (token.isEmpty()) {
-                    compareEtags(changes.changed, changes.syncToken);
-                    return;
-                }
-                m_pass->newToken = changes.syncToken;
-                for (const CalDavResource &r : changes.changed)
-                    queueChanged(hrefOf(r.url), r.etag);
-                for (const QUrl &url : changes.removed) {
-                    const QString href = hrefOf(url);
-                    if (m_pass->knownEtags.contains(href) || m_pass->tombstones.contains(href))
-                        m_pass->incoming.push_back({href, {}, {}, true});
-                }
-                fetchNext();
-                kick();
+                takeListing(changes, token.isEmpty());
                 return;
             }
             if (isFatal(status.error)) {
@@ -294,18 +333,19 @@ void SyncEngine::askChanges(const QString &token)
                                         fail(listed);
                                         return;
                                     }
-                                    if (loadKnown())
-                                        compareEtags(all, QString());
+                                    if (loadKnown(true))
+                                        takeListing(CalDavChanges{QString(), all, {}}, true);
                                 });
         });
 }
 
-bool SyncEngine::loadKnown()
+bool SyncEngine::loadKnown(bool everything)
 {
     if (m_pass->resetState)
         return true; // everything it knows belongs to another collection
     try {
-        m_pass->knownEtags = m_state.etags();
+        if (everything)
+            m_pass->knownEtags = m_state.etags();
         for (const auto &t : m_state.tombstones())
             m_pass->tombstones.insert(t.href, t.etag);
         return true;
@@ -316,31 +356,91 @@ bool SyncEngine::loadKnown()
     }
 }
 
-void SyncEngine::compareEtags(const QList<CalDavResource> &listed, const QString &newToken)
+void SyncEngine::takeListing(CalDavChanges listing, bool everything)
 {
-    m_pass->newToken = newToken;
-    QSet<QString> present;
-    for (const CalDavResource &r : listed) {
-        const QString href = hrefOf(r.url);
-        present.insert(href);
-        queueChanged(href, r.etag);
+    m_pass->newToken = listing.syncToken;
+    m_pass->listing = std::move(listing);
+    m_pass->listed = 0;
+    m_pass->everything = everything;
+    queueListed();
+}
+
+void SyncEngine::queueListed()
+{
+    QElapsedTimer clock;
+    clock.start();
+    const qint64 budgetNs = qint64(m_tuning.sliceMilliseconds) * 1000000;
+    const CalDavChanges &listing = m_pass->listing;
+    const qsizetype total = listing.changed.size() + listing.removed.size();
+    try {
+        for (; m_pass->listed < total; ++m_pass->listed) {
+            if (m_pass->listed % 64 == 63 && clock.nsecsElapsed() >= budgetNs) {
+                later(&SyncEngine::queueListed);
+                return;
+            }
+            if (m_pass->listed < listing.changed.size()) {
+                const CalDavResource &r = listing.changed.at(m_pass->listed);
+                const QString href = hrefOf(r.url);
+                if (m_pass->everything)
+                    m_pass->present.insert(href);
+                queueChanged(href, r.etag);
+            } else {
+                const QString href = hrefOf(listing.removed.at(m_pass->listed - listing.changed.size()));
+                if (knownEtag(href) || m_pass->tombstones.contains(href))
+                    m_pass->incoming.push_back({href, {}, {}, true});
+            }
+        }
+    } catch (const StoreError &error) {
+        fail(CalDavStatus{CalDavError::server, 0,
+                          QStringLiteral("reading the sync state: %1").arg(error.description())});
+        return;
     }
-    for (auto it = m_pass->knownEtags.cbegin(); it != m_pass->knownEtags.cend(); ++it)
-        if (!present.contains(it.key()) && !it.value().isEmpty())
-            m_pass->incoming.push_back({it.key(), {}, {}, true});
-    for (auto it = m_pass->tombstones.cbegin(); it != m_pass->tombstones.cend(); ++it)
-        if (!present.contains(it.key()))
-            m_pass->incoming.push_back({it.key(), {}, {}, true});
+    if (m_pass->everything) {
+        // What the store knows and the whole listing lacks was removed there.
+        const QSet<QString> &present = m_pass->present;
+        for (auto it = m_pass->knownEtags.cbegin(); it != m_pass->knownEtags.cend(); ++it)
+            if (!present.contains(it.key()) && !it.value().isEmpty())
+                m_pass->incoming.push_back({it.key(), {}, {}, true});
+        for (auto it = m_pass->tombstones.cbegin(); it != m_pass->tombstones.cend(); ++it)
+            if (!present.contains(it.key()))
+                m_pass->incoming.push_back({it.key(), {}, {}, true});
+    }
+    m_pass->listing = {};
+    m_pass->present = {};
     fetchNext();
     kick();
+}
+
+void SyncEngine::later(void (SyncEngine::*step)())
+{
+    const quint64 generation = m_generation;
+    // A timer, not a posted call: the main loop's due timers and input are
+    // served before it, so no two steps of a pass run back to back.
+    auto *timer = new QTimer(this);
+    timer->setSingleShot(true);
+    connect(timer, &QTimer::timeout, this, [this, timer, generation, step] {
+        timer->deleteLater();
+        if (isCurrent(generation))
+            (this->*step)();
+    });
+    timer->start(0);
+}
+
+std::optional<QString> SyncEngine::knownEtag(const QString &href) const
+{
+    // A whole listing reads every etag at once; a few changes ask the store.
+    if (m_pass->everything) {
+        const auto it = m_pass->knownEtags.constFind(href);
+        return it == m_pass->knownEtags.cend() ? std::nullopt : std::optional(*it);
+    }
+    return m_state.etagAt(href);
 }
 
 void SyncEngine::queueChanged(const QString &href, const QString &etag)
 {
     // What the store already has (our own writes come back this way too),
     // and what was deleted here at the same etag, needs nothing.
-    const auto known = m_pass->knownEtags.constFind(href);
-    if (known != m_pass->knownEtags.cend() && !etag.isEmpty() && *known == etag)
+    if (const auto known = knownEtag(href); known && !etag.isEmpty() && *known == etag)
         return;
     const auto dead = m_pass->tombstones.constFind(href);
     if (dead != m_pass->tombstones.cend() && *dead == etag)
@@ -353,11 +453,7 @@ void SyncEngine::kick()
     if (!m_pass || m_pass->sliceScheduled)
         return;
     m_pass->sliceScheduled = true;
-    const quint64 generation = m_generation;
-    QTimer::singleShot(0, this, [this, generation] {
-        if (isCurrent(generation))
-            applySlice();
-    });
+    later(&SyncEngine::applySlice);
 }
 
 void SyncEngine::fetchNext()
@@ -388,6 +484,13 @@ void SyncEngine::fetchNext()
 void SyncEngine::applySlice()
 {
     m_pass->sliceScheduled = false;
+    // Someone else's unsaved changes are saved first, in the ordinary way,
+    // so that the slice's own save can be relaxed.
+    if (m_context.hasChanges() && !save({}, false))
+        return;
+    // What the slice changes is announced by its own save (or, for anything
+    // the save fails to write, on a later turn, as a change made here).
+    m_context.processPendingChanges();
     QElapsedTimer clock;
     clock.start();
     QList<StateOp> ops;
@@ -396,7 +499,10 @@ void SyncEngine::applySlice()
         m_pass->resetState = false;
         ops.append([this] { m_state.clear(); });
     }
-    while (!m_pass->incoming.empty() && clock.elapsed() < m_tuning.sliceMilliseconds && applied < m_tuning.sliceItems) {
+    const qint64 budgetNs = qint64(m_tuning.sliceMilliseconds) * 1000000;
+    // At least one per slice, however short the slice.
+    while (!m_pass->incoming.empty() && (applied == 0 || clock.nsecsElapsed() < budgetNs) &&
+           applied < std::max(1, m_tuning.sliceItems)) {
         const Incoming in = std::move(m_pass->incoming.front());
         m_pass->incoming.pop_front();
         if (in.removed)
@@ -412,8 +518,13 @@ void SyncEngine::applySlice()
         const QString token = m_pass->newToken;
         ops.append([this, url, token] { m_state.setCollection(url, token); });
     }
-    if (!ops.isEmpty() && !save(ops))
+    m_savingServerChanges = true;
+    const auto failed = ops.isEmpty() ? std::nullopt : trySave(ops, true);
+    m_savingServerChanges = false;
+    if (failed) {
+        fail(*failed);
         return;
+    }
     if (applied > 0)
         Q_EMIT sliceSaved(applied);
     if (pullDone) {
@@ -547,13 +658,29 @@ void SyncEngine::finishPull()
 
 void SyncEngine::startPush()
 {
+    m_pass->scanning = true;
+    m_pass->scannedRow = 0;
+    later(&SyncEngine::scanWrites);
+}
+
+void SyncEngine::scanWrites()
+{
     try {
-        for (const QUuid &id : m_state.unsyncedTasks())
+        const auto page = m_state.pendingWrites(m_pass->scannedRow, std::max(1, m_tuning.scanRows));
+        for (const QUuid &id : page.unsynced)
             m_pass->writes.push_back({Write::Kind::create, id, {}});
-        for (const QUuid &id : m_state.changedTasks())
+        for (const QUuid &id : page.changed)
             m_pass->writes.push_back({Write::Kind::update, id, {}});
-        for (const auto &t : m_state.tombstones())
-            m_pass->writes.push_back({Write::Kind::remove, {}, t.href});
+        m_pass->scannedRow = page.lastRow;
+        if (page.atEnd) {
+            m_pass->scanning = false;
+            for (const auto &t : m_state.tombstones()) {
+                m_pass->tombstones.insert(t.href, t.etag);
+                m_pass->writes.push_back({Write::Kind::remove, {}, t.href});
+            }
+        } else {
+            later(&SyncEngine::scanWrites);
+        }
     } catch (const StoreError &error) {
         fail(CalDavStatus{CalDavError::server, 0,
                           QStringLiteral("reading the sync state: %1").arg(error.description())});
@@ -569,7 +696,7 @@ void SyncEngine::pumpWrites()
         m_pass->writes.pop_front();
         startWrite(write);
     }
-    if (m_pass && m_pass->inFlight == 0 && m_pass->writes.empty())
+    if (m_pass && m_pass->inFlight == 0 && m_pass->writes.empty() && !m_pass->scanning)
         finish();
 }
 
@@ -702,19 +829,15 @@ void SyncEngine::scheduleFlush()
     if (!m_pass || m_pass->flushScheduled || m_pass->pendingOps.isEmpty())
         return;
     m_pass->flushScheduled = true;
-    const quint64 generation = m_generation;
     // Answers that arrive together are noted in one save.
-    QTimer::singleShot(0, this, [this, generation] {
-        if (isCurrent(generation))
-            flushOps();
-    });
+    later(&SyncEngine::flushOps);
 }
 
 void SyncEngine::flushOps()
 {
     m_pass->flushScheduled = false;
     if (!m_pass->pendingOps.isEmpty())
-        save(std::exchange(m_pass->pendingOps, {}));
+        save(std::exchange(m_pass->pendingOps, {}), !m_context.hasChanges());
 }
 
 // ---------------------------------------------------------------- mapping

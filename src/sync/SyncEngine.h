@@ -47,11 +47,12 @@ public:
     {
         int fetchBatch = 100; // resources per calendar-multiget
         // Per slice on the main loop: resources applied until this much time
-        // went by or this many were applied; then the slice is saved (the
-        // save's own fsync comes on top).
-        int sliceMilliseconds = 4;
-        int sliceItems = 50;
+        // went by or this many were applied; then the slice is saved (which
+        // takes about as long again, more when SQLite checkpoints its log).
+        int sliceMilliseconds = 3;
+        int sliceItems = 15;
         int parallelWrites = 4; // PUT and DELETE requests in flight at once
+        int scanRows = 200; // tasks looked at per turn when finding what to write
     };
 
     SyncEngine(StoreContext &context, DayRepository &days, QNetworkAccessManager &network, Clock clock,
@@ -64,6 +65,7 @@ public:
     void run(const SyncAccount &account, const QString &password, Done done) override;
     void cancel() override;
     void forget(bool removeLocalCopies) override;
+    bool isSavingServerChanges() const override { return m_savingServerChanges; }
 
     // A foreign to-do's summary as a task title: one line, trimmed, at most
     // as long as a title may be; an empty one becomes the first line of the
@@ -94,8 +96,15 @@ private:
 
     // Pull.
     void askChanges(const QString &token);
-    bool loadKnown(); // the etags and tombstones the store holds; false when the pass failed
-    void compareEtags(const QList<CalDavResource> &listed, const QString &newToken);
+    // The tombstones the store holds, and for a whole listing every etag;
+    // false when the pass failed.
+    bool loadKnown(bool everything);
+    // The etag the store has for `href`, if it has the resource (throws StoreError).
+    std::optional<QString> knownEtag(const QString &href) const;
+    // Takes in what the server listed, a slice per turn of the event loop;
+    // `everything`: the whole collection, so what is missing from it was removed.
+    void takeListing(CalDavChanges listing, bool everything);
+    void queueListed();
     void queueChanged(const QString &href, const QString &etag);
     void fetchNext();
     void kick(); // an apply slice on the next turn of the event loop
@@ -110,6 +119,7 @@ private:
 
     // Push.
     void startPush();
+    void scanWrites(); // a page of the tasks to write per turn of the event loop
     void pumpWrites();
     void startWrite(const Write &write);
     void writeAnswered(const Write &write, const CalDavStatus &status, const QString &etag, const QByteArray &text,
@@ -120,8 +130,11 @@ private:
 
     void fail(const CalDavStatus &status);
     void finish();
-    std::optional<CalDavStatus> trySave(const QList<StateOp> &ops);
-    bool save(const QList<StateOp> &ops); // fails the pass when the store refuses
+    // `relaxed`: the commit does not wait for the disk (see trySave).
+    std::optional<CalDavStatus> trySave(const QList<StateOp> &ops, bool relaxed);
+    bool save(const QList<StateOp> &ops, bool relaxed); // fails the pass when the store refuses
+    // Schedules `step` on the next turn of the event loop, for this pass only.
+    void later(void (SyncEngine::*step)());
     bool isCurrent(quint64 generation) const { return m_pass && m_generation == generation; }
 
     // The task as a to-do, against the server's last copy where there is one.
@@ -138,6 +151,7 @@ private:
 
     quint64 m_generation = 0;
     std::unique_ptr<Pass> m_pass;
+    bool m_savingServerChanges = false;
 };
 
 } // namespace tarnwell::sync

@@ -57,6 +57,11 @@ public:
     // deleted here too (never on the server); otherwise they stay as local
     // tasks.
     virtual void forget(bool removeLocalCopies) = 0;
+
+    // True while the store announces changes the pass itself is saving: the
+    // server's copies taken in. They are not changes made here, and call for
+    // no pass of their own.
+    virtual bool isSavingServerChanges() const { return false; }
 };
 
 } // namespace tarnwell::sync

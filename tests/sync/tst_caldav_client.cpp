@@ -176,33 +176,121 @@ private Q_SLOTS:
 
     // What other servers send that Radicale does not: members' own status,
     // failed propstats beside good ones, foreign namespaces, and bodies that
-    // are not multistatus at all.
+    // are not multistatus at all. Read in pieces as it arrives, split
+    // anywhere, it reads the same; cut short, it is an error.
     void multistatusReadsWhatServersSend()
     {
-        const DavMultistatus ms = DavMultistatus::parse(
+        const QByteArray body =
             "<?xml version='1.0'?>\n"
             "<d:multistatus xmlns:d='DAV:' xmlns:x='http://example.com/ns' xmlns:cal='urn:ietf:params:xml:ns:caldav'>\n"
-            "  <d:response><d:href>/c/a.ics</d:href>\n"
-            "    <d:propstat><d:prop><d:getetag>\"1\"</d:getetag><x:color>red</x:color></d:prop><d:status>HTTP/1.1 200 "
-            "OK</d:status></d:propstat>\n"
-            "    <d:propstat><d:prop><cal:calendar-data/></d:prop><d:status>HTTP/1.1 404 Not "
+            "  <d:response><d:href>/c/a%20b.ics</d:href>\n"
+            "    <d:propstat><d:prop><d:getetag>\"1\"</d:getetag><x:color>red</x:color>"
+            "<cal:calendar-data>BEGIN:VCALENDAR&#13;\nX-A:&lt;b&gt;</cal:calendar-data></d:prop>"
+            "<d:status>HTTP/1.1 200 OK</d:status></d:propstat>\n"
+            "    <d:propstat><d:prop><d:displayname/></d:prop><d:status>HTTP/1.1 404 Not "
             "Found</d:status></d:propstat>\n"
             "  </d:response>\n"
+            "  <d:response><d:href>/c/</d:href><d:propstat><d:prop><d:resourcetype><d:collection/><cal:calendar/>"
+            "</d:resourcetype><d:current-user-principal><d:href>/p/</d:href></d:current-user-principal>"
+            "<cal:supported-calendar-component-set><cal:comp name='vtodo'/></cal:supported-calendar-component-set>"
+            "</d:prop><d:status>HTTP/1.1 200 OK</d:status></d:propstat></d:response>\n"
             "  <d:response><d:href>/c/b.ics</d:href><d:status>HTTP/1.1 404 Not Found</d:status></d:response>\n"
             "  <d:sync-token>tok-2</d:sync-token>\n"
-            "</d:multistatus>");
+            "</d:multistatus>";
+        const DavMultistatus ms = DavMultistatus::parse(body);
         QVERIFY(ms.error.isEmpty());
         QCOMPARE(ms.syncToken, QStringLiteral("tok-2"));
-        QCOMPARE(ms.responses.size(), 2);
-        QCOMPARE(ms.responses.at(0).props.value(QStringLiteral("getetag")).text, QStringLiteral("\"1\""));
-        QVERIFY(!ms.responses.at(0).props.contains(QStringLiteral("calendar-data")));
-        QVERIFY(!ms.responses.at(0).props.contains(QStringLiteral("color")));
-        QCOMPARE(ms.responses.at(1).status, 404);
+        QCOMPARE(ms.responses.size(), 3);
+        const DavResponse &a = ms.responses.at(0);
+        QCOMPARE(a.href, QStringLiteral("/c/a%20b.ics"));
+        QCOMPARE(a.props.value(QStringLiteral("getetag")).text, QStringLiteral("\"1\""));
+        QCOMPARE(a.props.value(QStringLiteral("calendar-data")).text, QStringLiteral("BEGIN:VCALENDAR\r\nX-A:<b>"));
+        QVERIFY(!a.props.contains(QStringLiteral("displayname")));
+        QVERIFY(!a.props.contains(QStringLiteral("color")));
+        const DavResponse &c = ms.responses.at(1);
+        QCOMPARE(c.props.value(QStringLiteral("resourcetype")).children,
+                 QStringList({QStringLiteral("collection"), QStringLiteral("calendar")}));
+        QCOMPARE(c.props.value(QStringLiteral("current-user-principal")).hrefs, QStringList{QStringLiteral("/p/")});
+        QCOMPARE(c.props.value(QStringLiteral("supported-calendar-component-set")).components,
+                 QStringList{QStringLiteral("VTODO")});
+        QCOMPARE(ms.responses.at(2).status, 404);
+
+        // Every split point, each piece read in the smallest steps there are.
+        const auto flat = [](const QList<DavResponse> &responses) {
+            QStringList out;
+            for (const DavResponse &r : responses) {
+                out << r.href + u'|' + QString::number(r.status);
+                QStringList keys = r.props.keys();
+                keys.sort();
+                for (const QString &k : keys) {
+                    const DavValue &v = r.props.value(k);
+                    out << k + u'=' + v.text + u'|' + v.hrefs.join(u',') + u'|' + v.children.join(u',') + u'|' +
+                            v.components.join(u',');
+                }
+            }
+            return out;
+        };
+        const QStringList whole = flat(ms.responses);
+        for (qsizetype cut = 1; cut < body.size(); ++cut) {
+            QList<DavResponse> got;
+            DavMultistatusReader reader([&got](DavResponse &&r) { got.append(std::move(r)); });
+            reader.addData(body.left(cut));
+            while (reader.read(std::chrono::microseconds(0)) == DavMultistatusReader::Progress::paused) { }
+            reader.addData(body.mid(cut));
+            reader.close();
+            while (reader.read(std::chrono::microseconds(0)) == DavMultistatusReader::Progress::paused) { }
+            QVERIFY2(reader.error().isEmpty(), qPrintable(QString::number(cut)));
+            QCOMPARE(flat(got), whole);
+            QCOMPARE(reader.syncToken(), QStringLiteral("tok-2"));
+
+            // The same body ending there is never read as a (shorter) answer.
+            DavMultistatusReader cutShort;
+            cutShort.addData(body.left(cut));
+            cutShort.close();
+            QCOMPARE(cutShort.read(), DavMultistatusReader::Progress::finished);
+            QVERIFY2(!cutShort.error().isEmpty(), qPrintable(QString::number(cut)));
+        }
 
         QVERIFY(!DavMultistatus::parse("<html><body>Hello</body></html>").error.isEmpty());
-        QVERIFY(!DavMultistatus::parse("<d:multistatus xmlns:d=\"DAV:\"><d:response>").error.isEmpty());
+        QVERIFY(!DavMultistatus::parse("").error.isEmpty());
         QCOMPARE(davStatusCode(QStringLiteral("HTTP/1.1 207 Multi-Status")), 207);
         QCOMPARE(davStatusCode(QStringLiteral("garbage 200")), 0);
+    }
+
+    // An answer the server stops sending part way is a failure, never a
+    // shorter listing: whether the connection drops before the promised
+    // length, or closes where the XML is not finished.
+    void answerCutShortIsAnError()
+    {
+        const QByteArray xml = "<?xml version='1.0'?><d:multistatus xmlns:d='DAV:'><d:response><d:href>/c/a.ics"
+                               "</d:href><d:propstat><d:prop><d:getetag>\"1\"</d:getetag></d:prop><d:status>HTTP/1.1 "
+                               "200 OK</d:status></d:propstat></d:response><d:response><d:href>/c/b.ics</d:href>";
+        const QList<QByteArray> heads{
+            "HTTP/1.1 207 Multi-Status\r\nContent-Type: application/xml\r\nContent-Length: 100000\r\n\r\n",
+            "HTTP/1.1 207 Multi-Status\r\nContent-Type: application/xml\r\nConnection: close\r\n\r\n"};
+        const QList<CalDavError> expected{CalDavError::network, CalDavError::malformed};
+        for (int i = 0; i < heads.size(); ++i) {
+            QTcpServer server;
+            QVERIFY(server.listen(QHostAddress::LocalHost));
+            QObject::connect(&server, &QTcpServer::newConnection, &server, [&server, &heads, &xml, i] {
+                QTcpSocket *socket = server.nextPendingConnection();
+                QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket, &heads, &xml, i] {
+                    if (!socket->readAll().contains("</D:sync-collection>"))
+                        return;
+                    socket->write(heads.at(i) + xml);
+                    socket->flush();
+                    socket->disconnectFromHost();
+                });
+            });
+            CalDavClient client(m_network);
+            client.setCredentials(user, password);
+            Outcome<CalDavChanges> changes;
+            client.changesSince(QUrl(QStringLiteral("http://127.0.0.1:%1/c/").arg(server.serverPort())), {},
+                                changes.callback());
+            QVERIFY(changes.wait());
+            QCOMPARE(changes.status().error, expected.at(i));
+            QVERIFY(changes.result().changed.isEmpty());
+        }
     }
 };
 
