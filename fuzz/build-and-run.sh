@@ -82,6 +82,7 @@ build_caldav() {
     "$here/caldav_fuzzer.cpp" \
     "$root/src/ical/VTodoMapping.cpp" \
     "$root/src/sync/TodoMerge.cpp" \
+    "$root/src/sync/DavMultistatus.cpp" \
     $(pkg-config --libs Qt6Core libical) \
     -o "$out/caldav_fuzzer"
 }
