@@ -108,6 +108,7 @@ struct SyncEngine::Pass
     QSet<QString> present; // of a whole listing, the hrefs taken in so far
     QList<QUrl> toFetch;
     std::deque<Incoming> incoming;
+    QList<Task *> madeInSlice; // tasks the slice under way made for to-dos met for the first time
     QHash<QDate, Day *> days;
     qsizetype fetched = 0;
 
@@ -521,7 +522,16 @@ void SyncEngine::applySlice()
     m_savingServerChanges = true;
     const auto failed = ops.isEmpty() ? std::nullopt : trySave(ops, true);
     m_savingServerChanges = false;
+    const QList<Task *> made = std::exchange(m_pass->madeInSlice, {});
     if (failed) {
+        // The slice's notes of which task holds which to-do are not saved,
+        // so the next pass meets other clients' to-dos for the first time
+        // again: the tasks made for them now would be doubles once the store
+        // takes saves again. Edits to tasks already held stay; the next pass
+        // sees them as this machine's changes and sends them back.
+        for (Task *task : made)
+            if (task->isInserted())
+                m_context.deleteObject(task);
         fail(*failed);
         return;
     }
@@ -569,9 +579,13 @@ void SyncEngine::applyOne(const Incoming &in, QList<StateOp> &ops)
             return;
         }
         task = new Task;
-        // Tarnwell's own to-dos keep their id from store to store.
+        // Tarnwell's own to-dos keep their id from store to store, which
+        // finds them again should this slice fail to save; any other is
+        // known only by the notes the slice saves.
         if (!uid.isNull() && !same && !m_context.holds(uid))
             task->assignId(uid);
+        else
+            m_pass->madeInSlice.append(task);
         m_context.insertObject(task);
         const QDateTime now = m_clock();
         task->setCreatedAt(now);

@@ -315,6 +315,23 @@ private Q_SLOTS:
         QCOMPARE(passport->durationMinutes(), std::optional<qint32>(30));
     }
 
+    // A slice that cannot be saved (a full disk) leaves no tasks behind for
+    // another client's to-dos: the next pass brings each in once.
+    void failedSaveDoublesNoForeignToDo()
+    {
+        auto [a, b] = freshPair();
+        Q_UNUSED(b)
+        python(QStringLiteral("cal.save_todo('BEGIN:VCALENDAR\\r\\nVERSION:2.0\\r\\nPRODID:-//Other//EN\\r\\n"
+                              "BEGIN:VTODO\\r\\nUID:plants@example.com\\r\\nDTSTAMP:20261124T080000Z\\r\\n"
+                              "SUMMARY:Water the plants\\r\\nEND:VTODO\\r\\nEND:VCALENDAR\\r\\n')\n"));
+        QSqlQuery(a->store.viewContext().database()).exec(QStringLiteral("PRAGMA query_only = ON"));
+        QVERIFY(!pass(*a).status.ok());
+        QSqlQuery(a->store.viewContext().database()).exec(QStringLiteral("PRAGMA query_only = OFF"));
+        QVERIFY(pass(*a).status.ok());
+        a->store.viewContext().save();
+        QCOMPARE(a->all().size(), 1);
+    }
+
     // The server killed in the middle of a pass, once while A pushes and
     // once while B pulls: the pass reports the network, the store stays
     // consistent, the next pass completes, nothing is lost or doubled.
