@@ -591,7 +591,14 @@ void SyncEngine::applyOne(const Incoming &in, QList<StateOp> &ops)
         task->setCreatedAt(now);
         applyFields(task, remote, true);
         const QUuid id = task->id();
-        ops.append([this, id, href, etag, data] { m_state.putItem({id, href, etag, data}); });
+        // A day or a place in it filled in here goes back to the server, so
+        // that every machine puts the to-do on the same day in the same place.
+        const bool filledIn = !remote.day.isValid() || !remote.order;
+        ops.append([this, id, href, etag, data, filledIn] {
+            m_state.putItem({id, href, etag, data});
+            if (filledIn)
+                m_state.setFingerprint(id, QString());
+        });
         m_pass->knownEtags.insert(href, etag);
         ++m_pass->outcome.pulled;
         return;

@@ -266,7 +266,6 @@ private Q_SLOTS:
     void otherClientsTodosComeInAndKeepTheirProperties()
     {
         auto [a, b] = freshPair();
-        Q_UNUSED(b)
         const QString longTitle = QString(QStringLiteral("Long ")).repeated(60);
         python(QStringLiteral("cal.save_todo('BEGIN:VCALENDAR\\r\\nVERSION:2.0\\r\\nPRODID:-//Other//EN\\r\\n"
                               "BEGIN:VTODO\\r\\nUID:other-1@example.com\\r\\nDTSTAMP:20261124T080000Z\\r\\n"
@@ -280,6 +279,15 @@ private Q_SLOTS:
                               "END:VTODO\\r\\nEND:VCALENDAR\\r\\n')\n")
                    .arg(longTitle));
         QCOMPARE(pass(*a).pulled, 3);
+        // The day and place A gave them travel: B, a day later, files them alike.
+        m_clock.advance(24 * 3600 * 1000);
+        QCOMPARE(pass(*b).pulled, 3);
+        for (Task *t : a->all()) {
+            Task *there = b->named(t->title());
+            QVERIFY(there);
+            QCOMPARE(there->day()->date(), t->day()->date());
+            QCOMPARE(there->orderIndex(), t->orderIndex());
+        }
         Task *passport = a->named(QStringLiteral("Renew passport"));
         QVERIFY(passport);
         QCOMPARE(a->days.calendar().date(passport->day()->date()), QDate(2026, 11, 26));
