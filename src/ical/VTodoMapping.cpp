@@ -14,6 +14,7 @@ namespace {
 using Component = std::unique_ptr<icalcomponent, decltype(&icalcomponent_free)>;
 
 constexpr const char *plannedName = "X-TARNWELL-PLANNED-MINUTES";
+constexpr const char *dayName = "X-TARNWELL-DAY"; // YYYYMMDD, for a to-do that has no date of its own
 constexpr const char *orderName = "X-TARNWELL-ORDER";
 constexpr const char *focusedName = "X-TARNWELL-FOCUSED-SECONDS";
 constexpr const char *discardedName = "X-TARNWELL-DISCARDED-SECONDS";
@@ -166,6 +167,9 @@ std::optional<TodoFields> read(const QByteArray &ics)
     f.day = date(icalcomponent_get_due(todo));
     if (!f.day.isValid())
         f.day = date(icalcomponent_get_dtstart(todo));
+    if (!f.day.isValid())
+        if (const auto day = extension(todo, dayName, 10101, 99991231))
+            f.day = QDate(*day / 10000, *day / 100 % 100, *day % 100);
     if (icalproperty *p = icalcomponent_get_first_property(todo, ICAL_PRIORITY_PROPERTY)) {
         const int priority = icalproperty_get_priority(p);
         f.urgent = priority >= 1 && priority <= 4;
@@ -227,17 +231,24 @@ QByteArray write(const TodoFields &f, const QDateTime &now, const QByteArray &pr
             f.notes.isEmpty() ? nullptr : icalproperty_new_description(icalText(f.notes).constData()));
 
     // The day goes where the to-do keeps its date: its due date when it has
-    // only that, else its start (and a due date moves along with it).
+    // only that, else its start (and a due date moves along with it). Another
+    // client's to-do without a date keeps none, so that other clients do not
+    // show it as started: the day it is planned for travels as an X- property.
     const bool hasStart = icalcomponent_get_first_property(todo, ICAL_DTSTART_PROPERTY);
     const bool hasDue = icalcomponent_get_first_property(todo, ICAL_DUE_PROPERTY);
+    const bool undatedElsewhere = !previous.isEmpty() && !hasStart && !hasDue;
     if (!f.day.isValid()) {
         removeAll(todo, ICAL_DTSTART_PROPERTY);
         removeAll(todo, ICAL_DUE_PROPERTY);
+        removeExtension(todo, dayName);
+    } else if (undatedElsewhere) {
+        setExtension(todo, dayName, f.day.year() * 10000 + f.day.month() * 100 + f.day.day());
     } else {
         if (hasStart || !hasDue)
             replace(todo, ICAL_DTSTART_PROPERTY, icalproperty_new_dtstart(dateOnly(f.day)));
         if (hasDue)
             replace(todo, ICAL_DUE_PROPERTY, icalproperty_new_due(dateOnly(f.day)));
+        removeExtension(todo, dayName);
     }
     removeAll(todo, ICAL_DURATION_PROPERTY); // DTSTART with DUE and DURATION together is invalid
 

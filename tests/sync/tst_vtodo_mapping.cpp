@@ -96,6 +96,16 @@ private Q_SLOTS:
         const QByteArray done = VTodoMapping::write(changed, now, written);
         QVERIFY(done.contains("STATUS:COMPLETED") && done.contains("COMPLETED:20261124T093000Z"));
         QVERIFY(done.contains("PERCENT-COMPLETE:100"));
+
+        // Planned for a day here, an undated to-do stays undated for other
+        // clients; the day travels to the other Tarnwells all the same.
+        const QByteArray undated = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VTODO\r\nUID:u\r\n"
+                                   "SUMMARY:Someday\r\nEND:VTODO\r\nEND:VCALENDAR\r\n";
+        TodoFields planned = *VTodoMapping::read(undated);
+        planned.day = QDate(2026, 11, 24);
+        const QByteArray plannedText = VTodoMapping::write(planned, now, undated);
+        QVERIFY(!plannedText.contains("DTSTART") && !plannedText.contains("DUE"));
+        QCOMPARE(VTodoMapping::read(plannedText)->day, planned.day);
     }
 
     void whatCannotBeTrustedIsLeftOut()
