@@ -2,15 +2,13 @@
 // private session bus, unlocked with a test password. Where the daemon
 // cannot start, the test is skipped (exit 77) and says why.
 #include "platform/KeychainSecretStore.h"
+#include "support/Keyring.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTest>
 
-#include <cstdio>
 
 using namespace tarnwell;
 
@@ -68,41 +66,11 @@ private Q_SLOTS:
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    const auto skip = [](const QString &why) {
-        std::printf("tst_keychain: SKIPPED: %s\n", qPrintable(why));
-        return 77;
-    };
-    if (QDBusConnection::sessionBus().interface()->isServiceRegistered(QStringLiteral("org.freedesktop.secrets")))
-        return skip(QStringLiteral("a keyring already runs on the test's bus"));
-    const QString program = QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
-    if (program.isEmpty())
-        return skip(QStringLiteral("gnome-keyring-daemon is not installed (scripts/setup.sh installs it)"));
-    QProcess daemon;
-    daemon.setProcessChannelMode(QProcess::ForwardedChannels);
-    daemon.start(program,
-                 {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
-    if (!daemon.waitForStarted(5000))
-        return skip(QStringLiteral("gnome-keyring-daemon did not start: %1").arg(daemon.errorString()));
-    daemon.write("test password");
-    daemon.closeWriteChannel();
-    const bool up = QTest::qWaitFor(
-        [] {
-            return QDBusConnection::sessionBus().interface()->isServiceRegistered(
-                QStringLiteral("org.freedesktop.secrets"));
-        },
-        10000);
-    if (!up) {
-        daemon.kill();
-        daemon.waitForFinished();
-        return skip(QStringLiteral("gnome-keyring-daemon did not claim org.freedesktop.secrets within 10 s"));
-    }
-    KeychainTest test;
-    test.daemon = &daemon;
-    const int result = QTest::qExec(&test, argc, argv);
-    daemon.terminate();
-    if (!daemon.waitForFinished(5000))
-        daemon.kill();
-    return result;
+    return tarnwell::test::withKeyring("tst_keychain", [&](QProcess &daemon) {
+        KeychainTest test;
+        test.daemon = &daemon;
+        return QTest::qExec(&test, argc, argv);
+    });
 }
 
 #include "tst_keychain.moc"

@@ -5,6 +5,7 @@
 // cannot start, the test is skipped (exit 77) and says why.
 #include "persistence/PersistenceController.h"
 #include "platform/KeychainSecretStore.h"
+#include "support/Keyring.h"
 #include "services/SyncService.h"
 #include "settings/SyncAccountStore.h"
 #include "support/AppProcess.h"
@@ -12,17 +13,14 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <cstdio>
 #include <memory>
 #include <optional>
 
@@ -202,43 +200,10 @@ private Q_SLOTS:
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    const auto skip = [](const QString &why) {
-        std::printf("tst_sync_e2e: SKIPPED: %s\n", qPrintable(why));
-        return 77;
-    };
-    if (QDBusConnection::sessionBus().interface()->isServiceRegistered(QStringLiteral("org.freedesktop.secrets")))
-        return skip(QStringLiteral("a keyring already runs on the test's bus"));
-    const QString program = QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
-    if (program.isEmpty())
-        return skip(QStringLiteral("gnome-keyring-daemon is not installed (scripts/setup.sh installs it)"));
-    QProcess daemon;
-    daemon.setProcessChannelMode(QProcess::ForwardedChannels);
-    daemon.start(program,
-                 {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
-    if (!daemon.waitForStarted(5000))
-        return skip(QStringLiteral("gnome-keyring-daemon did not start: %1").arg(daemon.errorString()));
-    daemon.write("test password");
-    daemon.closeWriteChannel();
-    const bool up = QTest::qWaitFor(
-        [] {
-            return QDBusConnection::sessionBus().interface()->isServiceRegistered(
-                QStringLiteral("org.freedesktop.secrets"));
-        },
-        10000);
-    if (!up) {
-        daemon.kill();
-        daemon.waitForFinished();
-        return skip(QStringLiteral("gnome-keyring-daemon did not claim org.freedesktop.secrets within 10 s"));
-    }
-    int result = 0;
-    {
+    return tarnwell::test::withKeyring("tst_sync_e2e", [&](QProcess &) {
         SyncE2eTest test;
-        result = QTest::qExec(&test, argc, argv);
-    }
-    daemon.terminate();
-    if (!daemon.waitForFinished(5000))
-        daemon.kill();
-    return result;
+        return QTest::qExec(&test, argc, argv);
+    });
 }
 
 #include "tst_sync_e2e.moc"

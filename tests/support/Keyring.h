@@ -1,0 +1,55 @@
+// A real keyring for the tests that store passwords: gnome-keyring-daemon's
+// secret service on the test's private session bus, unlocked, for the run of
+// one test program. Where it cannot run, the program is skipped (exit 77)
+// and says why.
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTest>
+
+#include <cstdio>
+
+namespace tarnwell::test {
+
+// Starts the keyring, runs `tests(daemon)` and stops the keyring again;
+// returns what `tests` returned, or 77 when there is no keyring to be had.
+template<typename Tests>
+int withKeyring(const char *program, Tests &&tests)
+{
+    const auto skip = [program](const QString &why) {
+        std::printf("%s: SKIPPED: %s\n", program, qPrintable(why));
+        return 77;
+    };
+    const auto secretsOnBus = [] {
+        return QDBusConnection::sessionBus().interface()->isServiceRegistered(
+            QStringLiteral("org.freedesktop.secrets"));
+    };
+    if (secretsOnBus())
+        return skip(QStringLiteral("a keyring already runs on the test's bus"));
+    const QString executable = QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
+    if (executable.isEmpty())
+        return skip(QStringLiteral("gnome-keyring-daemon is not installed (scripts/setup.sh installs it)"));
+    QProcess daemon;
+    daemon.setProcessChannelMode(QProcess::ForwardedChannels);
+    daemon.start(executable,
+                 {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
+    if (!daemon.waitForStarted(5000))
+        return skip(QStringLiteral("gnome-keyring-daemon did not start: %1").arg(daemon.errorString()));
+    daemon.write("test password");
+    daemon.closeWriteChannel();
+    if (!QTest::qWaitFor(secretsOnBus, 10000)) {
+        daemon.kill();
+        daemon.waitForFinished();
+        return skip(QStringLiteral("gnome-keyring-daemon did not claim org.freedesktop.secrets within 10 s"));
+    }
+    const int result = tests(daemon);
+    daemon.terminate();
+    if (!daemon.waitForFinished(5000))
+        daemon.kill();
+    return result;
+}
+
+} // namespace tarnwell::test
