@@ -9,7 +9,6 @@
 #include <QProcess>
 #include <QTest>
 
-
 using namespace tarnwell;
 
 namespace {
