@@ -1,10 +1,10 @@
 #include "TarnwellSharedJSON.h"
 
 #include <QJsonDocument>
-#include <QRegularExpression>
 #include <QTimeZone>
 
 #include <cmath>
+#include <iterator>
 
 namespace tarnwell::TarnwellSharedJSON {
 
@@ -147,11 +147,34 @@ std::optional<bool> boolean(const QJsonValue &value)
     return value.toBool();
 }
 
+namespace {
+
+// "2026-11-25T08:30:00Z" or with an offset ("+01:00"): whole seconds, nothing
+// else. Checked by hand: a regular expression would bring its compiler into
+// the widget program, which runs all day.
+bool isWholeSecondTimestamp(QStringView text)
+{
+    static constexpr char16_t form[] = u"dddd-dd-ddTdd:dd:dd";
+    constexpr qsizetype stem = std::size(form) - 1;
+    const auto matches = [](QStringView part, QStringView pattern) {
+        for (qsizetype i = 0; i < pattern.size(); ++i) {
+            const bool digit = part[i] >= u'0' && part[i] <= u'9';
+            if (pattern[i] == u'd' ? !digit : part[i] != pattern[i])
+                return false;
+        }
+        return true;
+    };
+    if (text.size() == stem + 1)
+        return matches(text, form) && text.back() == u'Z';
+    return text.size() == stem + 6 && matches(text, form) && (text[stem] == u'+' || text[stem] == u'-') &&
+        matches(text.sliced(stem + 1), u"dd:dd");
+}
+
+} // namespace
+
 std::optional<QDateTime> date(const QJsonValue &value)
 {
-    static const QRegularExpression form(
-        QStringLiteral("^\\d{4}-\\d{2}-\\d{2}T\\d{2}:\\d{2}:\\d{2}(Z|[+-]\\d{2}:\\d{2})$"));
-    if (!value.isString() || !form.match(value.toString()).hasMatch())
+    if (!value.isString() || !isWholeSecondTimestamp(value.toString()))
         return std::nullopt;
     const QDateTime parsed = QDateTime::fromString(value.toString(), Qt::ISODate);
     if (!parsed.isValid())

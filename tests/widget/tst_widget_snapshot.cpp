@@ -153,7 +153,9 @@ private Q_SLOTS:
                  QDateTime(QDate(2026, 3, 4), QTime(10, 15, 7), Qt::UTC));
         QCOMPARE(json::date(QJsonValue(QStringLiteral("2026-03-04T11:15:07+01:00")))->toSecsSinceEpoch(),
                  QDateTime(QDate(2026, 3, 4), QTime(10, 15, 7), Qt::UTC).toSecsSinceEpoch());
-        for (const char *refused : {"2026-03-04T10:15:07.250Z", "2026-03-04 10:15:07Z", "2026-03-04T10:15:07", ""})
+        for (const char *refused :
+             {"2026-03-04T10:15:07.250Z", "2026-03-04 10:15:07Z", "2026-03-04T10:15:07", "", "2026-03-04T10:15:0aZ",
+              "2026-03-04T10:15:07*01:00", "2026-03-04T10:15:07+01:00Z", "2026-03-04T10:15:07+0100"})
             QVERIFY2(!json::date(QJsonValue(QString::fromLatin1(refused))), refused);
         const QUuid id = QUuid::createUuid();
         QCOMPARE(json::uuid(id), id.toString(QUuid::WithoutBraces).toUpper());
