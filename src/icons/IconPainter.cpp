@@ -1,9 +1,11 @@
 #include "IconPainter.h"
 
+#include "Glyph.h"
+
 #include <QCache>
 #include <QDir>
+#include <QFile>
 #include <QPainter>
-#include <QSvgRenderer>
 
 namespace tarnwell::icons {
 
@@ -16,20 +18,26 @@ QString pathOf(const QString &name)
     return QStringLiteral(":/icons/%1.svg").arg(name);
 }
 
+// The glyph's coverage, in black.
 QImage draw(const QString &name, QSize pixels)
 {
-    if (pixels.isEmpty() || !exists(name))
+    if (pixels.isEmpty() || name == applicationIcon)
         return {};
-    QSvgRenderer renderer(pathOf(name));
-    if (!renderer.isValid())
+    QFile file(pathOf(name));
+    if (!file.open(QIODevice::ReadOnly))
         return {};
+    const Glyph glyph = Glyph::read(file.readAll());
+    if (!glyph.isValid()) {
+        qWarning("The icon %s is not a one-colour glyph", qPrintable(name));
+        return {};
+    }
     QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     // Square icons keep their proportions in a wider or taller box.
     const int side = std::min(pixels.width(), pixels.height());
-    renderer.render(&painter, QRectF((pixels.width() - side) / 2.0, (pixels.height() - side) / 2.0, side, side));
+    glyph.paint(painter, QRectF((pixels.width() - side) / 2.0, (pixels.height() - side) / 2.0, side, side));
     return image;
 }
 
@@ -40,13 +48,14 @@ QStringList names()
     QStringList out;
     const auto files = QDir(QStringLiteral(":/icons")).entryList({QStringLiteral("*.svg")}, QDir::Files);
     for (const QString &file : files)
-        out << file.chopped(4);
+        if (file.chopped(4) != applicationIcon)
+            out << file.chopped(4);
     return out;
 }
 
 bool exists(const QString &name)
 {
-    return !name.isEmpty() && QFile::exists(pathOf(name));
+    return !name.isEmpty() && name != applicationIcon && QFile::exists(pathOf(name));
 }
 
 QImage render(const QString &name, QSize pixels, const QColor &tint)
@@ -64,7 +73,7 @@ QImage render(const QString &name, QSize pixels, const QColor &tint)
     QImage image = draw(name, pixels);
     if (image.isNull())
         return image;
-    if (name != applicationIcon) {
+    {
         // The drawing's coverage stays; its colour becomes the tint.
         QPainter painter(&image);
         painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
@@ -72,11 +81,6 @@ QImage render(const QString &name, QSize pixels, const QColor &tint)
     }
     drawn.insert(key, new QImage(image), int(image.sizeInBytes()));
     return image;
-}
-
-QImage renderApplicationIcon(QSize pixels)
-{
-    return draw(applicationIcon, pixels);
 }
 
 } // namespace tarnwell::icons

@@ -6,8 +6,9 @@
 
 namespace tarnwell::icons {
 
-// The names of the drawn icons (the files of resources/icons without ".svg";
-// the application icon is among them and keeps its own colours).
+// The names of the drawn icons: the files of resources/icons without ".svg",
+// but for the application icon, which is not a one-colour glyph (see
+// ApplicationIcon.h).
 QStringList names();
 bool exists(const QString &name);
 
@@ -16,8 +17,5 @@ bool exists(const QString &name);
 // `tint` with the icon's own coverage as alpha. A null image for an unknown
 // name or an empty size.
 QImage render(const QString &name, QSize pixels, const QColor &tint);
-
-// The application icon in its own colours.
-QImage renderApplicationIcon(QSize pixels);
 
 } // namespace tarnwell::icons

@@ -1,7 +1,7 @@
 #include "UiEngine.h"
 
 #include "ThemeController.h"
-#include "icons/IconPainter.h"
+#include "icons/ApplicationIcon.h"
 #include "kit/Logging.h"
 
 #include <QGuiApplication>

@@ -8,6 +8,7 @@
 // every state of every component is saved per palette and scale.
 #include "views/ThemeController.h"
 #include "views/UiEngine.h"
+#include "icons/ApplicationIcon.h"
 #include "icons/IconPainter.h"
 
 #include <QDir>
@@ -15,6 +16,7 @@
 #include <QPainter>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSvgRenderer>
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -288,6 +290,38 @@ private Q_SLOTS:
             }
         }
         QVERIFY(icons::render(QStringLiteral("no-such-icon"), QSize(20, 20), tint).isNull());
+
+        // The icons are painted without an SVG library; they must come out as
+        // the SVG renderer draws their sources.
+        for (const QString &name : names) {
+            QSvgRenderer reference(QStringLiteral(":/icons/%1.svg").arg(name));
+            QVERIFY2(reference.isValid(), qPrintable(name));
+            for (int side : {20, 27, 48}) {
+                QImage expected(side, side, QImage::Format_ARGB32_Premultiplied);
+                expected.fill(Qt::transparent);
+                {
+                    QPainter painter(&expected);
+                    painter.setRenderHint(QPainter::Antialiasing);
+                    reference.render(&painter, QRectF(0, 0, side, side));
+                }
+                const QImage drawn = icons::render(name, QSize(side, side), Qt::black);
+                QVERIFY2(!drawn.isNull(), qPrintable(name));
+                qint64 difference = 0;
+                int largest = 0;
+                for (int y = 0; y < side; ++y) {
+                    for (int x = 0; x < side; ++x) {
+                        const int d = qAbs(qAlpha(expected.pixel(x, y)) - qAlpha(drawn.pixel(x, y)));
+                        difference += d;
+                        largest = std::max(largest, d);
+                    }
+                }
+                const double mean = double(difference) / (side * side);
+                QVERIFY2(
+                    mean < 1.5 && largest < 96,
+                    qPrintable(
+                        QStringLiteral("%1 at %2 px: mean %3, largest %4").arg(name).arg(side).arg(mean).arg(largest)));
+            }
+        }
         const QImage app = icons::renderApplicationIcon(QSize(128, 128));
         QVERIFY(!app.isNull());
         QVERIFY(app.pixelColor(64, 64) != app.pixelColor(64, 20)); // the centre dot on its tile
