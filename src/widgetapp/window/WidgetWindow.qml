@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Tarnwell.Widget
 
 // The desktop widget: the day, the task in hand with its countdown and two
@@ -14,7 +13,7 @@ Window {
     title: "Tarnwell"
     flags: Qt.FramelessWindowHint | Qt.WindowStaysOnBottomHint
     width: 320
-    height: content.implicitHeight + 2 * content.anchors.margins
+    height: content.height + 2 * content.y
     minimumWidth: width
     maximumWidth: width
     visible: false
@@ -33,50 +32,53 @@ Window {
         border.color: Theme.separator
     }
 
-    ColumnLayout {
+    // Plain positioners rather than Qt Quick Layouts: one module less in a
+    // window that stays on the desktop all day. A hidden child takes no room.
+    Column {
         id: content
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.top: parent.top
-        anchors.margins: 12
+        x: 12
+        y: 12
+        width: root.width - 24
         spacing: 8
 
         WidgetText {
             visible: root.widget.available
+            width: parent.width
             text: root.widget.dayLabel
             color: Theme.secondaryText
             font.bold: true
             elide: Text.ElideRight
-            Layout.fillWidth: true
         }
 
         WidgetText {
             objectName: "emptyState"
             visible: root.widget.emptyText.length > 0
+            width: parent.width
             text: root.widget.emptyText
             color: Theme.text
             wrapMode: Text.Wrap
-            Layout.fillWidth: true
-            Layout.topMargin: root.widget.available ? 0 : 8
-            Layout.bottomMargin: root.widget.available ? 0 : 8
+            topPadding: root.widget.available ? 0 : 8
+            bottomPadding: root.widget.available ? 0 : 8
         }
 
         Rectangle {
             visible: root.widget.hasTask
+            width: parent.width
+            height: card.height + 20
             color: Theme.surface
             radius: 8
             border.width: 1
             border.color: Theme.separator
-            Layout.fillWidth: true
-            implicitHeight: card.implicitHeight + 20
 
-            ColumnLayout {
+            Column {
                 id: card
-                anchors.fill: parent
-                anchors.margins: 10
+                x: 10
+                y: 10
+                width: parent.width - 20
                 spacing: 6
 
                 WidgetText {
+                    width: parent.width
                     text: root.widget.title
                     color: Theme.text
                     font.pixelSize: 15
@@ -84,27 +86,27 @@ Window {
                     wrapMode: Text.Wrap
                     maximumLineCount: 2
                     elide: Text.ElideRight
-                    Layout.fillWidth: true
                 }
-                RowLayout {
+                Row {
                     visible: root.widget.timeText.length > 0
                     spacing: 6
                     WidgetText {
+                        id: time
                         text: root.widget.timeText
                         color: root.widget.overdue ? Theme.danger : Theme.text
                         font.pixelSize: 22
                     }
                     WidgetText {
+                        anchors.baseline: time.baseline
                         text: root.widget.timeCaption
                         color: Theme.secondaryText
-                        Layout.alignment: Qt.AlignBaseline
                     }
                 }
                 // The share of the plan used; in the danger colour when overdue.
                 Rectangle {
                     visible: root.widget.hasPlan
-                    Layout.fillWidth: true
-                    implicitHeight: 6
+                    width: parent.width
+                    height: 6
                     radius: 3
                     color: Theme.pressed
                     Rectangle {
@@ -114,9 +116,9 @@ Window {
                         color: root.widget.overdue ? Theme.danger : Theme.accent
                     }
                 }
-                RowLayout {
+                Row {
                     spacing: 8
-                    Layout.topMargin: 2
+                    topPadding: 2
                     WidgetButton {
                         objectName: "timerButton"
                         text: root.widget.toggleText
@@ -136,25 +138,27 @@ Window {
 
         WidgetText {
             visible: root.widget.upNext.length > 0
+            width: parent.width
             text: root.widget.upNextText
             color: Theme.secondaryText
             font.pixelSize: 12
-            Layout.topMargin: 2
+            topPadding: 2
         }
         Repeater {
             model: root.widget.upNext
-            RowLayout {
+            Row {
                 id: upNextRow
                 required property var modelData
+                width: content.width
                 spacing: 8
-                Layout.fillWidth: true
                 WidgetText {
+                    width: upNextRow.width - (duration.visible ? duration.width + upNextRow.spacing : 0)
                     text: upNextRow.modelData.title
                     color: Theme.text
                     elide: Text.ElideRight
-                    Layout.fillWidth: true
                 }
                 WidgetText {
+                    id: duration
                     visible: text.length > 0
                     text: upNextRow.modelData.duration
                     color: Theme.secondaryText
@@ -162,25 +166,31 @@ Window {
             }
         }
 
-        Rectangle {
+        // The rule above the summary, 2 px further down than the spacing.
+        Item {
             visible: root.widget.available
-            color: Theme.separator
-            implicitHeight: 1
-            Layout.fillWidth: true
-            Layout.topMargin: 2
+            width: parent.width
+            height: 3
+            Rectangle {
+                anchors.bottom: parent.bottom
+                width: parent.width
+                height: 1
+                color: Theme.separator
+            }
         }
-        RowLayout {
+        Row {
             visible: root.widget.available
+            width: parent.width
             spacing: 8
-            Layout.fillWidth: true
             WidgetText {
+                width: parent.width - (planned.visible ? planned.width + parent.spacing : 0)
                 text: root.widget.summaryLine
                 color: Theme.secondaryText
                 font.pixelSize: 12
                 wrapMode: Text.Wrap
-                Layout.fillWidth: true
             }
             WidgetText {
+                id: planned
                 visible: text.length > 0
                 text: root.widget.plannedText
                 color: Theme.secondaryText
