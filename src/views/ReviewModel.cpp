@@ -6,7 +6,6 @@
 
 #include <QLocale>
 #include <QQuickWindow>
-#include <QScreen>
 #include <algorithm>
 #include <cmath>
 
@@ -153,51 +152,20 @@ QString ReviewModel::unplannedLine() const
 }
 
 ReviewWindowController::ReviewWindowController(ReviewModel &model, UiEngine &ui, QObject *parent)
-    : QObject(parent)
+    : WindowController(ui, QStringLiteral("ReviewWindow.qml"), QStringLiteral("Review shown"), parent)
     , m_model(model)
-    , m_ui(ui)
 {
-}
-
-ReviewWindowController::~ReviewWindowController()
-{
-    if (m_window)
-        QObject::disconnect(m_window.data(), nullptr, nullptr, nullptr);
-    delete m_window.data();
 }
 
 void ReviewWindowController::show()
 {
-    if (!m_window) {
-        m_window = m_ui.createWindow(QStringLiteral("ReviewWindow.qml"),
-                                     {{QStringLiteral("review"), QVariant::fromValue<QObject *>(&m_model)},
-                                      {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
-        if (!m_window)
-            return;
-        UiEngine::placeCentred(*m_window);
-    }
-    if (!m_window->isVisible())
+    if (!makeWindow([this] {
+            return QVariantMap{{QStringLiteral("review"), QVariant::fromValue<QObject *>(&m_model)}};
+        }))
+        return;
+    if (!isVisible())
         m_model.current();
-    if (UiEngine::bringForward(*m_window)) {
-        qCInfo(lcServices).noquote() << QStringLiteral("Review shown");
-        Q_EMIT shown();
-    }
-}
-
-void ReviewWindowController::hide()
-{
-    if (m_window && m_window->isVisible())
-        m_window->hide();
-}
-
-bool ReviewWindowController::isVisible() const
-{
-    return m_window && m_window->isVisible();
-}
-
-QQuickWindow *ReviewWindowController::window() const
-{
-    return m_window.data();
+    bringForward();
 }
 
 } // namespace tarnwell

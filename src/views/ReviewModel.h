@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kit/Clock.h"
+#include "WindowController.h"
 #include "services/ReviewStatistics.h"
 
 #include <QObject>
@@ -71,27 +72,18 @@ private:
 };
 
 // The review window, made at its first show.
-class ReviewWindowController : public QObject
+class ReviewWindowController : public tarnwell::WindowController
 {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
 public:
     ReviewWindowController(ReviewModel &model, UiEngine &ui, QObject *parent = nullptr);
-    ~ReviewWindowController() override;
 
     void show();
-    Q_INVOKABLE void hide();
-    bool isVisible() const;
-    QQuickWindow *window() const;
-
-Q_SIGNALS:
-    void shown();
 
 private:
     ReviewModel &m_model;
-    UiEngine &m_ui;
-    QPointer<QQuickWindow> m_window;
 };
 
 } // namespace tarnwell

@@ -5,7 +5,6 @@
 #include "kit/Logging.h"
 
 #include <QQuickWindow>
-#include <QScreen>
 
 namespace tarnwell {
 
@@ -18,16 +17,9 @@ const QStringList &SettingsWindowController::tabNames()
 }
 
 SettingsWindowController::SettingsWindowController(Services services, QObject *parent)
-    : QObject(parent)
+    : WindowController(services.ui, QStringLiteral("SettingsWindow.qml"), QStringLiteral("Settings shown"), parent)
     , m_services(std::move(services))
 {
-}
-
-SettingsWindowController::~SettingsWindowController()
-{
-    if (m_window)
-        QObject::disconnect(m_window.data(), nullptr, nullptr, nullptr);
-    delete m_window.data();
 }
 
 void SettingsWindowController::makeModels()
@@ -48,47 +40,23 @@ void SettingsWindowController::makeModels()
 void SettingsWindowController::show(const QString &tab)
 {
     makeModels();
-    if (!m_window) {
-        m_window =
-            m_services.ui.createWindow(QStringLiteral("SettingsWindow.qml"),
-                                       {{QStringLiteral("general"), QVariant::fromValue<QObject *>(m_general)},
-                                        {QStringLiteral("reminders"), QVariant::fromValue<QObject *>(m_reminders)},
-                                        {QStringLiteral("hotkeys"), QVariant::fromValue<QObject *>(m_hotkeys)},
-                                        {QStringLiteral("routines"), QVariant::fromValue<QObject *>(m_routines)},
-                                        {QStringLiteral("sync"), QVariant::fromValue<QObject *>(m_sync)},
-                                        {QStringLiteral("permissions"), QVariant::fromValue<QObject *>(m_permissions)},
-                                        {QStringLiteral("about"), QVariant::fromValue<QObject *>(m_about)},
-                                        {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
-        if (!m_window)
-            return;
-        UiEngine::placeCentred(*m_window);
-    }
+    const bool made = makeWindow([this] {
+        return QVariantMap{{QStringLiteral("general"), QVariant::fromValue<QObject *>(m_general)},
+                           {QStringLiteral("reminders"), QVariant::fromValue<QObject *>(m_reminders)},
+                           {QStringLiteral("hotkeys"), QVariant::fromValue<QObject *>(m_hotkeys)},
+                           {QStringLiteral("routines"), QVariant::fromValue<QObject *>(m_routines)},
+                           {QStringLiteral("sync"), QVariant::fromValue<QObject *>(m_sync)},
+                           {QStringLiteral("permissions"), QVariant::fromValue<QObject *>(m_permissions)},
+                           {QStringLiteral("about"), QVariant::fromValue<QObject *>(m_about)}};
+    });
+    if (!made)
+        return;
     m_routines->refresh();
     m_permissions->refresh();
     const int index = tabNames().indexOf(tab);
     if (index >= 0)
-        m_window->setProperty("currentTab", index);
-    if (UiEngine::bringForward(*m_window)) {
-        QMetaObject::invokeMethod(m_window, "focusTabs");
-        qCInfo(lcServices).noquote() << QStringLiteral("Settings shown");
-        Q_EMIT shown();
-    }
-}
-
-void SettingsWindowController::hide()
-{
-    if (m_window && m_window->isVisible())
-        m_window->hide();
-}
-
-bool SettingsWindowController::isVisible() const
-{
-    return m_window && m_window->isVisible();
-}
-
-QQuickWindow *SettingsWindowController::window() const
-{
-    return m_window.data();
+        window()->setProperty("currentTab", index);
+    bringForward([this] { QMetaObject::invokeMethod(window(), "focusTabs"); });
 }
 
 void SettingsWindowController::retranslate()

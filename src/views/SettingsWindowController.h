@@ -2,6 +2,7 @@
 
 #include "SettingsModels.h"
 #include "SyncSettingsModel.h"
+#include "WindowController.h"
 
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
@@ -20,7 +21,7 @@ class UiEngine;
 // The settings window: General, Reminders, Hotkeys, Routines, Sync,
 // Permissions and About, one tab each, over one small model a tab. The models are made
 // at the first show; Escape closes an open form first, then the window.
-class SettingsWindowController : public QObject
+class SettingsWindowController : public tarnwell::WindowController
 {
     Q_OBJECT
     QML_ELEMENT
@@ -47,14 +48,10 @@ public:
     static const QStringList &tabNames();
 
     explicit SettingsWindowController(Services services, QObject *parent = nullptr);
-    ~SettingsWindowController() override;
 
     // Shows the window on `tab` (one of tabNames(); anything else keeps the
     // tab shown last).
     void show(const QString &tab = {});
-    Q_INVOKABLE void hide();
-    bool isVisible() const;
-    QQuickWindow *window() const;
     void retranslate();
 
     GeneralSettingsModel *general() const { return m_general; }
@@ -63,9 +60,6 @@ public:
     PermissionsModel *permissions() const { return m_permissions; }
     RoutinesModel *routines() const { return m_routines; }
     SyncSettingsModel *sync() const { return m_sync; }
-
-Q_SIGNALS:
-    void shown();
 
 private:
     void makeModels();
@@ -78,7 +72,6 @@ private:
     AboutModel *m_about = nullptr;
     RoutinesModel *m_routines = nullptr;
     SyncSettingsModel *m_sync = nullptr;
-    QPointer<QQuickWindow> m_window;
 };
 
 } // namespace tarnwell

@@ -246,54 +246,23 @@ void WrapUpModel::doneForToday()
 }
 
 WrapUpWindowController::WrapUpWindowController(WrapUpModel &model, UiEngine &ui, QObject *parent)
-    : QObject(parent)
+    : WindowController(ui, QStringLiteral("WrapUpWindow.qml"), QStringLiteral("Wrap-up shown"), parent)
     , m_model(model)
-    , m_ui(ui)
 {
     connect(&m_model, &WrapUpModel::finished, this, &WrapUpWindowController::hide);
 }
 
-WrapUpWindowController::~WrapUpWindowController()
-{
-    if (m_window)
-        QObject::disconnect(m_window.data(), nullptr, nullptr, nullptr);
-    delete m_window.data();
-}
-
 void WrapUpWindowController::show()
 {
-    if (!m_window) {
-        m_window = m_ui.createWindow(QStringLiteral("WrapUpWindow.qml"),
-                                     {{QStringLiteral("wrapUp"), QVariant::fromValue<QObject *>(&m_model)},
-                                      {QStringLiteral("controller"), QVariant::fromValue<QObject *>(this)}});
-        if (!m_window)
-            return;
-        UiEngine::placeCentred(*m_window);
-    }
-    if (!m_window->isVisible()) {
+    if (!makeWindow([this] {
+            return QVariantMap{{QStringLiteral("wrapUp"), QVariant::fromValue<QObject *>(&m_model)}};
+        }))
+        return;
+    if (!isVisible()) {
         m_model.dismissToast();
         m_model.refresh();
     }
-    if (UiEngine::bringForward(*m_window)) {
-        qCInfo(lcServices).noquote() << QStringLiteral("Wrap-up shown");
-        Q_EMIT shown();
-    }
-}
-
-void WrapUpWindowController::hide()
-{
-    if (m_window && m_window->isVisible())
-        m_window->hide();
-}
-
-bool WrapUpWindowController::isVisible() const
-{
-    return m_window && m_window->isVisible();
-}
-
-QQuickWindow *WrapUpWindowController::window() const
-{
-    return m_window.data();
+    bringForward();
 }
 
 } // namespace tarnwell

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "WindowController.h"
 #include "kit/Calendar.h"
 #include "kit/Clock.h"
 #include "persistence/TaskRepository.h"
@@ -93,27 +94,18 @@ private:
 };
 
 // The wrap-up window, made at its first show.
-class WrapUpWindowController : public QObject
+class WrapUpWindowController : public tarnwell::WindowController
 {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
 public:
     WrapUpWindowController(WrapUpModel &model, UiEngine &ui, QObject *parent = nullptr);
-    ~WrapUpWindowController() override;
 
     void show();
-    Q_INVOKABLE void hide();
-    bool isVisible() const;
-    QQuickWindow *window() const;
-
-Q_SIGNALS:
-    void shown();
 
 private:
     WrapUpModel &m_model;
-    UiEngine &m_ui;
-    QPointer<QQuickWindow> m_window;
 };
 
 } // namespace tarnwell

@@ -149,7 +149,7 @@ Window {
             Row {
                 id: upNextRow
                 required property var modelData
-                width: content.width
+                width: parent ? parent.width : 0
                 spacing: 8
                 WidgetText {
                     width: upNextRow.width - (duration.visible ? duration.width + upNextRow.spacing : 0)
