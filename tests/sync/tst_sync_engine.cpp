@@ -160,6 +160,9 @@ private Q_SLOTS:
         QSqlQuery level(b->store.viewContext().database());
         QVERIFY(level.exec(QStringLiteral("PRAGMA synchronous")) && level.next());
         QCOMPARE(level.value(0).toInt(), 2);
+        // So do its own checkpoints: SQLite's automatic ones are back.
+        QVERIFY(level.exec(QStringLiteral("PRAGMA wal_autocheckpoint")) && level.next());
+        QCOMPARE(level.value(0).toInt(), 1000);
 
         Task *bWrite = b->named(QStringLiteral("Write the report"));
         QVERIFY(bWrite);
