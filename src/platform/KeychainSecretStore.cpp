@@ -6,6 +6,12 @@
 #include <QDBusReply>
 #include <qt6keychain/keychain.h>
 
+// GIO names a struct member `signals`, which Qt defines as a keyword.
+#pragma push_macro("signals")
+#undef signals
+#include <gio/gio.h>
+#pragma pop_macro("signals")
+
 namespace tarnwell::platform {
 
 namespace {
@@ -55,8 +61,36 @@ KeychainSecretStore::KeychainSecretStore(QString backend, QObject *parent)
 {
 }
 
+KeychainSecretStore::~KeychainSecretStore()
+{
+    if (m_gioBus)
+        g_object_unref(m_gioBus);
+}
+
+// QtKeychain reaches the Secret Service through libsecret, which talks over
+// GIO's shared session bus connection. GIO makes that connection end the
+// program (SIGTERM) when the bus daemon goes away, which would quit the agent
+// at a bus restart it otherwise survives. The shared connection is taken
+// first and told not to; holding it keeps it the one libsecret is given.
+void KeychainSecretStore::keepRunningWhenTheBusGoes()
+{
+    if (m_gioBus || m_backend != QLatin1String("Secret Service"))
+        return;
+    GError *error = nullptr;
+    GDBusConnection *bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error);
+    if (!bus) {
+        qCWarning(lcServices).noquote() << QStringLiteral("The keyring's session bus connection failed: %1")
+                                               .arg(QString::fromUtf8(error ? error->message : "unknown error"));
+        g_clear_error(&error);
+        return;
+    }
+    g_dbus_connection_set_exit_on_close(bus, FALSE);
+    m_gioBus = bus;
+}
+
 void KeychainSecretStore::read(const QString &account, Done done)
 {
+    keepRunningWhenTheBusGoes();
     auto *job = prepare<QKeychain::ReadPasswordJob>(account, this);
     connect(job, &QKeychain::Job::finished, this, [done = std::move(done)](QKeychain::Job *finished) {
         SecretStore::Result result = resultOf(*finished);
@@ -69,6 +103,7 @@ void KeychainSecretStore::read(const QString &account, Done done)
 
 void KeychainSecretStore::write(const QString &account, const QString &password, Done done)
 {
+    keepRunningWhenTheBusGoes();
     auto *job = prepare<QKeychain::WritePasswordJob>(account, this);
     job->setTextData(password);
     connect(job, &QKeychain::Job::finished, this,
@@ -78,6 +113,7 @@ void KeychainSecretStore::write(const QString &account, const QString &password,
 
 void KeychainSecretStore::remove(const QString &account, Done done)
 {
+    keepRunningWhenTheBusGoes();
     auto *job = prepare<QKeychain::DeletePasswordJob>(account, this);
     connect(job, &QKeychain::Job::finished, this,
             [done = std::move(done)](QKeychain::Job *finished) { done(resultOf(*finished)); });

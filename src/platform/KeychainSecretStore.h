@@ -23,6 +23,7 @@ public:
     };
 
     explicit KeychainSecretStore(QString backend, QObject *parent = nullptr);
+    ~KeychainSecretStore() override;
 
     QString name() const override { return m_backend; }
     void read(const QString &account, Done done) override;
@@ -33,7 +34,10 @@ public:
     static QString reachableBackend(const QDBusConnection &bus);
 
 private:
+    void keepRunningWhenTheBusGoes();
+
     QString m_backend;
+    void *m_gioBus = nullptr; // GDBusConnection: the session bus connection libsecret shares
 };
 
 // The keyring if the session has one, logged either way; none means sync stays off.

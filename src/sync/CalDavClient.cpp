@@ -73,6 +73,8 @@ QUrl asCollection(QUrl url)
 // The longest one step of reading an answer keeps the main loop (what the
 // sink does with each response included).
 constexpr std::chrono::microseconds readStep{2000};
+// What the XML reader is given at a time: it decodes it at once.
+constexpr qsizetype feedBytes = 32 * 1024;
 
 } // namespace
 
@@ -96,7 +98,15 @@ public:
     {
         if (data.isEmpty())
             return;
-        m_reader.addData(data);
+        // Kept apart and handed to the XML reader a piece at a time: it
+        // decodes all it is given at its next token, which for a listing
+        // that arrived in one go is megabytes in one step.
+        if (m_offset == m_unread.size()) {
+            m_unread = data;
+            m_offset = 0;
+        } else {
+            m_unread.append(data);
+        }
         schedule();
     }
 
@@ -104,7 +114,7 @@ public:
     void end(std::function<void(const DavMultistatusReader &)> done)
     {
         m_done = std::move(done);
-        m_reader.close();
+        m_ended = true;
         schedule();
     }
 
@@ -122,12 +132,31 @@ private:
     void step()
     {
         m_scheduled = false;
+        if (m_hungry) {
+            if (m_offset < m_unread.size()) {
+                const qsizetype piece = std::min(feedBytes, m_unread.size() - m_offset);
+                m_reader.addData(m_unread.mid(m_offset, piece));
+                m_offset += piece;
+                if (m_offset == m_unread.size()) {
+                    m_unread.clear();
+                    m_offset = 0;
+                }
+            } else if (m_ended) {
+                m_reader.close();
+            } else {
+                return;
+            }
+            m_hungry = false;
+        }
         switch (m_reader.read(readStep)) {
         case DavMultistatusReader::Progress::paused:
             schedule();
             return;
         case DavMultistatusReader::Progress::needData:
-            return; // the next piece, or the end, calls again
+            m_hungry = true;
+            if (m_offset < m_unread.size() || m_ended)
+                schedule();
+            return; // else the next piece, or the end, calls again
         case DavMultistatusReader::Progress::finished:
             if (!m_done)
                 return; // read to its end before the network said so
@@ -140,8 +169,12 @@ private:
     DavMultistatusReader::ResponseSink m_sink;
     DavMultistatusReader m_reader;
     std::function<void(const DavMultistatusReader &)> m_done;
+    QByteArray m_unread; // arrived, not yet given to the reader from m_offset on
+    qsizetype m_offset = 0;
     QTimer m_timer;
     bool m_scheduled = false;
+    bool m_hungry = true; // the reader used up what it was given
+    bool m_ended = false; // the network has delivered all
 };
 
 CalDavClient::CalDavClient(QNetworkAccessManager &network, QObject *parent)

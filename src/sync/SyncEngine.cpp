@@ -89,10 +89,59 @@ private:
     int m_level = 0; // the level to go back to; 0: nothing was changed
 };
 
+// SQLite copies its write-ahead log into the database file (a checkpoint)
+// inside whichever commit pushes the log past 1,000 pages: a thousand pages
+// in one step, 4–6 ms of the main thread's CPU on top of the commit. While it
+// lives, that automatic checkpoint is off and the pass checkpoints in steps of
+// its own, after each slice's worth of saved resources, when the log holds
+// only their pages (about 1 ms). Durability is unchanged: a checkpoint waits
+// for the disk as before.
+class OwnCheckpoints
+{
+public:
+    explicit OwnCheckpoints(const QSqlDatabase &db)
+        : m_db(db)
+    {
+        QSqlQuery q(m_db);
+        if (!q.exec(QStringLiteral("PRAGMA journal_mode")) || !q.next() ||
+            q.value(0).toString().compare(QLatin1String("wal"), Qt::CaseInsensitive) != 0)
+            return;
+        if (!q.exec(QStringLiteral("PRAGMA wal_autocheckpoint")) || !q.next() || q.value(0).toInt() <= 0)
+            return;
+        m_pages = q.value(0).toInt();
+        if (!q.exec(QStringLiteral("PRAGMA wal_autocheckpoint = 0")))
+            m_pages = 0;
+    }
+    ~OwnCheckpoints()
+    {
+        if (m_pages > 0)
+            QSqlQuery(m_db).exec(QStringLiteral("PRAGMA wal_autocheckpoint = %1").arg(m_pages));
+    }
+    OwnCheckpoints(const OwnCheckpoints &) = delete;
+    OwnCheckpoints &operator=(const OwnCheckpoints &) = delete;
+
+    bool active() const { return m_pages > 0; }
+    // Copies what the log holds into the file; never waits for anyone.
+    void run() const
+    {
+        if (m_pages > 0)
+            QSqlQuery(m_db).exec(QStringLiteral("PRAGMA wal_checkpoint(PASSIVE)"));
+    }
+
+private:
+    QSqlDatabase m_db;
+    int m_pages = 0; // the automatic threshold to go back to; 0: nothing was changed
+};
+
 } // namespace
 
 struct SyncEngine::Pass
 {
+    explicit Pass(const QSqlDatabase &db)
+        : checkpoints(db)
+    {
+    }
+    OwnCheckpoints checkpoints;
     SyncAccount account;
     Done done;
     SyncOutcome outcome;
@@ -106,11 +155,10 @@ struct SyncEngine::Pass
     qsizetype listed = 0;
     bool everything = false; // the listing is the whole collection
     QSet<QString> present; // of a whole listing, the hrefs taken in so far
-    QList<QUrl> toFetch;
+    QList<QUrl> toFetch; // not yet asked for: each batch leaves as it is sent, not all at the end
     std::deque<Incoming> incoming;
     QList<Task *> madeInSlice; // tasks the slice under way made for to-dos met for the first time
     QHash<QDate, Day *> days;
-    qsizetype fetched = 0;
 
     // Push.
     qint64 scannedRow = 0;
@@ -124,6 +172,9 @@ struct SyncEngine::Pass
     bool fetching = false;
     bool sliceScheduled = false;
     bool flushScheduled = false;
+    bool checkpointScheduled = false;
+    int sinceCheckpoint = 0; // resources saved since the last checkpoint
+    void (SyncEngine::*afterCheckpoint)() = nullptr;
 };
 
 SyncEngine::SyncEngine(StoreContext &context, DayRepository &days, QNetworkAccessManager &network, Clock clock,
@@ -169,7 +220,7 @@ QString SyncEngine::taskTitle(const QString &summary, const QString &notes)
 void SyncEngine::run(const SyncAccount &account, const QString &password, Done done)
 {
     cancel();
-    m_pass = std::make_unique<Pass>();
+    m_pass = std::make_unique<Pass>(m_context.database());
     m_pass->account = account;
     m_pass->done = std::move(done);
     m_pass->collection = hrefOf(account.collection);
@@ -459,10 +510,10 @@ void SyncEngine::kick()
 
 void SyncEngine::fetchNext()
 {
-    if (m_pass->fetched >= m_pass->toFetch.size())
+    if (m_pass->toFetch.isEmpty())
         return;
-    const QList<QUrl> batch = m_pass->toFetch.mid(m_pass->fetched, m_tuning.fetchBatch);
-    m_pass->fetched += batch.size();
+    const QList<QUrl> batch = m_pass->toFetch.first(std::min<qsizetype>(m_tuning.fetchBatch, m_pass->toFetch.size()));
+    m_pass->toFetch.remove(0, batch.size());
     m_pass->fetching = true;
     const quint64 generation = m_generation;
     m_client->fetch(m_pass->account.collection, batch,
@@ -512,7 +563,7 @@ void SyncEngine::applySlice()
             applyOne(in, ops);
         ++applied;
     }
-    const bool pullDone = m_pass->incoming.empty() && !m_pass->fetching && m_pass->fetched >= m_pass->toFetch.size();
+    const bool pullDone = m_pass->incoming.empty() && !m_pass->fetching && m_pass->toFetch.isEmpty();
     if (pullDone) {
         // Everything the token covers is in this save or an earlier one.
         const QString url = m_pass->collection;
@@ -537,13 +588,46 @@ void SyncEngine::applySlice()
     }
     if (applied > 0)
         Q_EMIT sliceSaved(applied);
+    m_pass->sinceCheckpoint += applied;
+    if (!ops.isEmpty() && m_pass->checkpoints.active() &&
+        (pullDone || m_pass->sinceCheckpoint >= std::max(1, m_tuning.sliceItems))) {
+        // The next slice (or the push) after the checkpoint, each a step of its own.
+        m_pass->sliceScheduled = true;
+        checkpointThen(pullDone ? &SyncEngine::finishPull : &SyncEngine::continuePull);
+        return;
+    }
     if (pullDone) {
         finishPull();
         return;
     }
+    continuePull();
+}
+
+void SyncEngine::continuePull()
+{
+    m_pass->sliceScheduled = false;
     if (!m_pass->incoming.empty())
         kick();
     // Else the fetch under way calls again when it answers.
+}
+
+void SyncEngine::checkpointThen(void (SyncEngine::*next)())
+{
+    if (next)
+        m_pass->afterCheckpoint = next;
+    if (m_pass->checkpointScheduled)
+        return;
+    m_pass->checkpointScheduled = true;
+    later(&SyncEngine::checkpoint);
+}
+
+void SyncEngine::checkpoint()
+{
+    m_pass->checkpointScheduled = false;
+    m_pass->sinceCheckpoint = 0;
+    m_pass->checkpoints.run();
+    if (const auto next = std::exchange(m_pass->afterCheckpoint, nullptr))
+        later(next);
 }
 
 void SyncEngine::applyOne(const Incoming &in, QList<StateOp> &ops)
@@ -857,8 +941,16 @@ void SyncEngine::scheduleFlush()
 void SyncEngine::flushOps()
 {
     m_pass->flushScheduled = false;
-    if (!m_pass->pendingOps.isEmpty())
-        save(std::exchange(m_pass->pendingOps, {}), !m_context.hasChanges());
+    if (m_pass->pendingOps.isEmpty())
+        return;
+    const qsizetype written = m_pass->pendingOps.size();
+    if (!save(std::exchange(m_pass->pendingOps, {}), !m_context.hasChanges()))
+        return;
+    // The answers to a slice's worth of writes between two checkpoints: each
+    // checkpoint waits for the disk twice, and answers come in a few at a time.
+    m_pass->sinceCheckpoint += int(written);
+    if (m_pass->checkpoints.active() && m_pass->sinceCheckpoint >= std::max(1, m_tuning.sliceItems))
+        checkpointThen(nullptr);
 }
 
 // ---------------------------------------------------------------- mapping

@@ -115,7 +115,11 @@ private:
     // into `task` met for the first time when `item` is empty.
     void mergeInto(Task *task, const std::optional<SyncStateRepository::Item> &item, const QString &href,
                    const QString &etag, const QByteArray &data, const TodoFields &remote, QList<StateOp> &ops);
+    void continuePull(); // the next slice, if anything waits for one
     void finishPull();
+    // A checkpoint of the store's log as a step of its own, then `next` (if any) as another.
+    void checkpointThen(void (SyncEngine::*next)());
+    void checkpoint();
 
     // Push.
     void startPush();

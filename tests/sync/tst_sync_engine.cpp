@@ -160,6 +160,9 @@ private Q_SLOTS:
         QSqlQuery level(b->store.viewContext().database());
         QVERIFY(level.exec(QStringLiteral("PRAGMA synchronous")) && level.next());
         QCOMPARE(level.value(0).toInt(), 2);
+        // So do its own checkpoints: SQLite's automatic ones are back.
+        QVERIFY(level.exec(QStringLiteral("PRAGMA wal_autocheckpoint")) && level.next());
+        QCOMPARE(level.value(0).toInt(), 1000);
 
         Task *bWrite = b->named(QStringLiteral("Write the report"));
         QVERIFY(bWrite);
@@ -381,6 +384,65 @@ private Q_SLOTS:
                          [&onServer](const CalDavStatus &, const QList<CalDavResource> &r) { onServer = r.size(); });
         QTRY_VERIFY_WITH_TIMEOUT(onServer.has_value(), 30000);
         QCOMPARE(*onServer, 300);
+    }
+
+    // A server without the sync-collection report (it refuses it as such
+    // servers do, and does not advertise it): every pass compares etags,
+    // and adds, edits, completions and deletions still reach either side.
+    void withoutSyncCollectionEtagsAreCompared()
+    {
+        auto [a, b] = freshPair();
+        QProcess proxy;
+        proxy.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        proxy.start(QStringLiteral("/usr/bin/python3"),
+                    {QStringLiteral(TARNWELL_DAV_PROXY), m_radicale.base().toString()});
+        QVERIFY(proxy.waitForReadyRead(10000));
+        const int port = proxy.readLine().trimmed().toInt();
+        QVERIFY(port > 0);
+        const auto through = [port](QUrl url) {
+            url.setPort(port);
+            return url;
+        };
+        m_account = {through(m_account.server), m_account.user, through(m_account.collection)};
+
+        a->add(QStringLiteral("Pay the rent"), m_today);
+        Task *aMail = a->add(QStringLiteral("Answer mail"), m_today);
+        QCOMPARE(pass(*a).pushed, 2);
+        QCOMPARE(pass(*b).pulled, 2);
+        const SyncOutcome idle = pass(*b);
+        QVERIFY(idle.status.ok());
+        QCOMPARE(idle.pushed + idle.pulled + idle.removed, 0);
+
+        Task *bRent = b->named(QStringLiteral("Pay the rent"));
+        b->tasks.updateTask(bRent, QStringLiteral("Pay the rent today"), QStringLiteral("by card"), 10, std::nullopt);
+        b->tasks.complete(b->named(QStringLiteral("Answer mail")), m_clock.now, 300);
+        b->add(QStringLiteral("Buy stamps"), m_today);
+        QCOMPARE(pass(*b).pushed, 3);
+        QCOMPARE(pass(*a).pulled, 3);
+        Task *aRent = a->named(QStringLiteral("Pay the rent today"));
+        QVERIFY(aRent);
+        QCOMPARE(aRent->notes(), std::optional<QString>(QStringLiteral("by card")));
+        QVERIFY(aMail->completed());
+        QCOMPARE(aMail->actualSecondsFocused(), std::optional<qint32>(300));
+
+        a->store.viewContext().deleteObject(a->named(QStringLiteral("Buy stamps")));
+        a->store.viewContext().save();
+        QCOMPARE(pass(*a).removed, 1);
+        b->store.viewContext().deleteObject(b->named(QStringLiteral("Pay the rent today")));
+        b->store.viewContext().save();
+        QCOMPARE(pass(*b).removed, 2); // A's deletion in, its own out
+        QCOMPARE(pass(*a).removed, 1);
+        QCOMPARE(a->all().size(), 1);
+        QCOMPARE(b->all().size(), 1);
+        QCOMPARE(a->count(QStringLiteral("sync_collections WHERE sync_token <> ''")), 0);
+
+        // Every pass asked for the report and was refused, in each of the ways.
+        proxy.terminate();
+        proxy.waitForFinished();
+        const QByteArray refusals = proxy.readAllStandardOutput();
+        QCOMPARE(refusals.count("refused"), 8);
+        for (const char *status : {"refused 403", "refused 501", "refused 405"})
+            QVERIFY(refusals.contains(status));
     }
 
     // A wrong password is told as such and leaves the store as it was; so
