@@ -16,10 +16,10 @@ QString modulePath()
 {
     const QString name = QStringLiteral("libtarnwell-cli-extras.so");
     const QString dir = QCoreApplication::applicationDirPath();
-    const QString beside = dir + u'/' + name;
+    QString beside = dir + u'/' + name;
     if (QFileInfo::exists(beside))
         return beside;
-    const QString installed = QDir::cleanPath(dir + QStringLiteral("/../lib/tarnwell/") + name);
+    QString installed = QDir::cleanPath(dir + QStringLiteral("/../lib/tarnwell/") + name);
     if (QFileInfo::exists(installed))
         return installed;
     return QStringLiteral(TARNWELL_EXTRAS_INSTALLED);

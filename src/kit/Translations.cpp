@@ -26,7 +26,7 @@ QString Translations::resolve(const QString &languageSetting, const QStringList 
     if (supportedLanguages().contains(languageSetting))
         return languageSetting;
     for (const QString &tag : preferredLanguages) {
-        const QString code = tag.section(QLatin1Char('-'), 0, 0).section(QLatin1Char('_'), 0, 0).toLower();
+        QString code = tag.section(QLatin1Char('-'), 0, 0).section(QLatin1Char('_'), 0, 0).toLower();
         if (supportedLanguages().contains(code))
             return code;
     }
