@@ -47,8 +47,12 @@ build_automation() {
   # persistence layer comes along (its one QObject through moc).
   /usr/lib/qt6/libexec/moc -I"$root/src" "$root/src/persistence/StoreContext.h" -o "$out/moc_StoreContext.cpp"
   /usr/lib/qt6/libexec/moc -I"$root/src" "$root/src/persistence/StoreBackup.h" -o "$out/moc_StoreBackup.cpp"
+  # The schema step files, named as the CMake build names them to StoreMigrator.
+  local steps
+  steps=$(cd "$root/src" && printf '%s\n' persistence/schema/*.sql | sort | paste -sd, -)
   # shellcheck disable=SC2046
-  clang++ "${flags[@]}" -DTARNWELL_APP_GROUP='"org.tarnwell.Tarnwell"' $(pkg-config --cflags Qt6Core Qt6Sql) \
+  clang++ "${flags[@]}" -DTARNWELL_APP_GROUP='"org.tarnwell.Tarnwell"' -DTARNWELL_SCHEMA_STEPS="\"$steps\"" \
+    $(pkg-config --cflags Qt6Core Qt6Sql) \
     "$here/automation_fuzzer.cpp" \
     "$root/src/integration/AutomationArguments.cpp" \
     "$root/src/integration/TaskExchange.cpp" \

@@ -11,6 +11,7 @@
 #include "kit/UserDefaults.h"
 #include "menubar/MenuBarController.h"
 #include "persistence/DayRepository.h"
+#include "persistence/AgentPresence.h"
 #include "persistence/PersistenceController.h"
 #include "persistence/RoutineRepository.h"
 #include "persistence/Task.h"
@@ -123,6 +124,11 @@ void AppDelegate::applicationDidFinishLaunching()
 
     // 3. The store and the settings row, before anything reads a setting.
     m_store = std::make_unique<PersistenceController>();
+    // `tarnwell` sees from this lock that the store has an agent and goes
+    // through the bus; without it, it works on the file itself.
+    if (!m_store->storePath().isEmpty() && !m_presence.hold(m_store->storePath()))
+        qCWarning(lcPersistence).noquote()
+            << QStringLiteral("Could not take %1").arg(AgentPresence::lockPath(m_store->storePath()));
     m_settings = std::make_unique<AppSettingsStore>(*m_store);
     m_days = std::make_unique<DayRepository>(m_store->viewContext(), m_calendar, m_clock);
     m_tasks = std::make_unique<TaskRepository>(m_store->viewContext(), m_calendar, m_clock, *m_days);

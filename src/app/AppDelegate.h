@@ -2,6 +2,7 @@
 
 #include "kit/Calendar.h"
 #include "kit/Clock.h"
+#include "persistence/AgentPresence.h"
 #include "views/SettingsModels.h"
 
 #include <QFont>
@@ -175,6 +176,7 @@ private:
     Clock m_clock;
     std::unique_ptr<Translations> m_translations;
     std::unique_ptr<PersistenceController> m_store;
+    AgentPresence m_presence;
     std::unique_ptr<StoreBackupService> m_backups;
     std::unique_ptr<AppSettingsStore> m_settings;
     std::unique_ptr<DayRepository> m_days;

@@ -1,8 +1,7 @@
 #include "Cli.h"
 
-#include "AgentClient.h"
+#include "AgentLink.h"
 #include "CliTexts.h"
-#include "ical/IcsWriter.h"
 #include "integration/AddTaskIntent.h"
 #include "integration/AutomationArguments.h"
 #include "integration/TaskAutomation.h"
@@ -10,6 +9,8 @@
 #include "integration/TaskSnapshot.h"
 #include "kit/Calendar.h"
 #include "kit/Clock.h"
+#include "kit/Logging.h"
+#include "persistence/AgentPresence.h"
 #include "persistence/Day.h"
 #include "persistence/DayRepository.h"
 #include "persistence/PersistenceController.h"
@@ -23,7 +24,6 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QDBusServiceWatcher>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -54,6 +54,8 @@ struct LocalStore
 };
 
 namespace {
+
+constexpr int callTimeoutMs = 25000;
 
 QString clockText(qint64 seconds)
 {
@@ -103,7 +105,6 @@ int Cli::parse(QCommandLineParser &parser, const QStringList &arguments)
 Cli::Cli(QTextStream &out, QTextStream &err)
     : m_out(out)
     , m_err(err)
-    , m_agent(std::make_unique<AgentClient>())
 {
 }
 
@@ -131,23 +132,48 @@ int Cli::fail(int code, const QString &message)
     return code;
 }
 
-int Cli::busFailure(const QDBusMessage &reply)
+int Cli::busFailure(const AgentReply &reply)
 {
-    const QString name = reply.errorName();
-    const QString prefix = QLatin1String(AgentClient::interfaceName) + QStringLiteral(".Error.");
+    const QString &name = reply.errorName;
+    const QString prefix = QLatin1String(AgentLink::interfaceName) + QStringLiteral(".Error.");
     if (!name.startsWith(prefix))
-        return fail(failure, CliTexts::agentUnreachable(reply.errorMessage()));
+        return fail(failure, CliTexts::agentUnreachable(reply.errorMessage));
     const QString kind = name.mid(prefix.size());
     if (kind == QLatin1String("NoTaskInHand"))
         return fail(noTask, TaskAutomation::noTaskInHandText());
     if (kind == QLatin1String("TaskNotFound"))
-        return fail(noTask, reply.errorMessage());
+        return fail(noTask, reply.errorMessage);
     if (kind == QLatin1String("InvalidArgument") || kind == QLatin1String("Validation") ||
         kind == QLatin1String("Import"))
-        return fail(invalid, reply.errorMessage());
+        return fail(invalid, reply.errorMessage);
     if (kind == QLatin1String("Store"))
-        return fail(storeFailed, reply.errorMessage());
-    return fail(failure, reply.errorMessage());
+        return fail(storeFailed, reply.errorMessage);
+    return fail(failure, reply.errorMessage);
+}
+
+bool Cli::agentRunning(const QStringList &arguments)
+{
+    const QString command = arguments.value(0);
+    // These work on the store file when no agent has it open. Whether one has
+    // is known from its lock without loading the bus, which costs more than
+    // the whole command.
+    static const QStringList storeCommands{QStringLiteral("add"),     QStringLiteral("list"),
+                                           QStringLiteral("export"),  QStringLiteral("import"),
+                                           QStringLiteral("backups"), QStringLiteral("restore")};
+    const bool onTheStore = storeCommands.contains(command) ||
+        (command == QLatin1String("status") && !arguments.contains(QStringLiteral("--follow"))) ||
+        (command == QLatin1String("sync") && arguments.contains(QStringLiteral("--status")));
+    if (onTheStore && AgentPresence::probe(PersistenceController::defaultStorePath()) == AgentPresence::State::none) {
+        qCInfo(lcServices).noquote() << QStringLiteral("No agent holds the store; working on it directly");
+        return false;
+    }
+    QString error;
+    m_agent = AgentLink::open(&error);
+    if (!m_agent) {
+        qCWarning(lcServices).noquote() << QStringLiteral("Could not load the bus module: %1").arg(error);
+        return false;
+    }
+    return m_agent->agentRunning();
 }
 
 int Cli::run(const QStringList &arguments)
@@ -155,7 +181,7 @@ int Cli::run(const QStringList &arguments)
     const QString command = arguments.value(0);
     // Every subcommand answers --help without asking the bus.
     if (!arguments.contains(QStringLiteral("--help")) && !arguments.contains(QStringLiteral("-h")))
-        m_agentRunning = m_agent->agentRunning();
+        m_agentRunning = agentRunning(arguments);
     try {
         if (command == QLatin1String("add"))
             return add(arguments);
@@ -214,12 +240,13 @@ int Cli::add(const QStringList &arguments)
         AutomationArguments::plannedMinutes(planned);
         TaskRepository::validatedTitle(parser.value(title));
         if (m_agentRunning) {
-            const QDBusMessage reply = m_agent->call(
+            const AgentReply reply = m_agent->call(
                 QStringLiteral("AddTask"),
-                {parser.value(title), int(std::clamp<qint64>(planned, -1, 1 << 20)), parser.isSet(urgent)});
-            if (reply.type() != QDBusMessage::ReplyMessage)
+                {parser.value(title), int(std::clamp<qint64>(planned, -1, 1 << 20)), parser.isSet(urgent)},
+                callTimeoutMs);
+            if (!reply.ok)
                 return busFailure(reply);
-            stored = reply.arguments().value(0).toString();
+            stored = reply.arguments.value(0).toString();
         } else {
             LocalStore &local = store();
             AddTaskIntentRunner runner(local.days, local.tasks);
@@ -229,10 +256,10 @@ int Cli::add(const QStringList &arguments)
         const QString line = given.join(QLatin1Char(' '));
         AutomationArguments::text(line, QStringLiteral("line"));
         if (m_agentRunning) {
-            const QDBusMessage reply = m_agent->call(QStringLiteral("AddQuickTask"), {line});
-            if (reply.type() != QDBusMessage::ReplyMessage)
+            const AgentReply reply = m_agent->call(QStringLiteral("AddQuickTask"), {line}, callTimeoutMs);
+            if (!reply.ok)
                 return busFailure(reply);
-            stored = reply.arguments().value(0).toString();
+            stored = reply.arguments.value(0).toString();
         } else {
             LocalStore &local = store();
             stored = TaskAutomation::addQuickLine(local.days, local.tasks, local.calendar, local.clock(), line);
@@ -294,10 +321,10 @@ int Cli::status(const QStringList &arguments)
 
     QByteArray document;
     if (m_agentRunning) {
-        const QDBusMessage reply = m_agent->call(QStringLiteral("Status"));
-        if (reply.type() != QDBusMessage::ReplyMessage)
+        const AgentReply reply = m_agent->call(QStringLiteral("Status"), {}, callTimeoutMs);
+        if (!reply.ok)
             return busFailure(reply);
-        document = reply.arguments().value(0).toString().toUtf8();
+        document = reply.arguments.value(0).toString().toUtf8();
     } else {
         m_store = std::make_unique<LocalStore>(false);
         const QDateTime now = m_store->clock();
@@ -314,32 +341,25 @@ int Cli::follow(bool json)
     QByteArray last;
     int result = ok;
     const auto print = [&] {
-        const QDBusMessage reply = m_agent->call(QStringLiteral("Status"));
-        if (reply.type() != QDBusMessage::ReplyMessage) {
+        const AgentReply reply = m_agent->call(QStringLiteral("Status"), {}, callTimeoutMs);
+        if (!reply.ok) {
             result = busFailure(reply);
             QCoreApplication::exit(result);
             return;
         }
-        const QByteArray document = reply.arguments().value(0).toString().toUtf8();
+        const QByteArray document = reply.arguments.value(0).toString().toUtf8();
         if (document == last)
             return;
         last = document;
         printStatus(document, json);
     };
-    QObject receiver;
     // The agent leaving ends the follow.
-    QDBusServiceWatcher watcher(QLatin1String(AgentClient::serviceName), m_agent->connection(),
-                                QDBusServiceWatcher::WatchForUnregistration);
-    QObject::connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, &receiver, [&] {
+    const auto gone = [&result] {
         result = ok;
         QCoreApplication::exit(ok);
-    });
-    // The signal carries no arguments; each one means "read the status again".
-    ChangeRelay relay(print);
-    if (!m_agent->connection().connect(QLatin1String(AgentClient::serviceName), QLatin1String(AgentClient::objectPath),
-                                       QLatin1String(AgentClient::interfaceName), QStringLiteral("Changed"), &relay,
-                                       SLOT(changed())))
-        return fail(failure, CliTexts::agentUnreachable(m_agent->connection().lastError().message()));
+    };
+    if (!m_agent->follow(print, gone))
+        return fail(failure, CliTexts::agentUnreachable(m_agent->lastError()));
     print();
     if (result != ok)
         return result;
@@ -364,10 +384,10 @@ int Cli::list(const QStringList &arguments)
 
     QJsonArray tasks;
     if (m_agentRunning) {
-        const QDBusMessage reply = m_agent->call(QStringLiteral("Tasks"), {parser.value(day)});
-        if (reply.type() != QDBusMessage::ReplyMessage)
+        const AgentReply reply = m_agent->call(QStringLiteral("Tasks"), {parser.value(day)}, callTimeoutMs);
+        if (!reply.ok)
             return busFailure(reply);
-        tasks = QJsonDocument::fromJson(reply.arguments().value(0).toString().toUtf8()).array();
+        tasks = QJsonDocument::fromJson(reply.arguments.value(0).toString().toUtf8()).array();
     } else {
         m_store = std::make_unique<LocalStore>(false);
         const QDateTime now = m_store->clock();
@@ -416,18 +436,18 @@ int Cli::drive(const QString &command, const QStringList &arguments)
         return fail(noAgent, CliTexts::drivingNeedsAgent());
 
     const QString method = done ? QStringLiteral("Complete") : command.left(1).toUpper() + command.mid(1);
-    const QDBusMessage reply = m_agent->call(method, done ? QVariantList{given.value(0)} : QVariantList{});
-    if (reply.type() != QDBusMessage::ReplyMessage)
+    const AgentReply reply = m_agent->call(method, done ? QVariantList{given.value(0)} : QVariantList{}, callTimeoutMs);
+    if (!reply.ok)
         return busFailure(reply);
-    const QString title = reply.arguments().value(0).toString();
+    const QString title = reply.arguments.value(0).toString();
     if (done) {
         m_out << CliTexts::completed(title) << Qt::endl;
         return ok;
     }
     bool running = command == QLatin1String("start");
     if (command == QLatin1String("toggle")) {
-        const QDBusMessage now = m_agent->call(QStringLiteral("Status"));
-        const QJsonObject status = QJsonDocument::fromJson(now.arguments().value(0).toString().toUtf8()).object();
+        const AgentReply now = m_agent->call(QStringLiteral("Status"), {}, callTimeoutMs);
+        const QJsonObject status = QJsonDocument::fromJson(now.arguments.value(0).toString().toUtf8()).object();
         running = status.value(QStringLiteral("active")).toObject().value(QStringLiteral("running")).toBool();
     }
     m_out << (running ? CliTexts::started(title) : CliTexts::paused(title)) << Qt::endl;
@@ -458,11 +478,11 @@ int Cli::exportData(const QStringList &arguments)
 
     QByteArray data;
     if (m_agentRunning) {
-        const QDBusMessage reply =
-            m_agent->call(QStringLiteral("Export"), {parser.value(format), parser.value(from), parser.value(to)});
-        if (reply.type() != QDBusMessage::ReplyMessage)
+        const AgentReply reply = m_agent->call(
+            QStringLiteral("Export"), {parser.value(format), parser.value(from), parser.value(to)}, callTimeoutMs);
+        if (!reply.ok)
             return busFailure(reply);
-        data = reply.arguments().value(0).toByteArray();
+        data = reply.arguments.value(0).toByteArray();
     } else {
         m_store = std::make_unique<LocalStore>(false);
         LocalStore &local = *m_store;
@@ -473,9 +493,15 @@ int Cli::exportData(const QStringList &arguments)
         case AutomationArguments::ExportFormat::csv:
             data = TaskExchange::exportCsv(local.days, range);
             break;
-        case AutomationArguments::ExportFormat::ics:
-            data = IcsWriter::write(TaskExchange::daysIn(local.days, range), local.calendar, local.clock());
+        case AutomationArguments::ExportFormat::ics: {
+            QString error;
+            const auto ics = writeIcs(IcsWriter::todos(TaskExchange::daysIn(local.days, range), local.calendar),
+                                      local.clock(), &error);
+            if (!ics)
+                return fail(failure, CliTexts::agentUnreachable(error));
+            data = *ics;
             break;
+        }
         }
     }
     if (!parser.isSet(output)) {
@@ -511,10 +537,10 @@ int Cli::importFile(const QStringList &arguments)
 
     TaskExchange::ImportSummary summary;
     if (m_agentRunning) {
-        const QDBusMessage reply = m_agent->call(QStringLiteral("Import"), {document}, 120000);
-        if (reply.type() != QDBusMessage::ReplyMessage)
+        const AgentReply reply = m_agent->call(QStringLiteral("Import"), {document}, 120000);
+        if (!reply.ok)
             return busFailure(reply);
-        const QVariantList values = reply.arguments();
+        const QVariantList values = reply.arguments;
         summary = {values.value(0).toInt(), values.value(1).toInt(), values.value(2).toInt(), values.value(3).toInt()};
     } else {
         LocalStore &local = store();
@@ -613,10 +639,10 @@ int Cli::syncCommand(const QStringList &arguments)
     if (parser.isSet(statusOption)) {
         QJsonObject status;
         if (m_agentRunning) {
-            const QDBusMessage reply = m_agent->call(QStringLiteral("SyncStatus"));
-            if (reply.type() != QDBusMessage::ReplyMessage)
+            const AgentReply reply = m_agent->call(QStringLiteral("SyncStatus"), {}, callTimeoutMs);
+            if (!reply.ok)
                 return busFailure(reply);
-            status = QJsonDocument::fromJson(reply.arguments().value(0).toString().toUtf8()).object();
+            status = QJsonDocument::fromJson(reply.arguments.value(0).toString().toUtf8()).object();
         } else {
             // The account as the store keeps it; what runs is the agent's to say.
             m_store = std::make_unique<LocalStore>(false);
@@ -635,10 +661,10 @@ int Cli::syncCommand(const QStringList &arguments)
         return fail(noAgent, CliTexts::syncNeedsAgent());
     // The answer comes when the pass has ended.
     constexpr int longestPassMs = 30 * 60 * 1000;
-    const QDBusMessage reply = m_agent->call(QStringLiteral("Sync"), {}, longestPassMs);
-    if (reply.type() != QDBusMessage::ReplyMessage)
+    const AgentReply reply = m_agent->call(QStringLiteral("Sync"), {}, longestPassMs);
+    if (!reply.ok)
         return busFailure(reply);
-    const QJsonObject report = QJsonDocument::fromJson(reply.arguments().value(0).toString().toUtf8()).object();
+    const QJsonObject report = QJsonDocument::fromJson(reply.arguments.value(0).toString().toUtf8()).object();
     const bool synced = report.value(QStringLiteral("ok")).toBool();
     if (parser.isSet(json))
         m_out << compact(report) << Qt::endl;

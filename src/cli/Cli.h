@@ -7,11 +7,11 @@
 
 class QCommandLineParser;
 class QJsonObject;
-class QDBusMessage;
 
 namespace tarnwell::cli {
 
-class AgentClient;
+class AgentLink;
+struct AgentReply;
 struct LocalStore;
 
 // The subcommands of `tarnwell`. With an agent on the session bus every
@@ -55,12 +55,14 @@ private:
     int follow(bool json);
     void printStatus(const QByteArray &json, bool asJson);
     int fail(int code, const QString &message);
-    int busFailure(const QDBusMessage &reply);
+    int busFailure(const AgentReply &reply);
+    // Asks the agent's lock, and the bus only when needed.
+    bool agentRunning(const QStringList &arguments);
     LocalStore &store();
 
     QTextStream &m_out;
     QTextStream &m_err;
-    std::unique_ptr<AgentClient> m_agent;
+    std::unique_ptr<AgentLink> m_agent;
     std::unique_ptr<LocalStore> m_store;
     bool m_agentRunning = false;
 };

@@ -1,6 +1,6 @@
 // `tarnwell`: subcommands run here; anything else is for the tray agent,
 // which gets the links when it runs already and is started otherwise.
-#include "AgentClient.h"
+#include "AgentLink.h"
 #include "Cli.h"
 #include "CliTexts.h"
 #include "kit/Logging.h"
@@ -70,16 +70,18 @@ int launch(int argc, char *argv[], const QStringList &arguments, QTextStream &er
     }
 
     // A running agent gets the links before anything here reads or writes a file.
-    AgentClient agent;
-    if (agent.agentRunning()) {
+    QString linkError;
+    const std::unique_ptr<AgentLink> agent = AgentLink::open(&linkError);
+    if (!agent)
+        qCWarning(lcServices).noquote() << QStringLiteral("Could not load the bus module: %1").arg(linkError);
+    if (agent && agent->agentRunning()) {
         qCInfo(lcServices).noquote() << QStringLiteral("Tarnwell is already running; handing over");
         const bool handed = parser.isSet(QStringLiteral("action"))
-            ? agent.activateAction(parser.value(QStringLiteral("action")))
-            : agent.handOver(parser.positionalArguments());
+            ? agent->activateAction(parser.value(QStringLiteral("action")))
+            : agent->handOver(parser.positionalArguments());
         if (handed)
             return Cli::ok;
-        err << QStringLiteral("tarnwell: ") << CliTexts::agentUnreachable(agent.connection().lastError().message())
-            << Qt::endl;
+        err << QStringLiteral("tarnwell: ") << CliTexts::agentUnreachable(agent->lastError()) << Qt::endl;
         return Cli::failure;
     }
     const QString path = agentPath();

@@ -1,8 +1,5 @@
 #include "IcsWriter.h"
 
-#include "persistence/Day.h"
-#include "persistence/Task.h"
-
 #include <libical/ical.h>
 
 #include <memory>
@@ -39,43 +36,40 @@ void addExtension(icalcomponent *todo, const char *name, qint64 value)
 
 } // namespace
 
-QByteArray write(const QList<Day *> &days, const Calendar &calendar, const QDateTime &now)
+QByteArray write(const QList<Todo> &todos, const QDateTime &now)
 {
     std::unique_ptr<icalcomponent, decltype(&icalcomponent_free)> root(icalcomponent_new(ICAL_VCALENDAR_COMPONENT),
                                                                        &icalcomponent_free);
     icalcomponent_add_property(root.get(), icalproperty_new_version("2.0"));
     icalcomponent_add_property(root.get(), icalproperty_new_prodid("-//Tarnwell//Tarnwell//EN"));
-    for (const Day *day : days) {
-        const QDate date = calendar.date(day->date());
-        for (const Task *task : day->tasks()) {
-            icalcomponent *todo = icalcomponent_new(ICAL_VTODO_COMPONENT);
-            addText(todo, icalproperty_new_uid, task->id().toString(QUuid::WithoutBraces));
-            icalcomponent_add_property(todo, icalproperty_new_dtstamp(utcTime(now)));
-            icalcomponent_add_property(todo, icalproperty_new_dtstart(dateOnly(date)));
-            addText(todo, icalproperty_new_summary, task->title());
-            if (const auto notes = task->notes(); notes && !notes->isEmpty())
-                addText(todo, icalproperty_new_description, *notes);
-            if (task->createdAt().isValid())
-                icalcomponent_add_property(todo, icalproperty_new_created(utcTime(task->createdAt())));
-            if (task->updatedAt().isValid())
-                icalcomponent_add_property(todo, icalproperty_new_lastmodified(utcTime(task->updatedAt())));
-            if (task->urgent())
-                icalcomponent_add_property(todo, icalproperty_new_priority(1));
-            if (task->completed()) {
-                icalcomponent_add_property(todo, icalproperty_new_status(ICAL_STATUS_COMPLETED));
-                if (const auto at = task->completedAt())
-                    icalcomponent_add_property(todo, icalproperty_new_completed(utcTime(*at)));
-            } else if (task->archived()) {
-                icalcomponent_add_property(todo, icalproperty_new_status(ICAL_STATUS_CANCELLED));
-            } else {
-                icalcomponent_add_property(todo, icalproperty_new_status(ICAL_STATUS_NEEDSACTION));
-            }
-            if (const auto minutes = task->durationMinutes())
-                addExtension(todo, "X-TARNWELL-PLANNED-MINUTES", *minutes);
-            if (const auto seconds = task->actualSecondsFocused())
-                addExtension(todo, "X-TARNWELL-FOCUSED-SECONDS", *seconds);
-            icalcomponent_add_component(root.get(), todo);
+    for (const Todo &task : todos) {
+        icalcomponent *todo = icalcomponent_new(ICAL_VTODO_COMPONENT);
+        addText(todo, icalproperty_new_uid, task.uid);
+        icalcomponent_add_property(todo, icalproperty_new_dtstamp(utcTime(now)));
+        icalcomponent_add_property(todo, icalproperty_new_dtstart(dateOnly(task.day)));
+        addText(todo, icalproperty_new_summary, task.title);
+        if (!task.notes.isEmpty())
+            addText(todo, icalproperty_new_description, task.notes);
+        if (task.createdAt.isValid())
+            icalcomponent_add_property(todo, icalproperty_new_created(utcTime(task.createdAt)));
+        if (task.updatedAt.isValid())
+            icalcomponent_add_property(todo, icalproperty_new_lastmodified(utcTime(task.updatedAt)));
+        if (task.urgent)
+            icalcomponent_add_property(todo, icalproperty_new_priority(1));
+        if (task.completed) {
+            icalcomponent_add_property(todo, icalproperty_new_status(ICAL_STATUS_COMPLETED));
+            if (task.completedAt)
+                icalcomponent_add_property(todo, icalproperty_new_completed(utcTime(*task.completedAt)));
+        } else if (task.archived) {
+            icalcomponent_add_property(todo, icalproperty_new_status(ICAL_STATUS_CANCELLED));
+        } else {
+            icalcomponent_add_property(todo, icalproperty_new_status(ICAL_STATUS_NEEDSACTION));
         }
+        if (task.plannedMinutes)
+            addExtension(todo, "X-TARNWELL-PLANNED-MINUTES", *task.plannedMinutes);
+        if (task.focusedSeconds)
+            addExtension(todo, "X-TARNWELL-FOCUSED-SECONDS", *task.focusedSeconds);
+        icalcomponent_add_component(root.get(), todo);
     }
     char *text = icalcomponent_as_ical_string_r(root.get());
     QByteArray out(text);

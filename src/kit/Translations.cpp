@@ -3,6 +3,7 @@
 #include "Logging.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QLocale>
 #include <QTranslator>
 
@@ -25,7 +26,7 @@ QString Translations::resolve(const QString &languageSetting, const QStringList 
     if (supportedLanguages().contains(languageSetting))
         return languageSetting;
     for (const QString &tag : preferredLanguages) {
-        const QString code = tag.section(QLatin1Char('-'), 0, 0).section(QLatin1Char('_'), 0, 0).toLower();
+        QString code = tag.section(QLatin1Char('-'), 0, 0).section(QLatin1Char('_'), 0, 0).toLower();
         if (supportedLanguages().contains(code))
             return code;
     }
@@ -64,7 +65,9 @@ bool Translations::install(const QString &code)
     QLocale::setDefault(locale(code));
     const auto load = [this](const QString &c) {
         auto translator = std::make_unique<QTranslator>();
-        if (!translator->load(QStringLiteral(":/i18n/tarnwell_%1.qm").arg(c))) {
+        // The command line carries the tables uncompressed as well, read in place.
+        const QString plain = QStringLiteral(":/i18n/plain/tarnwell_%1.qm").arg(c);
+        if (!translator->load(QFile::exists(plain) ? plain : QStringLiteral(":/i18n/tarnwell_%1.qm").arg(c))) {
             qCWarning(lcServices).noquote() << QStringLiteral("Could not load the %1 string table").arg(c);
             return false;
         }

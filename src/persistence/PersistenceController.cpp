@@ -6,6 +6,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLibraryInfo>
+#include <QPluginLoader>
+#include <QSqlDriver>
+#include <QSqlDriverPlugin>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QStandardPaths>
@@ -18,6 +22,24 @@
 namespace tarnwell {
 
 namespace {
+
+// Qt's own lookup scans the driver folder and reads every plugin's metadata
+// before it picks one, which costs a short command more than opening the
+// store; the SQLite driver is loaded from its file instead, and the lookup
+// is left for when the file is not where Qt's paths say.
+QSqlDatabase addSqliteDatabase(const QString &connectionName)
+{
+    static QSqlDriverPlugin *const plugin = [] {
+        QPluginLoader loader(QLibraryInfo::path(QLibraryInfo::PluginsPath) +
+                             QStringLiteral("/sqldrivers/libqsqlite.so"));
+        return qobject_cast<QSqlDriverPlugin *>(loader.instance());
+    }();
+    if (plugin) {
+        if (QSqlDriver *driver = plugin->create(QStringLiteral("QSQLITE")))
+            return QSqlDatabase::addDatabase(driver, connectionName);
+    }
+    return QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
+}
 
 PersistenceController::LoadFailureNotice &loadFailureNotice()
 {
@@ -150,7 +172,7 @@ void PersistenceController::load(const QString &path, const StoreMigrator &migra
             failToLoad(path, refusal);
     }
 
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);
+    QSqlDatabase db = addSqliteDatabase(m_connectionName);
     if (!db.isValid())
         failToLoad(target, QStringLiteral("the Qt SQLite driver (QSQLITE) is not installed"));
     db.setDatabaseName(target);

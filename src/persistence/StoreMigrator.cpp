@@ -4,7 +4,6 @@
 #include "kit/Logging.h"
 
 #include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlError>
@@ -38,18 +37,26 @@ StoreMigrator::StoreMigrator(QStringList steps)
 
 StoreMigrator StoreMigrator::standard()
 {
-    QDir dir(QStringLiteral(":/persistence/schema"));
-    QStringList steps;
-    const auto files = dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name);
-    for (const QString &name : files) {
-        QFile file(dir.filePath(name));
-        if (!file.open(QIODevice::ReadOnly))
-            qFatal("Missing schema resource %s", qPrintable(name));
-        steps << QString::fromUtf8(file.readAll());
-    }
-    if (steps.isEmpty())
+    // The build names the step files, so that a start with an up-to-date
+    // store neither lists nor reads the resources.
+    QStringList files;
+    for (const QString &name : QStringLiteral(TARNWELL_SCHEMA_STEPS).split(u',', Qt::SkipEmptyParts))
+        files << QStringLiteral(":/") + name;
+    if (files.isEmpty())
         qFatal("The schema resources are missing from the build");
-    return StoreMigrator(steps);
+    StoreMigrator migrator(files);
+    migrator.m_stepsAreFiles = true;
+    return migrator;
+}
+
+QString StoreMigrator::step(int version) const
+{
+    if (!m_stepsAreFiles)
+        return m_steps[version];
+    QFile file(m_steps[version]);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("Missing schema resource %s", qPrintable(m_steps[version]));
+    return QString::fromUtf8(file.readAll());
 }
 
 int StoreMigrator::userVersion(QSqlDatabase &db)
@@ -116,7 +123,7 @@ void StoreMigrator::migrate(QSqlDatabase &db, const QString &filePath) const
     exec(db, QStringLiteral("BEGIN IMMEDIATE"));
     try {
         for (int version = from; version < to; ++version) {
-            const auto statements = splitStatements(m_steps[version]);
+            const auto statements = splitStatements(step(version));
             for (const QString &statement : statements)
                 exec(db, statement);
         }

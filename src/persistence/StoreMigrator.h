@@ -24,7 +24,12 @@ public:
     static QStringList splitStatements(const QString &script);
 
 private:
+    QString step(int version) const;
+
+    // The steps' texts, or the program's own step files, read only when
+    // a migration runs.
     QStringList m_steps;
+    bool m_stepsAreFiles = false;
 };
 
 } // namespace tarnwell

@@ -195,6 +195,28 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite")));
     }
 
+    // The agent's lock routes the store commands to its bus, and goes with its
+    // process: a lock file left by a killed agent sends nothing to the bus.
+    void agentLockFollowsTheAgentProcess()
+    {
+        const QString home = freshHome();
+        AppProcess agent(home, {QStringLiteral("--ui-test")}, {QStringLiteral("LANGUAGE=en")});
+        QVERIFY2(agent.waitFor(QStringLiteral("Interface installed")), qPrintable(agent.log()));
+        const QStringList verbose{QStringLiteral("QT_LOGGING_RULES=tarnwell.services.info=true")};
+        const QString direct = QStringLiteral("No agent holds the store");
+        Result r = run(home, {QStringLiteral("list")}, verbose);
+        QCOMPARE(r.code, 0);
+        QVERIFY2(!r.err.contains(direct), qPrintable(r.err));
+        ::kill(pid_t(agent.pid()), SIGKILL);
+        agent.finish();
+        QVERIFY(QFile::exists(home + QStringLiteral("/data/tarnwell/agent.lock")));
+        r = run(home, {QStringLiteral("add"), QStringLiteral("After the agent")}, verbose);
+        QCOMPARE(r.code, 0);
+        QVERIFY2(r.err.contains(direct), qPrintable(r.err));
+        QCOMPARE(listJson(home).last().toObject().value(QStringLiteral("title")).toString(),
+                 QStringLiteral("After the agent"));
+    }
+
     void throughARunningAgent()
     {
         const QString home = freshHome();

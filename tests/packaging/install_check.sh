@@ -42,4 +42,10 @@ gzip -t "$share/man/man1/tarnwell.1.gz" || fail "man page"
 log=$(QT_QPA_PLATFORM=offscreen TARNWELL_EXIT_AFTER_INSTALL=1 timeout 60 "$prefix/bin/tarnwell" --ui-test 2>&1) ||
     fail "the installed agent did not start: $log"
 echo "$log" | grep -q "Interface installed" || fail "the installed agent did not install its interface: $log"
+# The command line maps neither Qt DBus nor libical for the store commands; its
+# module with both is installed where it looks.
+if ldd "$prefix/bin/tarnwell" | grep -E 'libQt6DBus|libical'; then fail "tarnwell links the bus or libical"; fi
+[ -f "$prefix/lib/tarnwell/libtarnwell-cli-extras.so" ] || fail "the command line's module is not installed"
+ics=$(XDG_DATA_HOME="$prefix/data" "$prefix/bin/tarnwell" export --format ics) || fail "the installed ICS export: $ics"
+[[ $ics == BEGIN:VCALENDAR* ]] || fail "the installed ICS export wrote: $ics"
 echo "installed tree checked"

@@ -2,6 +2,7 @@
 // bus object and the sync service over a stand-in pass) runs in this
 // process, the command line as a process of its own.
 #include "kit/Translations.h"
+#include "persistence/AgentPresence.h"
 #include "persistence/PersistenceController.h"
 #include "platform/AutomationBus.h"
 #include "services/SyncService.h"
@@ -36,11 +37,13 @@ struct Agent
     FakeSecrets secrets;
     SyncService service{{accounts, &secrets, &pass, time.clock()}};
     platform::AutomationBus bus{QDBusConnection::sessionBus()};
+    AgentPresence presence; // as the agent marks the store the command line opens
 
-    Agent()
+    explicit Agent(const QString &home)
     {
         bus.setSync(&service);
         service.start();
+        presence.hold(home + QStringLiteral("/data/tarnwell/Tarnwell.sqlite"));
     }
     void setUp()
     {
@@ -111,7 +114,7 @@ private Q_SLOTS:
 
     void syncWaitsForThePassAndTellsItsOutcome()
     {
-        Agent agent;
+        Agent agent(m_home.path());
         QCOMPARE(agent.bus.claim(), platform::ApplicationBus::Role::primary);
 
         // Sync off: refused at once.
