@@ -1,5 +1,7 @@
 #include "ApplicationIcon.h"
 
+#include "IconPainter.h"
+
 #include <QPainter>
 #include <QSvgRenderer>
 
@@ -12,12 +14,10 @@ QImage renderApplicationIcon(QSize pixels)
     QSvgRenderer renderer(QStringLiteral(":/icons/org.tarnwell.Tarnwell.svg"));
     if (!renderer.isValid())
         return {};
-    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
+    QImage image = blankImage(pixels);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    const int side = std::min(pixels.width(), pixels.height());
-    renderer.render(&painter, QRectF((pixels.width() - side) / 2.0, (pixels.height() - side) / 2.0, side, side));
+    renderer.render(&painter, centredSquare(pixels));
     return image;
 }
 

@@ -31,17 +31,28 @@ QImage draw(const QString &name, QSize pixels)
         qWarning("The icon %s is not a one-colour glyph", qPrintable(name));
         return {};
     }
-    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
+    QImage image = blankImage(pixels);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    // Square icons keep their proportions in a wider or taller box.
-    const int side = std::min(pixels.width(), pixels.height());
-    glyph.paint(painter, QRectF((pixels.width() - side) / 2.0, (pixels.height() - side) / 2.0, side, side));
+    glyph.paint(painter, centredSquare(pixels));
     return image;
 }
 
 } // namespace
+
+QImage blankImage(QSize pixels)
+{
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    return image;
+}
+
+QRectF centredSquare(QSize pixels)
+{
+    // Square icons keep their proportions in a wider or taller box.
+    const int side = std::min(pixels.width(), pixels.height());
+    return QRectF((pixels.width() - side) / 2.0, (pixels.height() - side) / 2.0, side, side);
+}
 
 QStringList names()
 {

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QRectF>
 #include <QStringList>
 
 namespace tarnwell::icons {
@@ -17,5 +18,10 @@ bool exists(const QString &name);
 // `tint` with the icon's own coverage as alpha. A null image for an unknown
 // name or an empty size.
 QImage render(const QString &name, QSize pixels, const QColor &tint);
+
+// A transparent image of `pixels` to draw an icon into, and the square in it
+// that the icon fills.
+QImage blankImage(QSize pixels);
+QRectF centredSquare(QSize pixels);
 
 } // namespace tarnwell::icons
