@@ -4,6 +4,7 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
+#include <QLibrary>
 #include <qt6keychain/keychain.h>
 
 // GIO names a struct member `signals`, which Qt defines as a keyword.
@@ -61,10 +62,43 @@ KeychainSecretStore::KeychainSecretStore(QString backend, QObject *parent)
 {
 }
 
+namespace {
+
+// GIO is loaded with libsecret at the first keyring job, not at start: linked
+// into the agent it would cost an idle agent about a megabyte for nothing.
+struct Gio
+{
+    decltype(&g_bus_get_sync) busGetSync = nullptr;
+    decltype(&g_dbus_connection_set_exit_on_close) setExitOnClose = nullptr;
+    decltype(&g_object_unref) objectUnref = nullptr;
+    decltype(&g_error_free) errorFree = nullptr;
+
+    static const Gio &get()
+    {
+        static const Gio gio = [] {
+            Gio loaded;
+            QLibrary library(QStringLiteral("gio-2.0"), 0);
+            if (!library.load())
+                return loaded;
+            // (The library stays loaded: QLibrary does not unload on destruction.)
+            loaded.busGetSync = reinterpret_cast<decltype(busGetSync)>(library.resolve("g_bus_get_sync"));
+            loaded.setExitOnClose =
+                reinterpret_cast<decltype(setExitOnClose)>(library.resolve("g_dbus_connection_set_exit_on_close"));
+            loaded.objectUnref = reinterpret_cast<decltype(objectUnref)>(library.resolve("g_object_unref"));
+            loaded.errorFree = reinterpret_cast<decltype(errorFree)>(library.resolve("g_error_free"));
+            return loaded;
+        }();
+        return gio;
+    }
+    bool usable() const { return busGetSync && setExitOnClose && objectUnref && errorFree; }
+};
+
+} // namespace
+
 KeychainSecretStore::~KeychainSecretStore()
 {
     if (m_gioBus)
-        g_object_unref(m_gioBus);
+        Gio::get().objectUnref(m_gioBus);
 }
 
 // QtKeychain reaches the Secret Service through libsecret, which talks over
@@ -76,15 +110,22 @@ void KeychainSecretStore::keepRunningWhenTheBusGoes()
 {
     if (m_gioBus || m_backend != QLatin1String("Secret Service"))
         return;
+    const Gio &gio = Gio::get();
+    if (!gio.usable()) {
+        qCWarning(lcServices).noquote() << QStringLiteral(
+            "GIO could not be loaded; a session bus restart will end Tarnwell once the keyring was used");
+        return;
+    }
     GError *error = nullptr;
-    GDBusConnection *bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error);
+    GDBusConnection *bus = gio.busGetSync(G_BUS_TYPE_SESSION, nullptr, &error);
     if (!bus) {
         qCWarning(lcServices).noquote() << QStringLiteral("The keyring's session bus connection failed: %1")
                                                .arg(QString::fromUtf8(error ? error->message : "unknown error"));
-        g_clear_error(&error);
+        if (error)
+            gio.errorFree(error);
         return;
     }
-    g_dbus_connection_set_exit_on_close(bus, FALSE);
+    gio.setExitOnClose(bus, FALSE);
     m_gioBus = bus;
 }
 
