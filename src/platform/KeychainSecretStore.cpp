@@ -97,7 +97,8 @@ struct Gio
 
 KeychainSecretStore::~KeychainSecretStore()
 {
-    if (m_gioBus)
+    // A held connection means GIO was loaded whole.
+    if (m_gioBus && Gio::get().objectUnref)
         Gio::get().objectUnref(m_gioBus);
 }
 
