@@ -4,6 +4,8 @@
 // and says why.
 #pragma once
 
+#include "kit/SecretStore.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QProcess>
@@ -11,8 +13,25 @@
 #include <QTest>
 
 #include <cstdio>
+#include <functional>
+#include <optional>
 
 namespace tarnwell::test {
+
+// Runs one keyring call and waits for its answer; a call that gets none in
+// `timeoutMs` comes back as failed.
+inline SecretStore::Result waitForSecret(const std::function<void(SecretStore::Done)> &call, int timeoutMs = 20000)
+{
+    std::optional<SecretStore::Result> result;
+    call([&](const SecretStore::Result &r) { result = r; });
+    if (!QTest::qWaitFor([&] { return result.has_value(); }, timeoutMs)) {
+        SecretStore::Result timedOut;
+        timedOut.status = SecretStore::Result::Status::failed;
+        timedOut.detail = QStringLiteral("no answer in %1 s").arg(timeoutMs / 1000);
+        return timedOut;
+    }
+    return *result;
+}
 
 // Starts the keyring, runs `tests(daemon)` and stops the keyring again;
 // returns what `tests` returned, or 77 when there is no keyring to be had.

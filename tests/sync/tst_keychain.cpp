@@ -11,23 +11,6 @@
 
 using namespace tarnwell;
 
-namespace {
-
-SecretStore::Result waitFor(const std::function<void(SecretStore::Done)> &call)
-{
-    std::optional<SecretStore::Result> result;
-    call([&](const SecretStore::Result &r) { result = r; });
-    if (!QTest::qWaitFor([&] { return result.has_value(); }, 15000)) {
-        SecretStore::Result timedOut;
-        timedOut.status = SecretStore::Result::Status::failed;
-        timedOut.detail = QStringLiteral("no answer in 15 s");
-        return timedOut;
-    }
-    return *result;
-}
-
-} // namespace
-
 class KeychainTest : public QObject
 {
     Q_OBJECT
@@ -45,19 +28,19 @@ private Q_SLOTS:
         QCOMPARE(store->name(), QStringLiteral("Secret Service"));
         const QString account = QStringLiteral("ada@https://dav.example/");
 
-        SecretStore::Result r = waitFor([&](auto done) { store->read(account, done); });
+        SecretStore::Result r = test::waitForSecret([&](auto done) { store->read(account, done); });
         QCOMPARE(r.status, SecretStore::Result::Status::notFound);
-        r = waitFor([&](auto done) { store->write(account, QStringLiteral("s3cret ünïcode"), done); });
+        r = test::waitForSecret([&](auto done) { store->write(account, QStringLiteral("s3cret ünïcode"), done); });
         QVERIFY2(r.ok(), qPrintable(r.detail));
-        r = waitFor([&](auto done) { store->read(account, done); });
+        r = test::waitForSecret([&](auto done) { store->read(account, done); });
         QVERIFY2(r.ok(), qPrintable(r.detail));
         QCOMPARE(r.password, QStringLiteral("s3cret ünïcode"));
         // Another account is another entry.
-        r = waitFor([&](auto done) { store->read(QStringLiteral("bob@https://dav.example/"), done); });
+        r = test::waitForSecret([&](auto done) { store->read(QStringLiteral("bob@https://dav.example/"), done); });
         QCOMPARE(r.status, SecretStore::Result::Status::notFound);
-        r = waitFor([&](auto done) { store->remove(account, done); });
+        r = test::waitForSecret([&](auto done) { store->remove(account, done); });
         QVERIFY2(r.ok(), qPrintable(r.detail));
-        r = waitFor([&](auto done) { store->read(account, done); });
+        r = test::waitForSecret([&](auto done) { store->read(account, done); });
         QCOMPARE(r.status, SecretStore::Result::Status::notFound);
     }
 };

@@ -12,6 +12,8 @@
 #include <QStandardPaths>
 #include <QTest>
 
+#include "support/Keyring.h"
+
 #include <csignal>
 #include <cstdio>
 
@@ -55,18 +57,6 @@ private:
     bool m_up = false;
 };
 
-SecretStore::Result waitFor(const std::function<void(SecretStore::Done)> &call)
-{
-    std::optional<SecretStore::Result> result;
-    call([&](const SecretStore::Result &r) { result = r; });
-    if (!QTest::qWaitFor([&] { return result.has_value(); }, 20000)) {
-        SecretStore::Result timedOut;
-        timedOut.detail = QStringLiteral("no answer in 20 s");
-        return timedOut;
-    }
-    return *result;
-}
-
 } // namespace
 
 class KeychainBusRestartTest : public QObject
@@ -84,9 +74,10 @@ private Q_SLOTS:
         platform::KeychainSecretStore store(QStringLiteral("Secret Service"));
         const QString account = QStringLiteral("ada@https://dav.example/");
         // The keyring takes a moment to claim its name; the write starts it if need be.
-        SecretStore::Result r = waitFor([&](auto done) { store.write(account, QStringLiteral("s3cret"), done); });
+        SecretStore::Result r =
+            test::waitForSecret([&](auto done) { store.write(account, QStringLiteral("s3cret"), done); });
         QVERIFY2(r.ok(), qPrintable(r.detail));
-        r = waitFor([&](auto done) { store.read(account, done); });
+        r = test::waitForSecret([&](auto done) { store.read(account, done); });
         QCOMPARE(r.password, QStringLiteral("s3cret"));
 
         bus.reset();
@@ -94,7 +85,7 @@ private Q_SLOTS:
         QVERIFY2(!terminated, "the bus going away ended the program");
         bus = std::make_unique<BusWithKeyring>(address);
         QVERIFY(bus->isUp());
-        r = waitFor([&](auto done) { store.read(account, done); });
+        r = test::waitForSecret([&](auto done) { store.read(account, done); });
         QVERIFY2(r.detail != QStringLiteral("no answer in 20 s"), "a keyring call after the restart is answered");
         QVERIFY(!terminated);
     }
