@@ -4,6 +4,7 @@
 #include "kit/Logging.h"
 #include "persistence/Day.h"
 #include "persistence/DayRepository.h"
+#include "persistence/LogCheckpointer.h"
 #include "persistence/StoreContext.h"
 #include "persistence/Task.h"
 #include "persistence/TaskRepository.h"
@@ -91,17 +92,21 @@ private:
 
 // SQLite copies its write-ahead log into the database file (a checkpoint)
 // inside whichever commit pushes the log past 1,000 pages: a thousand pages
-// in one step, 4–6 ms of the main thread's CPU on top of the commit. While it
-// lives, that automatic checkpoint is off and the pass checkpoints in steps of
-// its own, after each slice's worth of saved resources, when the log holds
-// only their pages (about 1 ms). Durability is unchanged: a checkpoint waits
-// for the disk as before.
+// in one step, 4–6 ms of the main thread's CPU on top of the commit, and two
+// disk flushes. While it lives, that automatic checkpoint is off and the
+// pass asks for one after each slice's worth of saved resources, when the
+// log holds only their pages; it runs off the main loop (LogCheckpointer).
+// Durability is unchanged: a checkpoint waits for the disk as before, only
+// not on the main thread.
 class OwnCheckpoints
 {
 public:
-    explicit OwnCheckpoints(const QSqlDatabase &db)
+    OwnCheckpoints(const QSqlDatabase &db, LogCheckpointer *background)
         : m_db(db)
+        , m_background(background)
     {
+        if (!m_background)
+            return;
         QSqlQuery q(m_db);
         if (!q.exec(QStringLiteral("PRAGMA journal_mode")) || !q.next() ||
             q.value(0).toString().compare(QLatin1String("wal"), Qt::CaseInsensitive) != 0)
@@ -121,15 +126,16 @@ public:
     OwnCheckpoints &operator=(const OwnCheckpoints &) = delete;
 
     bool active() const { return m_pages > 0; }
-    // Copies what the log holds into the file; never waits for anyone.
-    void run() const
+    // Returns at once; the copy is made on the checkpointer's thread.
+    void request() const
     {
         if (m_pages > 0)
-            QSqlQuery(m_db).exec(QStringLiteral("PRAGMA wal_checkpoint(PASSIVE)"));
+            m_background->request();
     }
 
 private:
     QSqlDatabase m_db;
+    LogCheckpointer *m_background = nullptr;
     int m_pages = 0; // the automatic threshold to go back to; 0: nothing was changed
 };
 
@@ -137,8 +143,8 @@ private:
 
 struct SyncEngine::Pass
 {
-    explicit Pass(const QSqlDatabase &db)
-        : checkpoints(db)
+    Pass(const QSqlDatabase &db, LogCheckpointer *background)
+        : checkpoints(db, background)
     {
     }
     OwnCheckpoints checkpoints;
@@ -172,9 +178,7 @@ struct SyncEngine::Pass
     bool fetching = false;
     bool sliceScheduled = false;
     bool flushScheduled = false;
-    bool checkpointScheduled = false;
-    int sinceCheckpoint = 0; // resources saved since the last checkpoint
-    void (SyncEngine::*afterCheckpoint)() = nullptr;
+    int sinceCheckpoint = 0; // resources saved since the last checkpoint was asked for
 };
 
 SyncEngine::SyncEngine(StoreContext &context, DayRepository &days, QNetworkAccessManager &network, Clock clock,
@@ -220,7 +224,7 @@ QString SyncEngine::taskTitle(const QString &summary, const QString &notes)
 void SyncEngine::run(const SyncAccount &account, const QString &password, Done done)
 {
     cancel();
-    m_pass = std::make_unique<Pass>(m_context.database());
+    m_pass = std::make_unique<Pass>(m_context.database(), checkpointer());
     m_pass->account = account;
     m_pass->done = std::move(done);
     m_pass->collection = hrefOf(account.collection);
@@ -552,9 +556,11 @@ void SyncEngine::applySlice()
         ops.append([this] { m_state.clear(); });
     }
     const qint64 budgetNs = qint64(m_tuning.sliceMilliseconds) * 1000000;
+    // The slice's save comes out of the same budget: before one more is
+    // applied, what saving it would cost (as saves went lately) is counted.
+    const auto fits = [&] { return clock.nsecsElapsed() + qint64(applied + 1) * m_saveNsPerItem < budgetNs; };
     // At least one per slice, however short the slice.
-    while (!m_pass->incoming.empty() && (applied == 0 || clock.nsecsElapsed() < budgetNs) &&
-           applied < std::max(1, m_tuning.sliceItems)) {
+    while (!m_pass->incoming.empty() && (applied == 0 || fits()) && applied < std::max(1, m_tuning.sliceItems)) {
         const Incoming in = std::move(m_pass->incoming.front());
         m_pass->incoming.pop_front();
         if (in.removed)
@@ -571,7 +577,11 @@ void SyncEngine::applySlice()
         ops.append([this, url, token] { m_state.setCollection(url, token); });
     }
     m_savingServerChanges = true;
+    QElapsedTimer saving;
+    saving.start();
     const auto failed = ops.isEmpty() ? std::nullopt : trySave(ops, true);
+    if (applied > 0 && !failed)
+        m_saveNsPerItem = (3 * m_saveNsPerItem + saving.nsecsElapsed() / applied) / 4;
     m_savingServerChanges = false;
     const QList<Task *> made = std::exchange(m_pass->madeInSlice, {});
     if (failed) {
@@ -589,13 +599,8 @@ void SyncEngine::applySlice()
     if (applied > 0)
         Q_EMIT sliceSaved(applied);
     m_pass->sinceCheckpoint += applied;
-    if (!ops.isEmpty() && m_pass->checkpoints.active() &&
-        (pullDone || m_pass->sinceCheckpoint >= std::max(1, m_tuning.sliceItems))) {
-        // The next slice (or the push) after the checkpoint, each a step of its own.
-        m_pass->sliceScheduled = true;
-        checkpointThen(pullDone ? &SyncEngine::finishPull : &SyncEngine::continuePull);
-        return;
-    }
+    if (!ops.isEmpty() && (pullDone || m_pass->sinceCheckpoint >= std::max(1, m_tuning.sliceItems)))
+        askCheckpoint();
     if (pullDone) {
         finishPull();
         return;
@@ -611,23 +616,25 @@ void SyncEngine::continuePull()
     // Else the fetch under way calls again when it answers.
 }
 
-void SyncEngine::checkpointThen(void (SyncEngine::*next)())
+void SyncEngine::askCheckpoint()
 {
-    if (next)
-        m_pass->afterCheckpoint = next;
-    if (m_pass->checkpointScheduled)
-        return;
-    m_pass->checkpointScheduled = true;
-    later(&SyncEngine::checkpoint);
+    m_pass->sinceCheckpoint = 0;
+    m_pass->checkpoints.request();
 }
 
-void SyncEngine::checkpoint()
+LogCheckpointer *SyncEngine::checkpointer()
 {
-    m_pass->checkpointScheduled = false;
-    m_pass->sinceCheckpoint = 0;
-    m_pass->checkpoints.run();
-    if (const auto next = std::exchange(m_pass->afterCheckpoint, nullptr))
-        later(next);
+    if (!m_checkpointer) {
+        const QString file = m_context.database().databaseName();
+        if (file.isEmpty() || file == QLatin1String(":memory:"))
+            return nullptr;
+        m_checkpointer = std::make_unique<LogCheckpointer>(file);
+    }
+    const LogCheckpointer::Report report = m_checkpointer->takeReport();
+    if (!report.error.isEmpty())
+        qCWarning(lcServices).noquote()
+            << QStringLiteral("Sync: the store's log was not copied into the file: %1").arg(report.error);
+    return m_checkpointer.get();
 }
 
 void SyncEngine::applyOne(const Incoming &in, QList<StateOp> &ops)
@@ -946,11 +953,11 @@ void SyncEngine::flushOps()
     const qsizetype written = m_pass->pendingOps.size();
     if (!save(std::exchange(m_pass->pendingOps, {}), !m_context.hasChanges()))
         return;
-    // The answers to a slice's worth of writes between two checkpoints: each
-    // checkpoint waits for the disk twice, and answers come in a few at a time.
+    // The answers to a slice's worth of writes between two checkpoints:
+    // answers come in a few at a time.
     m_pass->sinceCheckpoint += int(written);
-    if (m_pass->checkpoints.active() && m_pass->sinceCheckpoint >= std::max(1, m_tuning.sliceItems))
-        checkpointThen(nullptr);
+    if (m_pass->sinceCheckpoint >= std::max(1, m_tuning.sliceItems))
+        askCheckpoint();
 }
 
 // ---------------------------------------------------------------- mapping

@@ -22,6 +22,7 @@ namespace tarnwell {
 class Day;
 class DayRepository;
 class StoreContext;
+class LogCheckpointer;
 class Task;
 } // namespace tarnwell
 
@@ -46,9 +47,9 @@ public:
     struct Tuning
     {
         int fetchBatch = 100; // resources per calendar-multiget
-        // Per slice on the main loop: resources applied until this much time
-        // went by or this many were applied; then the slice is saved (which
-        // takes about as long again, more when SQLite checkpoints its log).
+        // Per slice on the main loop: resources applied and saved in about
+        // this much time (the save's part estimated from the last saves), and
+        // at most this many.
         int sliceMilliseconds = 3;
         int sliceItems = 15;
         int parallelWrites = 4; // PUT and DELETE requests in flight at once
@@ -117,9 +118,10 @@ private:
                    const QString &etag, const QByteArray &data, const TodoFields &remote, QList<StateOp> &ops);
     void continuePull(); // the next slice, if anything waits for one
     void finishPull();
-    // A checkpoint of the store's log as a step of its own, then `next` (if any) as another.
-    void checkpointThen(void (SyncEngine::*next)());
-    void checkpoint();
+    // A checkpoint of the store's log, made off the main loop.
+    void askCheckpoint();
+    // Made at the first pass over a store file (none for one in memory).
+    LogCheckpointer *checkpointer();
 
     // Push.
     void startPush();
@@ -154,8 +156,10 @@ private:
     Tuning m_tuning;
 
     quint64 m_generation = 0;
+    std::unique_ptr<LogCheckpointer> m_checkpointer;
     std::unique_ptr<Pass> m_pass;
     bool m_savingServerChanges = false;
+    qint64 m_saveNsPerItem = 150000; // a slice's save per resource, as saves went lately
 };
 
 } // namespace tarnwell::sync

@@ -1,6 +1,7 @@
 // The store context: identity, saving, change notices, merging, migration.
 #include "persistence/AppSettings.h"
 #include "persistence/Day.h"
+#include "persistence/LogCheckpointer.h"
 #include "persistence/PersistenceController.h"
 #include "persistence/StoreMigrator.h"
 #include "persistence/Task.h"
@@ -314,6 +315,56 @@ private Q_SLOTS:
         QCOMPARE(task->title(), QStringLiteral("t"));
         QVERIFY(!context.hasChanges());
         context.save();
+    }
+
+    // The checkpointer's thread copies the log into the store file while
+    // the store stays open and goes on writing: a copy of the file alone
+    // (no log beside it) then holds the rows. A store it cannot open is
+    // reported, not crashed on.
+    void logIsCopiedIntoTheFileOffTheMainThread()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("Tarnwell.sqlite"));
+        PersistenceController store(path);
+        StoreContext &context = store.viewContext();
+        QVERIFY(QSqlQuery(context.database()).exec(QStringLiteral("PRAGMA wal_autocheckpoint = 0")));
+        const auto rowsInFileAlone = [&dir, &path] {
+            const QString copy = dir.filePath(QStringLiteral("copy.sqlite"));
+            QFile::remove(copy);
+            QFile::copy(path, copy);
+            OtherConnection reader(copy);
+            return reader.scalar(QStringLiteral("SELECT count(*) FROM tasks")).toInt();
+        };
+
+        // What the checkpointer reported, summed until it did something.
+        const auto outcome = [](LogCheckpointer &checkpointer) {
+            LogCheckpointer::Report sum;
+            [[maybe_unused]] const bool settled = QTest::qWaitFor([&] {
+                const LogCheckpointer::Report report = checkpointer.takeReport();
+                sum.done += report.done;
+                sum.error += report.error;
+                return sum.done > 0 || !sum.error.isEmpty();
+            });
+            return sum;
+        };
+
+        LogCheckpointer checkpointer(path);
+        for (int round = 1; round <= 2; ++round) {
+            Day *day = makeDay(context, at(round));
+            for (int i = 0; i < 50; ++i)
+                makeTask(context, day, QStringLiteral("Task %1").arg(i), i);
+            context.save();
+            QCOMPARE(rowsInFileAlone(), (round - 1) * 50);
+            checkpointer.request();
+            const LogCheckpointer::Report report = outcome(checkpointer);
+            QVERIFY2(report.error.isEmpty(), qPrintable(report.error));
+            QCOMPARE(report.done, 1);
+            QCOMPARE(rowsInFileAlone(), round * 50);
+        }
+
+        LogCheckpointer nowhere(dir.filePath(QStringLiteral("missing/Tarnwell.sqlite")));
+        nowhere.request();
+        QVERIFY(outcome(nowhere).error.contains(QLatin1String("opening the store")));
     }
 
     void migrationCopiesAsideAndAppliesAllOrNothing()
