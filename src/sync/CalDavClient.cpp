@@ -1,12 +1,14 @@
 #include "CalDavClient.h"
 
 #include "DavMultistatus.h"
+#include "GzipInflater.h"
 #include "kit/Logging.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QTimer>
 
 namespace tarnwell::sync {
@@ -73,18 +75,31 @@ QUrl asCollection(QUrl url)
 // The longest one step of reading an answer keeps the main loop (what the
 // sink does with each response included).
 constexpr std::chrono::microseconds readStep{2000};
-// What the XML reader is given at a time: it decodes it at once.
+// What the XML reader is given at a time: it decodes it at once, and Qt
+// inflates it first when the answer came compressed.
 constexpr qsizetype feedBytes = 32 * 1024;
+
+bool isGzip(const QByteArray &contentEncoding)
+{
+    const QByteArray encoding = contentEncoding.trimmed().toLower();
+    return encoding == "gzip" || encoding == "x-gzip";
+}
 
 } // namespace
 
 // A multistatus answer read while it arrives, in short steps on the event
-// loop: each response goes to the sink as soon as it is read.
+// loop: each response goes to the sink as soon as it is read. The answer is
+// taken from the reply a piece at a time, and inflated a piece at a time
+// when it came compressed (see GzipInflater).
 class StreamedAnswer : public QObject
 {
 public:
-    StreamedAnswer(DavMultistatusReader::ResponseSink sink, QObject *parent)
+    // Why the answer could not be read (empty when it could), and its sync token.
+    using Done = std::function<void(const QString &error, const QString &syncToken)>;
+
+    StreamedAnswer(QNetworkReply *source, DavMultistatusReader::ResponseSink sink, QObject *parent)
         : QObject(parent)
+        , m_source(source)
         , m_sink(std::move(sink))
         , m_reader([this](DavResponse &&r) { m_sink(std::move(r)); })
     {
@@ -94,25 +109,16 @@ public:
 
     DavMultistatusReader::ResponseSink takeSink() { return std::exchange(m_sink, {}); }
 
-    void add(const QByteArray &data)
-    {
-        if (data.isEmpty())
-            return;
-        // Kept apart and handed to the XML reader a piece at a time: it
-        // decodes all it is given at its next token, which for a listing
-        // that arrived in one go is megabytes in one step.
-        if (m_offset == m_unread.size()) {
-            m_unread = data;
-            m_offset = 0;
-        } else {
-            m_unread.append(data);
-        }
-        schedule();
-    }
+    // More of the answer can be read.
+    void arrived() { schedule(); }
 
-    // The whole answer is in: `done` is called once it is read (or found broken).
-    void end(std::function<void(const DavMultistatusReader &)> done)
+    // The whole answer is in: `done` is called once it is read (or found
+    // broken). The reply is the stream's from now on, read to its end and
+    // deleted with the stream.
+    void end(Done done)
     {
+        if (m_source)
+            m_source->setParent(this);
         m_done = std::move(done);
         m_ended = true;
         schedule();
@@ -129,22 +135,54 @@ private:
         m_timer.start(0);
     }
 
+    bool sourceHasData() const { return m_source && m_source->bytesAvailable() > 0; }
+    bool moreToRead() const { return sourceHasData() || (m_inflater && m_inflater->hasInput()); }
+
+    // The next piece for the XML reader; empty when nothing can be had now.
+    QByteArray nextPiece()
+    {
+        if (!m_encodingKnown && m_source) {
+            m_encodingKnown = true;
+            const QByteArray encoding = m_source->rawHeader("Content-Encoding").trimmed().toLower();
+            if (isGzip(encoding))
+                m_inflater = std::make_unique<GzipInflater>();
+            else if (!encoding.isEmpty() && encoding != "identity")
+                m_error = QStringLiteral("the answer came in an encoding that was not asked for (%1)")
+                              .arg(QString::fromLatin1(encoding));
+        }
+        if (!m_error.isEmpty())
+            return {};
+        if (!m_inflater)
+            return sourceHasData() ? m_source->read(feedBytes) : QByteArray();
+        for (;;) {
+            QByteArray piece = m_inflater->take(feedBytes);
+            if (!m_inflater->error().isEmpty()) {
+                m_error = m_inflater->error();
+                return {};
+            }
+            if (!piece.isEmpty() || m_inflater->finished() || !sourceHasData())
+                return piece;
+            m_inflater->add(m_source->read(feedBytes));
+        }
+    }
+
     void step()
     {
         m_scheduled = false;
         if (m_hungry) {
-            if (m_offset < m_unread.size()) {
-                const qsizetype piece = std::min(feedBytes, m_unread.size() - m_offset);
-                m_reader.addData(m_unread.mid(m_offset, piece));
-                m_offset += piece;
-                if (m_offset == m_unread.size()) {
-                    m_unread.clear();
-                    m_offset = 0;
-                }
+            const QByteArray piece = nextPiece();
+            if (!m_error.isEmpty()) {
+                finish();
+                return;
+            }
+            if (!piece.isEmpty()) {
+                m_reader.addData(piece);
             } else if (m_ended) {
+                if (m_inflater && !m_inflater->finished())
+                    m_error = QStringLiteral("the compressed answer is cut off");
                 m_reader.close();
             } else {
-                return;
+                return; // the next piece, or the end, calls again
             }
             m_hungry = false;
         }
@@ -154,24 +192,31 @@ private:
             return;
         case DavMultistatusReader::Progress::needData:
             m_hungry = true;
-            if (m_offset < m_unread.size() || m_ended)
+            if (m_ended || moreToRead())
                 schedule();
-            return; // else the next piece, or the end, calls again
+            return;
         case DavMultistatusReader::Progress::finished:
-            if (!m_done)
-                return; // read to its end before the network said so
-            deleteLater();
-            std::exchange(m_done, {})(m_reader);
+            finish();
             return;
         }
     }
 
+    void finish()
+    {
+        if (!m_done)
+            return; // read to its end (or broken) before the network said so; `end` calls again
+        deleteLater();
+        std::exchange(m_done, {})(m_error.isEmpty() ? m_reader.error() : m_error, m_reader.syncToken());
+    }
+
+    QPointer<QNetworkReply> m_source;
     DavMultistatusReader::ResponseSink m_sink;
     DavMultistatusReader m_reader;
-    std::function<void(const DavMultistatusReader &)> m_done;
-    QByteArray m_unread; // arrived, not yet given to the reader from m_offset on
-    qsizetype m_offset = 0;
+    Done m_done;
+    std::unique_ptr<GzipInflater> m_inflater;
+    QString m_error; // the body could not be had
     QTimer m_timer;
+    bool m_encodingKnown = false;
     bool m_scheduled = false;
     bool m_hungry = true; // the reader used up what it was given
     bool m_ended = false; // the network has delivered all
@@ -208,6 +253,11 @@ void CalDavClient::send(const QByteArray &verb, const QUrl &url, const QByteArra
     QNetworkRequest r = request(url);
     for (const auto &[name, value] : headers)
         r.setRawHeader(name, value);
+    // Asked for by hand, a compressed answer is left to us to inflate, in
+    // steps (see StreamedAnswer).
+    const bool askedForGzip = bool(sink);
+    if (askedForGzip)
+        r.setRawHeader("Accept-Encoding", "gzip");
     QNetworkReply *reply = m_network.sendCustomRequest(r, verb, body);
     const auto succeeded = [reply] {
         const int http = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
@@ -217,15 +267,20 @@ void CalDavClient::send(const QByteArray &verb, const QUrl &url, const QByteArra
     // for the handler.
     QPointer<StreamedAnswer> stream;
     if (sink) {
-        stream = new StreamedAnswer(std::move(sink), this);
-        connect(reply, &QNetworkReply::readyRead, stream, [reply, stream, succeeded] {
+        stream = new StreamedAnswer(reply, std::move(sink), this);
+        connect(reply, &QNetworkReply::readyRead, stream, [stream, succeeded] {
             if (succeeded())
-                stream->add(reply->readAll());
+                stream->arrived();
         });
     }
     connect(reply, &QNetworkReply::finished, this,
-            [this, reply, verb, url, body, headers, handler, stream, succeeded, redirects] {
-                reply->deleteLater();
+            [this, reply, verb, url, body, headers, handler, stream, succeeded, redirects, askedForGzip] {
+                // Deleted later, unless a stream still reads it.
+                bool streamed = false;
+                const auto release = qScopeGuard([reply, &streamed] {
+                    if (!streamed)
+                        reply->deleteLater();
+                });
                 Answer answer;
                 const int http = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
                 const QString what = QString::fromLatin1(verb) + u' ' + url.toDisplayString(QUrl::RemoveUserInfo);
@@ -262,18 +317,26 @@ void CalDavClient::send(const QByteArray &verb, const QUrl &url, const QByteArra
                         handler(answer);
                         return;
                     }
-                    stream->add(reply->readAll());
-                    stream->end([handler, answer](const DavMultistatusReader &read) mutable {
-                        if (!read.error().isEmpty())
+                    streamed = true;
+                    stream->end([handler, answer](const QString &error, const QString &syncToken) mutable {
+                        if (!error.isEmpty())
                             answer.status = {CalDavError::malformed, answer.status.httpStatus,
-                                             answer.status.detail + QStringLiteral(": ") + read.error()};
-                        answer.syncToken = read.syncToken();
+                                             answer.status.detail + QStringLiteral(": ") + error};
+                        answer.syncToken = syncToken;
                         handler(answer);
                     });
                     return;
                 }
                 dropStream();
                 answer.body = reply->readAll();
+                // A refusal of a request that asked for gzip itself comes
+                // compressed too; it is short.
+                if (askedForGzip && isGzip(reply->rawHeader("Content-Encoding"))) {
+                    GzipInflater inflater;
+                    inflater.add(std::exchange(answer.body, {}));
+                    for (QByteArray piece; !(piece = inflater.take(feedBytes)).isEmpty();)
+                        answer.body += piece;
+                }
                 handler(answer);
             });
 }

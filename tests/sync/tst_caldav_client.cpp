@@ -2,6 +2,7 @@
 // storage folder of its own, started and stopped by the test.
 #include "sync/CalDavClient.h"
 #include "sync/DavMultistatus.h"
+#include "sync/GzipInflater.h"
 #include "support/Radicale.h"
 
 #include <QCoreApplication>
@@ -12,6 +13,8 @@
 #include <QTest>
 
 #include <optional>
+
+#include <zlib.h>
 
 using namespace tarnwell::sync;
 
@@ -24,6 +27,56 @@ QByteArray todo(const QString &uid, const QString &summary)
         .arg(uid, summary)
         .toUtf8();
 }
+
+QByteArray gzip(const QByteArray &data)
+{
+    z_stream z{};
+    deflateInit2(&z, Z_BEST_SPEED, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
+    QByteArray out(qsizetype(deflateBound(&z, uLong(data.size()))) + 32, Qt::Uninitialized);
+    z.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(data.constData()));
+    z.avail_in = uInt(data.size());
+    z.next_out = reinterpret_cast<Bytef *>(out.data());
+    z.avail_out = uInt(out.size());
+    deflate(&z, Z_FINISH);
+    out.resize(qsizetype(z.total_out));
+    deflateEnd(&z);
+    return out;
+}
+
+// A listing of `count` resources, as a server sends it.
+QByteArray listing(int count)
+{
+    QByteArray xml = "<?xml version='1.0'?><d:multistatus xmlns:d='DAV:'>";
+    for (int i = 0; i < count; ++i)
+        xml += "<d:response><d:href>/c/" + QByteArray::number(i) +
+            ".ics</d:href><d:propstat><d:prop><d:getetag>\"1\"</d:getetag></d:prop><d:status>HTTP/1.1 200 OK"
+            "</d:status></d:propstat></d:response>";
+    return xml + "<d:sync-token>t-1</d:sync-token></d:multistatus>";
+}
+
+// Answers the first sync-collection report with `head` and `body`; keeps
+// the request's head.
+struct OneAnswer
+{
+    QTcpServer server;
+    QByteArray request;
+    OneAnswer(const QByteArray &head, const QByteArray &body)
+    {
+        server.listen(QHostAddress::LocalHost);
+        QObject::connect(&server, &QTcpServer::newConnection, &server, [this, head, body] {
+            QTcpSocket *socket = server.nextPendingConnection();
+            QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket, head, body] {
+                request += socket->readAll();
+                if (!request.contains("</D:sync-collection>"))
+                    return;
+                socket->write(head + body);
+                socket->flush();
+                socket->disconnectFromHost();
+            });
+        });
+    }
+    QUrl collection() const { return QUrl(QStringLiteral("http://127.0.0.1:%1/c/").arg(server.serverPort())); }
+};
 
 // Waits for a callback of the client and hands back what it said.
 template<typename T>
@@ -270,26 +323,54 @@ private Q_SLOTS:
             "HTTP/1.1 207 Multi-Status\r\nContent-Type: application/xml\r\nConnection: close\r\n\r\n"};
         const QList<CalDavError> expected{CalDavError::network, CalDavError::malformed};
         for (int i = 0; i < heads.size(); ++i) {
-            QTcpServer server;
-            QVERIFY(server.listen(QHostAddress::LocalHost));
-            QObject::connect(&server, &QTcpServer::newConnection, &server, [&server, &heads, &xml, i] {
-                QTcpSocket *socket = server.nextPendingConnection();
-                QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket, &heads, &xml, i] {
-                    if (!socket->readAll().contains("</D:sync-collection>"))
-                        return;
-                    socket->write(heads.at(i) + xml);
-                    socket->flush();
-                    socket->disconnectFromHost();
-                });
-            });
+            OneAnswer server(heads.at(i), xml);
             CalDavClient client(m_network);
             client.setCredentials(user, password);
             Outcome<CalDavChanges> changes;
-            client.changesSince(QUrl(QStringLiteral("http://127.0.0.1:%1/c/").arg(server.serverPort())), {},
-                                changes.callback());
+            client.changesSince(server.collection(), {}, changes.callback());
             QVERIFY(changes.wait());
             QCOMPARE(changes.status().error, expected.at(i));
             QVERIFY(changes.result().changed.isEmpty());
+        }
+    }
+
+    // Long answers are asked for compressed and inflated here a bounded
+    // piece at a time: the whole listing arrives; a damaged or cut-off body
+    // is an error, never a shorter listing.
+    void compressedAnswersAreInflatedInPieces()
+    {
+        const QByteArray xml = listing(3000);
+        const QByteArray packed = gzip(xml);
+        QVERIFY(packed.size() * 4 < xml.size());
+
+        GzipInflater inflater;
+        inflater.add(packed);
+        QByteArray whole;
+        for (QByteArray piece; !(piece = inflater.take(32 * 1024)).isEmpty();) {
+            QVERIFY(piece.size() <= 32 * 1024);
+            whole += piece;
+        }
+        QVERIFY(inflater.finished());
+        QCOMPARE(whole, xml);
+
+        QByteArray damaged = packed;
+        for (qsizetype at = damaged.size() / 2; at < damaged.size() / 2 + 64; ++at)
+            damaged[at] = char(~damaged.at(at));
+        const QByteArray cut = packed.left(packed.size() / 2);
+        const QList<QByteArray> bodies{packed, damaged, cut};
+        const QList<CalDavError> expected{CalDavError::none, CalDavError::malformed, CalDavError::malformed};
+        for (int i = 0; i < bodies.size(); ++i) {
+            OneAnswer server("HTTP/1.1 207 Multi-Status\r\nContent-Type: application/xml\r\nContent-Encoding: "
+                             "gzip\r\nContent-Length: " +
+                                 QByteArray::number(bodies.at(i).size()) + "\r\n\r\n",
+                             bodies.at(i));
+            CalDavClient client(m_network);
+            Outcome<CalDavChanges> changes;
+            client.changesSince(server.collection(), {}, changes.callback());
+            QVERIFY(changes.wait());
+            QVERIFY(server.request.toLower().contains("accept-encoding: gzip"));
+            QCOMPARE(changes.status().error, expected.at(i));
+            QCOMPARE(changes.result().changed.size(), i == 0 ? 3000 : 0);
         }
     }
 };
