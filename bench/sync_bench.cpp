@@ -12,6 +12,11 @@
 //                                wake-ups (1,000 a second of a pass that lasts minutes) included
 //   sync.noop_10k.median_ms      a pass with nothing to do, 10,000 tasks synced
 //   sync.noop_10k.server_ms      of which the bare sync-collection REPORT (Radicale's time)
+//
+// To find what holds the main loop up: TARNWELL_BENCH_SLOW_EVENTS_MS=3 prints every event
+// that took longer (wall and thread CPU, receiver and its parent, event type, and the
+// resources of the last slice saved since the previous line) to stderr, and
+// TARNWELL_BENCH_ONLY_INITIAL=1 stops after the first pass of 10,000.
 #include "BenchSupport.h"
 
 #include "persistence/Day.h"
@@ -96,6 +101,43 @@ double threadCpuMs()
 }
 
 bool failed = false;
+int lastSlice = 0; // resources in the last saved slice, for the slow-event lines
+
+// Prints events that kept the main thread longer than a threshold.
+class ProbedApplication : public QCoreApplication
+{
+public:
+    ProbedApplication(int &argc, char **argv)
+        : QCoreApplication(argc, argv)
+        , m_thresholdMs(qEnvironmentVariableIntValue("TARNWELL_BENCH_SLOW_EVENTS_MS"))
+    {
+    }
+    bool notify(QObject *receiver, QEvent *event) override
+    {
+        if (m_thresholdMs <= 0 || m_depth > 0)
+            return QCoreApplication::notify(receiver, event);
+        // Read before: the event may delete the receiver.
+        const int type = event->type();
+        const char *receiverClass = receiver->metaObject()->className();
+        const char *parentClass = receiver->parent() ? receiver->parent()->metaObject()->className() : "-";
+        ++m_depth;
+        QElapsedTimer wall;
+        wall.start();
+        const double cpu = threadCpuMs();
+        const bool result = QCoreApplication::notify(receiver, event);
+        const double cpuSpent = threadCpuMs() - cpu;
+        const double wallSpent = double(wall.nsecsElapsed()) / 1e6;
+        --m_depth;
+        if (wallSpent >= m_thresholdMs)
+            std::fprintf(stderr, "slow event: %.1f ms (cpu %.1f) %s (of %s) event type %d; last slice %d\n", wallSpent,
+                         cpuSpent, receiverClass, parentClass, type, std::exchange(lastSlice, 0));
+        return result;
+    }
+
+private:
+    int m_thresholdMs = 0;
+    int m_depth = 0;
+};
 
 struct Timed
 {
@@ -143,7 +185,7 @@ Timed timedPass(SyncEngine &engine, const SyncAccount &account, const QString &p
 
 int main(int argc, char **argv)
 {
-    QCoreApplication app(argc, argv);
+    ProbedApplication app(argc, argv);
     test::Radicale radicale;
     QString why;
     if (!radicale.start(&why)) {
@@ -159,8 +201,9 @@ int main(int argc, char **argv)
         return SyncAccount{radicale.base(), radicale.user, radicale.url(path)};
     };
 
+    const bool onlyInitial = qEnvironmentVariableIntValue("TARNWELL_BENCH_ONLY_INITIAL") > 0;
     // A planner's everyday size: 200 tasks, pushed once, then passes with nothing to do.
-    {
+    if (!onlyInitial) {
         const SyncAccount account = collection(QStringLiteral("small"));
         Store store(dir.filePath(QStringLiteral("small.sqlite")), network);
         for (int i = 0; i < 200; ++i)
@@ -199,6 +242,7 @@ int main(int argc, char **argv)
     bench::figure("sync.radicale_warmup_10k.ms", warmup, "ms");
 
     Store store(dir.filePath(QStringLiteral("large.sqlite")), network);
+    QObject::connect(&store.engine, &SyncEngine::sliceSaved, [](int applied) { lastSlice = applied; });
     const double cpuBefore = cpuMs();
     const Timed initial = timedPass(store.engine, account, radicale.password, true);
     const double cpu = cpuMs() - cpuBefore;
@@ -211,6 +255,10 @@ int main(int argc, char **argv)
     bench::figure("sync.initial_10k.cpu_ms", cpu, "ms");
     bench::figure("sync.initial_10k.stall_ms", initial.stall, "ms");
     bench::figure("sync.initial_10k.stall_cpu_ms", initial.stallCpu, "ms");
+    if (onlyInitial) {
+        radicale.stop();
+        return failed ? 1 : 0;
+    }
 
     // 1,000 tasks edited here.
     for (int i = 0; i < 1000; ++i)
