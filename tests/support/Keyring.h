@@ -33,6 +33,48 @@ inline SecretStore::Result waitForSecret(const std::function<void(SecretStore::D
     return *result;
 }
 
+inline bool secretsOnBus()
+{
+    return QDBusConnection::sessionBus().interface()->isServiceRegistered(QStringLiteral("org.freedesktop.secrets"));
+}
+
+// Starts gnome-keyring-daemon, unlocked, and waits for it on the bus; "" or why not.
+inline QString startKeyring(QProcess &daemon)
+{
+    const QString executable = QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
+    if (executable.isEmpty())
+        return QStringLiteral("gnome-keyring-daemon is not installed (scripts/setup.sh installs it)");
+    daemon.setProcessChannelMode(QProcess::ForwardedChannels);
+    daemon.start(executable,
+                 {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
+    if (!daemon.waitForStarted(5000))
+        return QStringLiteral("gnome-keyring-daemon did not start: %1").arg(daemon.errorString());
+    daemon.write("test password");
+    daemon.closeWriteChannel();
+    if (!QTest::qWaitFor(secretsOnBus, 10000)) {
+        daemon.kill();
+        daemon.waitForFinished();
+        return QStringLiteral("gnome-keyring-daemon did not claim org.freedesktop.secrets within 10 s");
+    }
+    return {};
+}
+
+inline void stopKeyring(QProcess &daemon)
+{
+    daemon.terminate();
+    if (!daemon.waitForFinished(5000))
+        daemon.kill();
+}
+
+// The same keyring (its files stay) in a new daemon process.
+inline bool restartKeyring(QProcess &daemon)
+{
+    stopKeyring(daemon);
+    if (!QTest::qWaitFor([] { return !secretsOnBus(); }, 5000))
+        return false;
+    return startKeyring(daemon).isEmpty();
+}
+
 // Starts the keyring, runs `tests(daemon)` and stops the keyring again;
 // returns what `tests` returned, or 77 when there is no keyring to be had.
 template<typename Tests>
@@ -42,32 +84,13 @@ int withKeyring(const char *program, Tests &&tests)
         std::printf("%s: SKIPPED: %s\n", program, qPrintable(why));
         return 77;
     };
-    const auto secretsOnBus = [] {
-        return QDBusConnection::sessionBus().interface()->isServiceRegistered(
-            QStringLiteral("org.freedesktop.secrets"));
-    };
     if (secretsOnBus())
         return skip(QStringLiteral("a keyring already runs on the test's bus"));
-    const QString executable = QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
-    if (executable.isEmpty())
-        return skip(QStringLiteral("gnome-keyring-daemon is not installed (scripts/setup.sh installs it)"));
     QProcess daemon;
-    daemon.setProcessChannelMode(QProcess::ForwardedChannels);
-    daemon.start(executable,
-                 {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
-    if (!daemon.waitForStarted(5000))
-        return skip(QStringLiteral("gnome-keyring-daemon did not start: %1").arg(daemon.errorString()));
-    daemon.write("test password");
-    daemon.closeWriteChannel();
-    if (!QTest::qWaitFor(secretsOnBus, 10000)) {
-        daemon.kill();
-        daemon.waitForFinished();
-        return skip(QStringLiteral("gnome-keyring-daemon did not claim org.freedesktop.secrets within 10 s"));
-    }
+    if (const QString why = startKeyring(daemon); !why.isEmpty())
+        return skip(why);
     const int result = tests(daemon);
-    daemon.terminate();
-    if (!daemon.waitForFinished(5000))
-        daemon.kill();
+    stopKeyring(daemon);
     return result;
 }
 
