@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <optional>
 #include <utility>
 
 namespace tarnwell::platform {
@@ -59,6 +60,26 @@ QList<QDBusObjectPath> pathsIn(const QVariant &value)
 QDBusObjectPath pathIn(const QVariant &value)
 {
     return qdbus_cast<QDBusObjectPath>(value);
+}
+
+// The first secret of a GetSecrets answer, a{o(oayays)}: item → (session,
+// parameters, value, content type).
+std::optional<QByteArray> firstSecret(const QDBusMessage &reply)
+{
+    const auto secrets = reply.arguments().value(0).value<QDBusArgument>();
+    secrets.beginMap();
+    if (secrets.atEnd())
+        return std::nullopt;
+    QDBusObjectPath item;
+    QDBusObjectPath session;
+    QByteArray parameters;
+    QByteArray value;
+    QString contentType;
+    secrets.beginMapEntry();
+    secrets >> item;
+    secrets.beginStructure();
+    secrets >> session >> parameters >> value >> contentType;
+    return value;
 }
 
 // Waits for one prompt's Completed signal.
@@ -162,28 +183,16 @@ void SecretServiceStore::runRead(const OperationPtr &op)
             call(op, servicePath, serviceInterface, QStringLiteral("GetSecrets"),
                  {QVariant::fromValue(Paths{item}), QVariant::fromValue(QDBusObjectPath(session))},
                  [this, op](const QDBusMessage &reply) {
-                     // a{o(oayays)}: item → (session, parameters, value, content type)
-                     const auto secrets = reply.arguments().value(0).value<QDBusArgument>();
-                     QByteArray value;
-                     bool found = false;
-                     secrets.beginMap();
-                     while (!secrets.atEnd() && !found) {
-                         QDBusObjectPath path;
-                         QDBusObjectPath itsSession;
-                         QByteArray parameters;
-                         QString contentType;
-                         secrets.beginMapEntry();
-                         secrets >> path;
-                         secrets.beginStructure();
-                         secrets >> itsSession >> parameters >> value >> contentType;
-                         secrets.endStructure();
-                         secrets.endMapEntry();
-                         found = true;
-                     }
-                     if (!found)
+                     if (reply.signature() != QLatin1String("a{o(oayays)}"))
+                         return finish(
+                             op,
+                             resultOf(Status::failed,
+                                      QStringLiteral("Unexpected answer to GetSecrets: %1").arg(reply.signature())));
+                     const std::optional<QByteArray> secret = firstSecret(reply);
+                     if (!secret)
                          return finish(op, resultOf(Status::denied, QStringLiteral("The keyring gave out no secret")));
                      Result result;
-                     result.password = QString::fromUtf8(value);
+                     result.password = QString::fromUtf8(*secret);
                      finish(op, std::move(result));
                  });
         });
