@@ -71,39 +71,6 @@ QDBusMessage call(QDBusConnection &bus, const QString &method, const QVariantLis
     return pending.reply();
 }
 
-// gnome-keyring-daemon, unlocked, on the bus at `address`, once it owns its name.
-class KeyringOnBus
-{
-public:
-    KeyringOnBus(const QString &address, QDBusConnection &bus)
-    {
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
-        m_process.setProcessEnvironment(env);
-        m_process.start(
-            QStringLiteral("gnome-keyring-daemon"),
-            {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
-        m_process.write("test password");
-        m_process.closeWriteChannel();
-        m_up = m_process.waitForStarted(5000) &&
-            QTest::qWaitFor(
-                   [&bus] {
-                       return bus.interface()->isServiceRegistered(QStringLiteral("org.freedesktop.secrets")).value();
-                   },
-                   10000);
-    }
-    ~KeyringOnBus()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-    bool isUp() const { return m_up; }
-
-private:
-    QProcess m_process;
-    bool m_up = false;
-};
-
 // What a sync pass run now ended with ("network": it got past the keyring).
 QString syncProblem(QDBusConnection &bus)
 {
@@ -131,8 +98,8 @@ private Q_SLOTS:
         QVERIFY(panel->isStarted());
 
         // A sync account whose password is in the keyring, and whose server is not there.
-        auto keyring = std::make_unique<KeyringOnBus>(address, panel->bus());
-        QVERIFY(keyring->isUp());
+        QProcess keyring;
+        QCOMPARE(test::startKeyring(keyring, panel->bus(), address), QString());
         QTemporaryDir home;
         {
             QDir().mkpath(home.filePath(QStringLiteral("data/tarnwell")));
@@ -154,7 +121,7 @@ private Q_SLOTS:
         QCOMPARE(syncProblem(panel->bus()), QStringLiteral("network"));
 
         // The daemon dies; the agent notices, says so once and goes on.
-        keyring.reset();
+        test::stopKeyring(keyring);
         panel.reset();
         daemon->kill();
         QVERIFY2(app.waitFor(QStringLiteral("Lost the session bus")), qPrintable(app.log()));
@@ -167,8 +134,7 @@ private Q_SLOTS:
         QVERIFY(daemon->isUp());
         panel = std::make_unique<Panel>(address, QStringLiteral("panel-2"));
         QVERIFY(panel->isStarted());
-        keyring = std::make_unique<KeyringOnBus>(address, panel->bus());
-        QVERIFY(keyring->isUp());
+        QCOMPARE(test::startKeyring(keyring, panel->bus(), address), QString());
         QVERIFY2(app.waitFor(QStringLiteral("Claimed org.tarnwell.Tarnwell on the new session bus"), 15000),
                  qPrintable(app.log()));
         QVERIFY(panel->bus().interface()->isServiceRegistered(agentName).value());
@@ -182,6 +148,7 @@ private Q_SLOTS:
         // The keyring (its files kept) answers the agent on the new bus too.
         QCOMPARE(syncProblem(panel->bus()), QStringLiteral("network"));
         QCOMPARE(app.log().count(QStringLiteral("Lost the session bus")), 1);
+        test::stopKeyring(keyring);
         app.terminate();
         QVERIFY(app.finish());
         QCOMPARE(app.process().exitCode(), 0);

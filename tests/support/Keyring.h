@@ -33,17 +33,24 @@ inline SecretStore::Result waitForSecret(const std::function<void(SecretStore::D
     return *result;
 }
 
-inline bool secretsOnBus()
+inline bool secretsOnBus(const QDBusConnection &bus = QDBusConnection::sessionBus())
 {
-    return QDBusConnection::sessionBus().interface()->isServiceRegistered(QStringLiteral("org.freedesktop.secrets"));
+    return bus.interface()->isServiceRegistered(QStringLiteral("org.freedesktop.secrets")).value();
 }
 
-// Starts gnome-keyring-daemon, unlocked, and waits for it on the bus; "" or why not.
-inline QString startKeyring(QProcess &daemon)
+// Starts gnome-keyring-daemon, unlocked, and waits for it on `bus` (whose
+// address it is given when it is not the session bus); "" or why not.
+inline QString startKeyring(QProcess &daemon, const QDBusConnection &bus = QDBusConnection::sessionBus(),
+                            const QString &address = {})
 {
     const QString executable = QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
     if (executable.isEmpty())
         return QStringLiteral("gnome-keyring-daemon is not installed (scripts/setup.sh installs it)");
+    if (!address.isEmpty()) {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
+        daemon.setProcessEnvironment(env);
+    }
     daemon.setProcessChannelMode(QProcess::ForwardedChannels);
     daemon.start(executable,
                  {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
@@ -51,7 +58,9 @@ inline QString startKeyring(QProcess &daemon)
         return QStringLiteral("gnome-keyring-daemon did not start: %1").arg(daemon.errorString());
     daemon.write("test password");
     daemon.closeWriteChannel();
-    if (!QTest::qWaitFor(secretsOnBus, 10000)) {
+    // Not before it owns its name: a call meanwhile would start a second,
+    // locked keyring through the bus's activation.
+    if (!QTest::qWaitFor([&bus] { return secretsOnBus(bus); }, 10000)) {
         daemon.kill();
         daemon.waitForFinished();
         return QStringLiteral("gnome-keyring-daemon did not claim org.freedesktop.secrets within 10 s");

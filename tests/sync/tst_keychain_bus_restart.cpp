@@ -36,21 +36,10 @@ public:
                      QStringLiteral("--print-address=1"), QStringLiteral("--address=") + address});
         if (!m_bus.waitForReadyRead(5000))
             return;
-        m_keyring.setProcessChannelMode(QProcess::ForwardedChannels);
-        m_keyring.start(
-            QStringLiteral("gnome-keyring-daemon"),
-            {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
-        m_keyring.write("test password");
-        m_keyring.closeWriteChannel();
-        // Not before it owns its name: a call meanwhile would start a second,
-        // locked keyring through the bus's activation.
-        QDBusConnection probe = QDBusConnection::connectToBus(address, QStringLiteral("probe"));
-        m_up = m_keyring.waitForStarted(5000) &&
-            QTest::qWaitFor(
-                   [&probe] {
-                       return probe.interface()->isServiceRegistered(QStringLiteral("org.freedesktop.secrets")).value();
-                   },
-                   10000);
+        {
+            const QDBusConnection probe = QDBusConnection::connectToBus(address, QStringLiteral("probe"));
+            m_up = test::startKeyring(m_keyring, probe, address).isEmpty();
+        }
         QDBusConnection::disconnectFromBus(QStringLiteral("probe"));
     }
     ~BusWithKeyring()
