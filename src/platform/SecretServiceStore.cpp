@@ -24,7 +24,6 @@ const QString serviceInterface = QStringLiteral("org.freedesktop.Secret.Service"
 const QString collectionInterface = QStringLiteral("org.freedesktop.Secret.Collection");
 const QString itemInterface = QStringLiteral("org.freedesktop.Secret.Item");
 const QString promptInterface = QStringLiteral("org.freedesktop.Secret.Prompt");
-const QString noPrompt = QStringLiteral("/");
 const QString noSessionError = QStringLiteral("org.freedesktop.Secret.Error.NoSession");
 
 using Status = SecretStore::Result::Status;
@@ -62,23 +61,35 @@ QDBusObjectPath pathIn(const QVariant &value)
     return qdbus_cast<QDBusObjectPath>(value);
 }
 
+// "/" stands for no object: no prompt needed, no collection there.
+bool isNone(const QDBusObjectPath &path)
+{
+    return path.path().isEmpty() || path.path() == QLatin1String("/");
+}
+
 // The first secret of a GetSecrets answer, a{o(oayays)}: item → (session,
 // parameters, value, content type).
 std::optional<QByteArray> firstSecret(const QDBusMessage &reply)
 {
+    // Every begin has its end: each one makes a reader that its end deletes.
     const auto secrets = reply.arguments().value(0).value<QDBusArgument>();
+    std::optional<QByteArray> value;
     secrets.beginMap();
-    if (secrets.atEnd())
-        return std::nullopt;
-    QDBusObjectPath item;
-    QDBusObjectPath session;
-    QByteArray parameters;
-    QByteArray value;
-    QString contentType;
-    secrets.beginMapEntry();
-    secrets >> item;
-    secrets.beginStructure();
-    secrets >> session >> parameters >> value >> contentType;
+    if (!secrets.atEnd()) {
+        QDBusObjectPath item;
+        QDBusObjectPath session;
+        QByteArray parameters;
+        QByteArray secret;
+        QString contentType;
+        secrets.beginMapEntry();
+        secrets >> item;
+        secrets.beginStructure();
+        secrets >> session >> parameters >> secret >> contentType;
+        secrets.endStructure();
+        secrets.endMapEntry();
+        value = secret;
+    }
+    secrets.endMap();
     return value;
 }
 
@@ -263,7 +274,7 @@ void SecretServiceStore::unlock(const OperationPtr &op, const Paths &objects, st
     call(op, servicePath, serviceInterface, QStringLiteral("Unlock"), {QVariant::fromValue(objects)},
          [this, op, next = std::move(next)](const QDBusMessage &reply) {
              const QDBusObjectPath promptPath = pathIn(reply.arguments().value(1));
-             if (promptPath.path() == noPrompt || promptPath.path().isEmpty())
+             if (isNone(promptPath))
                  return next(pathsIn(reply.arguments().value(0)));
              prompt(op, promptPath, [this, op, next](const QDBusVariant &result) {
                  const Paths unlocked = pathsIn(result.variant());
@@ -277,7 +288,7 @@ void SecretServiceStore::unlock(const OperationPtr &op, const Paths &objects, st
 void SecretServiceStore::prompt(const OperationPtr &op, const QDBusObjectPath &path,
                                 std::function<void(const QDBusVariant &)> next)
 {
-    if (path.path().isEmpty() || path.path() == noPrompt)
+    if (isNone(path))
         return next(QDBusVariant());
     // (A receiver that is deleted leaves the bus's signal table by itself.)
     auto *waiter = new PromptWaiter;
@@ -308,7 +319,7 @@ void SecretServiceStore::withDefaultCollection(const OperationPtr &op,
     call(op, servicePath, serviceInterface, QStringLiteral("ReadAlias"), {QStringLiteral("default")},
          [this, op, next = std::move(next)](const QDBusMessage &reply) {
              const QDBusObjectPath collection = pathIn(reply.arguments().value(0));
-             if (!collection.path().isEmpty() && collection.path() != noPrompt)
+             if (!isNone(collection))
                  return next(collection);
              //: Name of the keyring Tarnwell makes when the desktop has none yet (as the desktop's own login keyring)
              //% "Login"
@@ -317,11 +328,11 @@ void SecretServiceStore::withDefaultCollection(const OperationPtr &op,
              call(op, servicePath, serviceInterface, QStringLiteral("CreateCollection"),
                   {properties, QStringLiteral("default")}, [this, op, next](const QDBusMessage &created) {
                       const QDBusObjectPath made = pathIn(created.arguments().value(0));
-                      if (!made.path().isEmpty() && made.path() != noPrompt)
+                      if (!isNone(made))
                           return next(made);
                       prompt(op, pathIn(created.arguments().value(1)), [this, op, next](const QDBusVariant &result) {
                           const QDBusObjectPath prompted = pathIn(result.variant());
-                          if (prompted.path().isEmpty() || prompted.path() == noPrompt)
+                          if (isNone(prompted))
                               return finish(op, resultOf(Status::denied, QStringLiteral("No keyring was made")));
                           next(prompted);
                       });
