@@ -2494,5 +2494,10 @@ Try “tarnwell %2 --help”.</source>
             <numerusform>%n ohne Plan</numerusform>
         </translation>
     </message>
+    <message id="sync.keyring.defaultCollection">
+        <source>Login</source>
+        <extracomment>Name of the keyring Tarnwell makes when the desktop has none yet (as the desktop's own login keyring)</extracomment>
+        <translation>Anmeldung</translation>
+    </message>
 </context>
 </TS>

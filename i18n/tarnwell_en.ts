@@ -2468,5 +2468,10 @@ Try “tarnwell %2 --help”.</source>
         <extracomment>Settings, Sync: "Turn on sync" before a calendar was chosen</extracomment>
         <translation type="unfinished" />
     </message>
+    <message id="sync.keyring.defaultCollection">
+        <source>Login</source>
+        <extracomment>Name of the keyring Tarnwell makes when the desktop has none yet (as the desktop's own login keyring)</extracomment>
+        <translation type="unfinished" />
+    </message>
 </context>
 </TS>

@@ -2494,5 +2494,10 @@ Pruebe «tarnwell %2 --help».</translation>
             <numerusform>%n sin plan</numerusform>
         </translation>
     </message>
+    <message id="sync.keyring.defaultCollection">
+        <source>Login</source>
+        <extracomment>Name of the keyring Tarnwell makes when the desktop has none yet (as the desktop's own login keyring)</extracomment>
+        <translation>Inicio de sesión</translation>
+    </message>
 </context>
 </TS>

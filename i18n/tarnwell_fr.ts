@@ -2494,5 +2494,10 @@ Essayez « tarnwell %2 --help ».</translation>
             <numerusform>%n sans plan</numerusform>
         </translation>
     </message>
+    <message id="sync.keyring.defaultCollection">
+        <source>Login</source>
+        <extracomment>Name of the keyring Tarnwell makes when the desktop has none yet (as the desktop's own login keyring)</extracomment>
+        <translation>Connexion</translation>
+    </message>
 </context>
 </TS>

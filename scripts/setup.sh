@@ -12,7 +12,7 @@ packages=(
   qt6-svg-dev qt6-multimedia-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
   libsystemd-dev libgl-dev libx11-dev libxss-dev libwayland-dev wayland-protocols libxcb1-dev libxcb-keysyms1-dev libical-dev
   libbenchmark-dev
-  radicale python3-caldav qtkeychain-qt6-dev libqt6keychain1 gnome-keyring libglib2.0-dev
+  radicale python3-caldav qtkeychain-qt6-dev libqt6keychain1 gnome-keyring
   xvfb dbus xdotool sqlite3 libsqlite3-dev at-spi2-core
   sway grim qt6-wayland
   clang libclang-rt-14-dev

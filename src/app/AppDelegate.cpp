@@ -22,7 +22,8 @@
 #include "platform/IdleTimeSources.h"
 #include "platform/LinuxSessionEvents.h"
 #include "platform/HotkeyBackendChooser.h"
-#include "platform/KeychainSecretStore.h"
+#include "platform/SecretServiceStore.h"
+#include "platform/SecretStoreChooser.h"
 #include "platform/LazyChimeLibrary.h"
 #include "platform/SessionBus.h"
 #include "persistence/StoreBackup.h"
@@ -369,6 +370,9 @@ void AppDelegate::followSessionBus(const QDBusConnection &bus)
         m_appearance->rebind(bus);
     if (m_notificationCenter)
         m_notificationCenter->rebind(bus);
+    // The keyring's session belonged to the old connection; it is opened anew.
+    if (auto *secrets = dynamic_cast<platform::SecretServiceStore *>(m_secrets.get()))
+        secrets->rebind(bus);
     if (!m_appUIInstalled || m_terminated)
         return;
     m_menuBarController->reinstall(bus);

@@ -2,16 +2,16 @@
 
 #include "kit/SecretStore.h"
 
-#include <QDBusConnection>
 #include <QObject>
-
-#include <memory>
 
 namespace tarnwell::platform {
 
-// Passwords in the desktop's keyring through QtKeychain: the Secret Service
-// (GNOME Keyring, KeePassXC, ...) or KWallet. The insecure fallback to a
-// file is off: without a keyring every call answers `unavailable`.
+// Passwords through QtKeychain, for sessions whose keyring is KWallet
+// without the Secret Service (QtKeychain's KWallet back end speaks Qt's
+// D-Bus). The insecure fallback to a file is off: without a keyring every
+// call answers `unavailable`. Where the Secret Service runs,
+// `SecretServiceStore` is used instead; it files entries the same way
+// QtKeychain's Secret Service back end did.
 class KeychainSecretStore : public QObject, public SecretStore
 {
     Q_OBJECT
@@ -30,17 +30,8 @@ public:
     void write(const QString &account, const QString &password, Done done) override;
     void remove(const QString &account, Done done) override;
 
-    // Which keyring answers on this session bus ("" for none).
-    static QString reachableBackend(const QDBusConnection &bus);
-
 private:
-    void keepRunningWhenTheBusGoes();
-
     QString m_backend;
-    void *m_gioBus = nullptr; // GDBusConnection: the session bus connection libsecret shares
 };
-
-// The keyring if the session has one, logged either way; none means sync stays off.
-std::unique_ptr<SecretStore> chooseSecretStore(const QDBusConnection &bus, QObject *parent = nullptr);
 
 } // namespace tarnwell::platform

@@ -33,6 +33,57 @@ inline SecretStore::Result waitForSecret(const std::function<void(SecretStore::D
     return *result;
 }
 
+inline bool secretsOnBus(const QDBusConnection &bus = QDBusConnection::sessionBus())
+{
+    return bus.interface()->isServiceRegistered(QStringLiteral("org.freedesktop.secrets")).value();
+}
+
+// Starts gnome-keyring-daemon, unlocked, and waits for it on `bus` (whose
+// address it is given when it is not the session bus); "" or why not.
+inline QString startKeyring(QProcess &daemon, const QDBusConnection &bus = QDBusConnection::sessionBus(),
+                            const QString &address = {})
+{
+    const QString executable = QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
+    if (executable.isEmpty())
+        return QStringLiteral("gnome-keyring-daemon is not installed (scripts/setup.sh installs it)");
+    if (!address.isEmpty()) {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
+        daemon.setProcessEnvironment(env);
+    }
+    daemon.setProcessChannelMode(QProcess::ForwardedChannels);
+    daemon.start(executable,
+                 {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
+    if (!daemon.waitForStarted(5000))
+        return QStringLiteral("gnome-keyring-daemon did not start: %1").arg(daemon.errorString());
+    daemon.write("test password");
+    daemon.closeWriteChannel();
+    // Not before it owns its name: a call meanwhile would start a second,
+    // locked keyring through the bus's activation.
+    if (!QTest::qWaitFor([&bus] { return secretsOnBus(bus); }, 10000)) {
+        daemon.kill();
+        daemon.waitForFinished();
+        return QStringLiteral("gnome-keyring-daemon did not claim org.freedesktop.secrets within 10 s");
+    }
+    return {};
+}
+
+inline void stopKeyring(QProcess &daemon)
+{
+    daemon.terminate();
+    if (!daemon.waitForFinished(5000))
+        daemon.kill();
+}
+
+// The same keyring (its files stay) in a new daemon process.
+inline bool restartKeyring(QProcess &daemon)
+{
+    stopKeyring(daemon);
+    if (!QTest::qWaitFor([] { return !secretsOnBus(); }, 5000))
+        return false;
+    return startKeyring(daemon).isEmpty();
+}
+
 // Starts the keyring, runs `tests(daemon)` and stops the keyring again;
 // returns what `tests` returned, or 77 when there is no keyring to be had.
 template<typename Tests>
@@ -42,32 +93,13 @@ int withKeyring(const char *program, Tests &&tests)
         std::printf("%s: SKIPPED: %s\n", program, qPrintable(why));
         return 77;
     };
-    const auto secretsOnBus = [] {
-        return QDBusConnection::sessionBus().interface()->isServiceRegistered(
-            QStringLiteral("org.freedesktop.secrets"));
-    };
     if (secretsOnBus())
         return skip(QStringLiteral("a keyring already runs on the test's bus"));
-    const QString executable = QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
-    if (executable.isEmpty())
-        return skip(QStringLiteral("gnome-keyring-daemon is not installed (scripts/setup.sh installs it)"));
     QProcess daemon;
-    daemon.setProcessChannelMode(QProcess::ForwardedChannels);
-    daemon.start(executable,
-                 {QStringLiteral("--foreground"), QStringLiteral("--unlock"), QStringLiteral("--components=secrets")});
-    if (!daemon.waitForStarted(5000))
-        return skip(QStringLiteral("gnome-keyring-daemon did not start: %1").arg(daemon.errorString()));
-    daemon.write("test password");
-    daemon.closeWriteChannel();
-    if (!QTest::qWaitFor(secretsOnBus, 10000)) {
-        daemon.kill();
-        daemon.waitForFinished();
-        return skip(QStringLiteral("gnome-keyring-daemon did not claim org.freedesktop.secrets within 10 s"));
-    }
+    if (const QString why = startKeyring(daemon); !why.isEmpty())
+        return skip(why);
     const int result = tests(daemon);
-    daemon.terminate();
-    if (!daemon.waitForFinished(5000))
-        daemon.kill();
+    stopKeyring(daemon);
     return result;
 }
 

@@ -4,7 +4,7 @@
 // gnome-keyring-daemon on that bus holding the password. Where the keyring
 // cannot start, the test is skipped (exit 77) and says why.
 #include "persistence/PersistenceController.h"
-#include "platform/KeychainSecretStore.h"
+#include "platform/SecretStoreChooser.h"
 #include "support/Keyring.h"
 #include "services/SyncService.h"
 #include "settings/SyncAccountStore.h"
