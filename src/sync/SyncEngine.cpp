@@ -599,7 +599,7 @@ void SyncEngine::applySlice()
     if (applied > 0)
         Q_EMIT sliceSaved(applied);
     m_pass->sinceCheckpoint += applied;
-    if (!ops.isEmpty() && (pullDone || m_pass->sinceCheckpoint >= std::max(1, m_tuning.sliceItems)))
+    if (!ops.isEmpty() && (pullDone || m_pass->sinceCheckpoint >= std::max(1, m_tuning.checkpointItems)))
         askCheckpoint();
     if (pullDone) {
         finishPull();
@@ -956,7 +956,7 @@ void SyncEngine::flushOps()
     // The answers to a slice's worth of writes between two checkpoints:
     // answers come in a few at a time.
     m_pass->sinceCheckpoint += int(written);
-    if (m_pass->sinceCheckpoint >= std::max(1, m_tuning.sliceItems))
+    if (m_pass->sinceCheckpoint >= std::max(1, m_tuning.checkpointItems))
         askCheckpoint();
 }
 

@@ -52,6 +52,10 @@ public:
         // at most this many.
         int sliceMilliseconds = 3;
         int sliceItems = 15;
+        // Saved resources between two checkpoints of the store's log. Each
+        // one lets the log start over, and the first commit after that waits
+        // for the disk once: a few per pass, not one per slice.
+        int checkpointItems = 120;
         int parallelWrites = 4; // PUT and DELETE requests in flight at once
         int scanRows = 200; // tasks looked at per turn when finding what to write
     };
